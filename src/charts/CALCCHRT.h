@@ -1,0 +1,129 @@
+// Chart calculation: from a stored chart to positions, angles, equatorial coordinates and house
+// cusps. Every line on the map is read from the arrays that are filled here.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "charts/KVCharts.h"
+#include "surface/values.h"
+
+namespace orvantis {
+
+/// Numbers of the points that routines name.
+namespace point {
+inline constexpr std::int16_t kMoon = 1;
+inline constexpr std::int16_t kEarth = 2;
+inline constexpr std::int16_t kSun = 3;
+inline constexpr std::int16_t kVulcan = 4;
+inline constexpr std::int16_t kMercury = 5;
+inline constexpr std::int16_t kPluto = 12;
+inline constexpr std::int16_t kNorthNode = 20;
+inline constexpr std::int16_t kSouthNode = 21;
+inline constexpr std::int16_t kAscendant = 22;
+inline constexpr std::int16_t kMidheaven = 23;
+inline constexpr std::int16_t kVertex = 24;
+inline constexpr std::int16_t kEastPoint = 25;
+inline constexpr std::int16_t kPtFortune = 26;
+inline constexpr std::int16_t kBlackMoon = 36;
+inline constexpr std::int16_t kLastBody = 36;
+inline constexpr std::int16_t kLast = 72;
+}  // namespace point
+
+namespace house_system {
+inline constexpr std::int16_t kCampanus = 1;
+inline constexpr std::int16_t kKoch = 2;
+inline constexpr std::int16_t kMeridian = 3;
+inline constexpr std::int16_t kMorinus = 4;
+inline constexpr std::int16_t kPlacidus = 5;
+inline constexpr std::int16_t kPorphyry = 6;
+inline constexpr std::int16_t kRegiomontanus = 7;
+inline constexpr std::int16_t kTopocentric = 8;
+inline constexpr std::int16_t kEqual = 9;
+}  // namespace house_system
+
+namespace zodiac {
+inline constexpr std::int16_t kTropical = 1;
+inline constexpr std::int16_t kUserSVP = 10;
+}  // namespace zodiac
+
+/// A calculated chart. Arrays of points count from 1; element 0 stands unused.
+struct CalcChart {
+    std::string Name;                       ///< first line of the title, up to 30 characters
+    std::string Name2;                      ///< second line, up to 30 characters
+    std::int16_t ChartType = 0;             ///< and the small fields of the chart's record
+    std::int16_t ChartSubType = 0;
+    std::int16_t ChartFlags = 0;
+    std::int16_t HouseCode = 0;
+    std::int16_t AyanamsaCode = 0;
+    std::int16_t RecordForm = 0;
+    std::string DateText;                   ///< as formatted, up to 14 characters
+    std::string TimeText;                   ///< up to 12
+    float ZoneHours = 0;                    ///< hours, west positive
+    std::string ZoneText;                   ///< up to 5
+    std::string Place;                      ///< up to 20
+    std::string Country;                    ///< up to 20
+    std::string LatText;                    ///< up to 8
+    std::string LongText;                   ///< up to 9
+    std::int16_t Zodiac = 1;                ///< 1 to 10
+    std::int16_t Frame = 1;                 ///< 1 geocentric, 2 heliocentric
+    std::int16_t HouseSystem = 5;           ///< 1 to 9
+    Flag TrueNodeFlag = kTrue;
+    double TimeUT = 0;                      ///< hours; outside 0 to 24 on another civil day
+    double JulianDayET = 0;                 ///< Julian day, ephemeris time
+    Flag Cusp1AtAscendant = kFalse;
+    Flag Cusp10AtMidheaven = kFalse;
+    std::array<double, 13> Cusp{};          ///< 1 to 12, degrees in the chart's zodiac
+    std::array<double, 73> Lon{};           ///< ecliptic longitude in the chart's zodiac, degrees,
+                                            ///< 0 to 360; below 0: not calculated
+    std::array<double, 73> Lat{};           ///< ecliptic latitude, degrees
+    std::array<double, 73> Dist{};          ///< astronomical units, 0 none
+    std::array<double, 73> LonSpeed{};      ///< degrees a day
+    std::array<double, 73> LatSpeed{};      ///< degrees a day
+    std::array<float, 73> Dec{};            ///< declination, degrees
+    std::array<float, 73> RA{};             ///< right ascension, degrees, 0 to 360
+    std::array<Flag, 73> Retro{};           ///< after the whole calculation: not calculated
+    std::array<double, 73> SortLon{};       ///< display copy for the wheel
+    std::array<std::int16_t, 73> SortOrder{};
+    std::array<std::int16_t, 73> Shown{};
+};
+
+/// Slot 1 the main chart, slot 2 the subsidiary one; element 0 stands unused.
+extern std::array<CalcChart, 3> calcChart;
+
+/// Whole-chart values of the chart calculated last.
+struct ChartNow {
+    double PlaceLat = 0;           ///< degrees, north positive
+    double PlaceLongW = 0;         ///< degrees, WEST positive
+    double ObliquityNow = 0;       ///< degrees, of date
+    double RAMCNow = 0;            ///< degrees, 0 to 360
+    double ZodiacOffsetNow = 0;    ///< degrees, added to tropical longitudes
+    double JulianDayUT = 0;        ///< Julian day, Universal Time
+    double DeltaT = 0;             ///< hours
+};
+
+extern ChartNow chartNow;
+
+/// Calculates a chart into a slot. A house system or zodiac that the record leaves open comes from
+/// the options. Returns the failed flag; the user has been told.
+Flag FileChartToCalcChart(const Format1Record& fileChart, std::int16_t slot, Flag forReport);
+
+/// Degrees to add to a tropical longitude in a zodiac (1 to 10) at T centuries from 1900.
+double Ayanamsa(std::int16_t zodiacNumber, double t);
+
+/// Points 22 to 26 from the right ascension of the Midheaven, obliquity and latitude, degrees.
+void CalcAngles(std::int16_t slot, double ramc, double obliquity, double latitude, double offset,
+                Flag alwaysDayFortune);
+
+/// Right ascension and declination of points 1 to 36.
+void CalcEquatorial(std::int16_t slot, double obliquity, double offset);
+
+/// House cusps of one of the nine systems. Koch and Placidus become Equal where they don't exist.
+void CalcHouses(std::int16_t slot, double ramc, double obliquity, double latitude, double offset,
+                std::int16_t houseSystem);
+
+/// Angles, equatorial values and houses again for PlaceLat and PlaceLongW.
+void CalcAnglesForPlace(std::int16_t slot);
+
+}  // namespace orvantis

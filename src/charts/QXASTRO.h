@@ -1,0 +1,45 @@
+// The quantities that the chart calculation needs of an astronomy library, and the driver that
+// obtains the positions of all points for one chart.
+//
+// T is Julian centuries from JD 2415020.0 (1900 January 0.5).
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "surface/values.h"
+
+namespace orvantis {
+
+/// Delta T (ephemeris time less Universal Time) in hours, at T.
+void GetDeltaT(double t, double& hours);
+
+/// True obliquity of the ecliptic of date in degrees, at T of ephemeris time.
+void GetObliquity(double t, double& degrees);
+
+/// Julian day of a civil date (Gregorian from 15 October 1582, Julian before) at `hours` of
+/// Universal Time, which may lie outside 0 to 24.
+void GetJDxhUT(std::int16_t day, std::int16_t month, std::int16_t year, double hours, double& jd);
+
+/// Civil date of a Julian day; the day has its fraction. Julian calendar before 15 October 1582.
+void JDToDate(double jd, float& day, std::int32_t& month, std::int32_t& year);
+
+/// Apparent sidereal time at Greenwich in hours, at a Julian day of Universal Time.
+void GetST(double jdUT, double& siderealTime);
+
+/// Right ascension of the Midheaven in degrees, 0 to 360, at a longitude (degrees, WEST positive).
+void GetRAMC(double longitudeWest, double siderealTime, double& ramc);
+
+/// The same point in coordinates rotated about the x axis by a tilt. Degrees.
+void ConvertCoords(double longitude, double latitude, double sinTilt, double cosTilt, double& a,
+                   double& d);
+
+/// Positions of points `first` to `last` (0 and 0: 1 to 36) into CalcChart of a slot.
+/// `t` at ephemeris time; `offset` is added to tropical longitudes; `accuracy` is a series cut-off,
+/// 0 full; `frame` 1 geocentric, 2 heliocentric; `useTables`: Jupiter to Pluto from tables in
+/// `dataPath`; `trueNode`, `weston`: see Options. A point that isn't calculated has Lon -1.
+void CalcPlanets(std::int16_t slot, std::int16_t first, std::int16_t last, double t, double offset,
+                 double accuracy, std::int16_t frame, Flag useTables, std::string_view dataPath,
+                 Flag trueNode, Flag weston);
+
+}  // namespace orvantis

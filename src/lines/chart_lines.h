@@ -1,0 +1,51 @@
+// The lines of a chart on the map: where each point culminates, anticulminates, rises and sets,
+// the labels on the map and the marks in its frame.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "surface/values.h"
+
+namespace orvantis {
+
+/// Line types by their number in files.
+namespace line_type {
+inline constexpr std::int16_t kCulminate = 1;
+inline constexpr std::int16_t kAnticulminate = 2;
+inline constexpr std::int16_t kRise = 3;
+inline constexpr std::int16_t kSet = 4;
+inline constexpr std::int16_t kPointLabel = 14;
+}  // namespace line_type
+
+/// A label on the map.
+struct LineLabel {
+    std::int16_t x = 0;     ///< pixels
+    std::int16_t y = 0;
+    std::int16_t code = 0;  ///< point number, plus 100 times a relation; or a character, or a sign
+    std::int16_t type = 0;  ///< line type, 1 to 14
+};
+
+struct ChartLinesState {
+    std::vector<LineLabel> labels;   ///< labels of the plot in progress
+    std::vector<LineLabel> objects;  ///< labels that were drawn, for a click to find
+    bool anyVisible = false;         ///< some line fell within the view
+};
+
+extern ChartLinesState chartLines;
+
+/// Draws all lines of the chart on display, the labels and the edge marks.
+void PlotChartLines(Flag printing, Flag fullPlot, std::int16_t slot);
+
+void PlotMeridianLines(Flag printing, std::int16_t slot);
+void PlotRiseSetLines(Flag printing, std::int16_t slot);
+
+void AddLineLabel(std::int16_t x, std::int16_t y, std::int16_t code, std::int16_t type);
+void DrawLineLabels();
+
+/// Caption word of a line side: 1 " Upper", 2 " Lower", 3 " Rising", 4 " Setting", otherwise "".
+std::string PlotLineAnnotation(std::int16_t code);
+
+}  // namespace orvantis

@@ -1,0 +1,159 @@
+// The view: from the edges of the current map document to positions on the surface and back, and
+// the one primitive by which every curve is drawn on the map.
+//
+// Sign and range, once for all: latitudes are north positive, longitudes east positive; degrees
+// run in -90 to 90 and -180 to 180, whole arc-minutes in -5400 to 5400 and -10800 to 10800. Pixels
+// run to the right and down. A value that doesn't fit 16 bits leaves the run-time error "Overflow"
+// for the plot's handler.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "map/map_document.h"
+#include "surface/drawing_surface.h"
+#include "surface/values.h"
+
+namespace orvantis {
+
+/// Where the map lies on the surface, pixels. The map's own pixels are left to left + width.
+struct MapRect {
+    std::int16_t left = 0;
+    std::int16_t top = 0;
+    std::int16_t width = 0;
+    std::int16_t height = 0;
+};
+
+/// What is derived from the edges of the current document at the start of every plot.
+struct ViewExtent {
+    std::int16_t projection = 0;     ///< of the document
+    float centreLat = 0;
+    float centreLong = 0;
+    float westDeg = -180;
+    float eastDeg = 180;
+    float southDeg = -90;
+    float northDeg = 90;
+    float spanLong = 360;            ///< above 0, up to 360
+    float spanLat = 180;             ///< degrees; 180 where south equals north
+    std::int16_t spanLongMin = 21600;
+    std::int16_t spanLatMin = 10800;
+    std::int16_t southMin = -5400;
+    std::int16_t northMin = 5400;
+    std::int16_t westMin = -10800;
+    std::int16_t eastMin = 10800;
+    std::int16_t offsetLongMin = 10800;  ///< minus the western edge
+    std::int16_t offsetLatMin = -5400;   ///< minus the northern edge
+    float mercNorth = 0;             ///< Mercator alone
+    float mercSouth = 0;
+    float mercSpan = 0;
+    float globeOffset = 0;           ///< globes alone: 0
+    float globeScale = 1;            ///< globes alone: 1
+};
+
+/// Sides of the map rectangle; 0 is none.
+namespace side {
+inline constexpr std::int16_t kNone = 0;
+inline constexpr std::int16_t kLeft = 1;
+inline constexpr std::int16_t kRight = 2;
+inline constexpr std::int16_t kTop = 3;
+inline constexpr std::int16_t kBottom = 4;
+}  // namespace side
+
+/// A mark in the frame around the map, where a curve crosses the map's edge.
+struct EdgeMark {
+    std::int16_t x = 0;
+    std::int16_t y = 0;
+    std::int16_t side = 0;   ///< see namespace side
+    std::int16_t kind = 0;   ///< point number, plus 100 times a relation; or a character, or a sign
+    std::int16_t type = 0;   ///< line type, 1 to 14
+};
+
+/// The view in force and the state of the curve being drawn.
+struct MapView {
+    DrawingSurface* surface = nullptr;  ///< what is drawn on; set for the length of a plot
+    MapRect rect;
+    ViewExtent extent;
+    std::int16_t glyphWidth = 0;        ///< of the Sun's glyph, pixels
+    std::int16_t glyphHeight = 0;
+    std::vector<EdgeMark> edgeMarks;    ///< emptied at the start of each plot of the lines
+    double previousLat = 0;             ///< previous sample of DrawMapSegment
+    double previousLong = 0;
+    std::int16_t lastX = 0;             ///< its position
+    std::int16_t lastY = 0;
+};
+
+extern MapView mapView;
+
+/// Natural logarithm of tan(lat / 2 + 45 degrees); -10 where the tangent isn't above 0.
+double MercatorY(double lat);
+
+/// True for the two flat projections.
+inline bool IsFlat(std::int16_t projectionNumber) { return projectionNumber < 2; }
+
+/// Computes ViewExtent from the current document.
+void SetViewExtent();
+
+/// Computes MapRect for a surface: what is left of it within the frame for edge marks. Selects
+/// and measures the glyph font of the settings.
+void SetMapRect(bool printing, DrawingSurface& picture);
+
+/// Draws the map's outline and sets the clip to the map. Squares MapRect for the sphere.
+void OpenMapFrame();
+
+/// Whole arc-minutes to pixels.
+void ProjectPoint(std::int16_t latMin, std::int16_t longMin, std::int16_t& y, std::int16_t& x);
+
+/// Pixels to degrees.
+void UnprojectPoint(const MapDocument& doc, float x, float y, float& lat, float& longitude);
+
+/// True if a position (degrees) is in view. Edges in arc-minutes.
+bool PointInView(double lat, double longitude, std::int16_t southMin, std::int16_t northMin,
+                 std::int16_t westMin, std::int16_t eastMin);
+bool LongInView(double longitude, std::int16_t westMin, std::int16_t eastMin);
+
+/// The point at (longitude, latitude) in coordinates rotated about the x axis by a tilt: ecliptic
+/// to equatorial with the tilt as obliquity. Degrees; `a` in 0 to 360, `d` in -90 to 90.
+void RotateCoords(double longitude, double latitude, double sinTilt, double cosTilt, double& a,
+                  double& d);
+
+/// Rewrites the edges of the current document for another projection.
+void ChangeProjection(std::int16_t newProjection, std::int16_t oldProjection);
+
+/// Where the segment from (x0, y0) to (x1, y1) crosses the edge of the map.
+struct EdgeCrossing {
+    std::int16_t side = 0;        ///< 0: it doesn't
+    std::int16_t x = 0;
+    std::int16_t y = 0;
+    bool startInside = false;     ///< of the inset search alone: the start was the inside end
+};
+
+/// The crossing with the map's edge, by the rule of the projection.
+EdgeCrossing FindEdgeCrossing(std::int16_t x0, std::int16_t y0, std::int16_t x1, std::int16_t y1);
+
+/// Flat projections: the crossing with the line one pixel inside the map's edge.
+EdgeCrossing FindInsetCrossing(std::int16_t x0, std::int16_t y0, std::int16_t x1, std::int16_t y1);
+
+/// No edge marks are wanted.
+inline constexpr std::int16_t kNoMark = -1;
+
+/// Draws a curve through one more sample (degrees). `first` is true for a curve's first sample;
+/// `visible` is the caller's, false before the first sample. `labelKind` (0 or more) and
+/// `labelCode` (line type, 1 or more) ask for an edge mark where the curve crosses the map's edge.
+void DrawMapSegment(double lat, double longitude, bool first, bool& visible,
+                    std::int16_t labelKind, std::int16_t labelCode);
+
+/// Full-width views: draws from the last point out at one side of the map and in at the other, to
+/// (x, y).
+void ForceNewLine(std::int16_t x, std::int16_t y, std::int16_t lastX, std::int16_t lastY,
+                  std::int16_t labelKind, std::int16_t labelCode);
+
+/// At which ends a grid line asks for edge marks.
+enum class MarkEnds { None, First, Second, Both };
+
+/// A whole meridian at a longitude in degrees; the first end is the top of the map.
+void DrawMeridian(double longitude, std::int16_t labelKind, std::int16_t labelCode, MarkEnds ends);
+
+/// A whole parallel at a latitude in degrees; the first end is the left of the map.
+void DrawParallel(double lat, std::int16_t labelKind, std::int16_t labelCode, MarkEnds ends);
+
+}  // namespace orvantis

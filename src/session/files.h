@@ -1,0 +1,93 @@
+// Files. Every routine that reads or writes a data file comes through here: one place that decides
+// the access, tells the user when an open fails, finds a file whatever the case of its name, and
+// replaces a file only by a whole new one.
+//
+// Paths are text with "\" (or "/") between folders, as the program has always kept them; they turn
+// into the platform's form in NativePath alone.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "surface/values.h"
+#include "text/bytes.h"
+#include "text/run_time_error.h"
+
+namespace orvantis {
+
+/// 1 or above; 0 is no file.
+using FileHandle = std::int16_t;
+
+namespace open_mode {
+inline constexpr std::int16_t kWriteText = 1;   ///< write, replacing the file
+inline constexpr std::int16_t kReadText = 2;    ///< read
+inline constexpr std::int16_t kAppendText = 3;  ///< write at the end
+inline constexpr std::int16_t kRecords = 4;     ///< fixed records, read and write
+inline constexpr std::int16_t kBinary = 5;      ///< bytes, read and write
+}  // namespace open_mode
+
+/// Opens a file. Modes kRecords and kBinary open an existing file, for reading alone where it may
+/// not be written; they make no new one. `recordLength` (bytes) counts for kRecords alone. With
+/// `clearReadOnly` set, a read-only file is first made writable and stays so.
+/// On failure shows the box "Open Error" (the path, a blank line, the reason) and returns 0; an
+/// unknown mode opens nothing and returns 0 without a box.
+FileHandle FileOpener(std::string_view path, std::int16_t mode, std::int16_t recordLength,
+                      Flag clearReadOnly);
+
+/// Shows the box "Disk Error" of an error number and maps the answer: 0 resume the failed
+/// statement, 1 go on with the next, 2 unrecoverable, 3 unrecognised (also: number not in table).
+std::int16_t FileErrors(std::int16_t errVal);
+
+/// True if the file can be opened for reading. An empty path and a folder give false.
+Flag FileExists(std::string_view path);
+
+void CloseFile(FileHandle file);
+
+/// Closes every file that is open.
+void CloseAllFiles();
+
+/// Length in bytes; 0 for a handle that isn't open.
+std::int64_t FileLength(FileHandle file);
+
+/// Reads bytes starting at `position`, counted from 1. False, with the run-time error "Input past
+/// end of file", if not all of them are there; what lies before the end has then been read.
+bool ReadBytes(FileHandle file, std::int64_t position, std::span<std::uint8_t> bytes);
+
+/// Writes bytes at `position`, counted from 1. False, with a run-time error, on failure.
+bool WriteBytes(FileHandle file, std::int64_t position, std::span<const std::uint8_t> bytes);
+
+/// Replaces the file by one that holds just these bytes: written beside it under the name with
+/// "~" added, then renamed, so that whoever reads sees the old file or the new one. On failure
+/// shows "Open Error", leaves the old file as it was and returns false.
+bool ReplaceFile(std::string_view path, std::span<const std::uint8_t> bytes);
+
+/// The same without a box; the run-time error tells the reason.
+bool ReplaceFileSilently(std::string_view path, std::span<const std::uint8_t> bytes);
+
+/// Reads a whole file of at most `limit` bytes. False, with a run-time error, on failure.
+bool ReadWholeFile(std::string_view path, std::int64_t limit, Bytes& bytes);
+
+/// Deletes a file; a missing one is no error.
+void DeleteFile(std::string_view path);
+
+/// Time of the last change. No value if the file isn't there.
+std::optional<std::filesystem::file_time_type> FileDate(std::string_view path);
+
+/// The platform's form of a path. Where no file of that very name exists, an existing one that
+/// differs by case alone is taken, folder by folder.
+std::string NativePath(std::string_view path);
+
+/// The program's form ("\" between folders) of a platform path.
+std::string ProgramPath(std::string_view nativePath);
+
+/// Trims blanks from both ends and appends "\" unless the last character is one.
+std::string AddBackslash(std::string_view path);
+
+/// The file name without folders, and without its last four characters if `cutExtension` is set.
+std::string BaseName(std::string_view path, bool cutExtension);
+
+}  // namespace orvantis

@@ -1,0 +1,45 @@
+// The one process-wide record of the session: where the data lies, what is on display, and the
+// two interfaces through which the program reaches the world.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "surface/drawing_surface.h"
+#include "surface/shell.h"
+#include "surface/values.h"
+
+namespace orvantis {
+
+struct SessionState {
+    // Set by whoever starts the program; never null while a routine of the session runs.
+    Shell* shell = nullptr;            ///< message boxes and the rest of the desktop
+    DrawingSurface* picture = nullptr;  ///< the main picture, which shows the map
+
+    std::string ProgramDir;          ///< the database and the stored image; trailing backslash
+    std::string UserDataPath;        ///< settings, maps, selections, city files; trailing backslash
+    std::string SystemDataPath;      ///< exchange files and ephemeris tables; trailing backslash
+    std::string SwissEphemPath;      ///< Swiss Ephemeris files; native path, no trailing separator
+    std::string VersionText;         ///< major, minor and revision number joined by points
+
+    std::string SettingsPath;        ///< settings file last loaded
+    std::string SettingsName;        ///< its name without folder and extension
+    std::string PointFile;           ///< point selection file
+    std::string ColourFile;          ///< point colour file
+    std::string UserColourFile;      ///< the user's own point colour file
+
+    Flag StartupDone = kFalse;       ///< the first picture has been drawn
+    std::int16_t ChartNumber = 0;    ///< number of the chart on display, 0 none
+    std::int16_t EclipseNumber = 0;  ///< number of the selected eclipse, 0 none
+    Flag AstroClockOn = kFalse;      ///< the AstroClock runs
+
+    std::array<std::string, 4> RecentMaps;  ///< recent map documents, most recent first
+    std::int16_t RecentCount = 0;           ///< entries of RecentMaps in use, 0 to 4
+
+    Image StoredImage;               ///< the last map drawn, without any chart lines
+};
+
+extern SessionState session;
+
+}  // namespace orvantis

@@ -1,0 +1,74 @@
+#include "text/strings.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace orvantis {
+
+namespace {
+
+unsigned char UpperByte(unsigned char c) {
+    if (c >= 'a' && c <= 'z') return static_cast<unsigned char>(c - 32);
+    if (c >= 0xE0 && c != 0xF7 && c != 0xFF) return static_cast<unsigned char>(c - 32);
+    return c;
+}
+
+unsigned char LowerByte(unsigned char c) {
+    if (c >= 'A' && c <= 'Z') return static_cast<unsigned char>(c + 32);
+    if (c >= 0xC0 && c <= 0xDE && c != 0xD7) return static_cast<unsigned char>(c + 32);
+    return c;
+}
+
+}  // namespace
+
+std::string_view TrimRight(std::string_view text) {
+    const std::size_t end = text.find_last_not_of(' ');
+    return text.substr(0, end == std::string_view::npos ? 0 : end + 1);
+}
+
+std::string_view Trim(std::string_view text) {
+    const std::string_view cut = TrimRight(text);
+    const std::size_t start = cut.find_first_not_of(' ');
+    return start == std::string_view::npos ? std::string_view{} : cut.substr(start);
+}
+
+std::string UpperCase(std::string_view text) {
+    std::string result(text);
+    for (char& c : result) c = static_cast<char>(UpperByte(static_cast<unsigned char>(c)));
+    return result;
+}
+
+std::string LowerCase(std::string_view text) {
+    std::string result(text);
+    for (char& c : result) c = static_cast<char>(LowerByte(static_cast<unsigned char>(c)));
+    return result;
+}
+
+bool SameText(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
+        return UpperByte(static_cast<unsigned char>(x)) == UpperByte(static_cast<unsigned char>(y));
+    });
+}
+
+double NumericValue(std::string_view text) {
+    text = Trim(text);
+    if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+    // from_chars also reads "inf" and "nan", which are no numbers here.
+    const std::size_t first = !text.empty() && text.front() == '-' ? 1 : 0;
+    if (first >= text.size() || (text[first] != '.' && (text[first] < '0' || text[first] > '9'))) {
+        return 0;
+    }
+    double value = 0;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    return value;
+}
+
+std::string ZeroPadded(std::int32_t value, int digits) {
+    std::string number = std::to_string(value < 0 ? -static_cast<std::int64_t>(value) : value);
+    if (static_cast<int>(number.size()) < digits) {
+        number.insert(0, static_cast<std::size_t>(digits) - number.size(), '0');
+    }
+    return value < 0 ? "-" + number : number;
+}
+
+}  // namespace orvantis

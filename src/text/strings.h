@@ -1,0 +1,31 @@
+// Text as bytes: trimming, case, numbers in front of a text, formats of numbers.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace orvantis {
+
+/// Line break of every message and text file.
+inline constexpr std::string_view kCrLf = "\r\n";
+
+/// The text without blanks (code 32) at both ends, or at its right end.
+std::string_view Trim(std::string_view text);
+std::string_view TrimRight(std::string_view text);
+
+/// Upper and lower case of the letters a to z and of those of code page 1252 above 191.
+std::string UpperCase(std::string_view text);
+std::string LowerCase(std::string_view text);
+
+/// True if both texts are the same but for the case of letters.
+bool SameText(std::string_view a, std::string_view b);
+
+/// The leading number of a text: blanks, a sign, digits, a decimal point and an exponent. 0 if the
+/// text doesn't begin with a number.
+double NumericValue(std::string_view text);
+
+/// Whole number with leading zeros up to `digits`.
+std::string ZeroPadded(std::int32_t value, int digits);
+
+}  // namespace orvantis
