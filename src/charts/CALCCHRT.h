@@ -50,41 +50,41 @@ inline constexpr std::int16_t kUserSVP = 10;
 
 /// A calculated chart. Arrays of points count from 1; element 0 stands unused.
 struct CalcChart {
-    std::string Name;                       ///< first line of the title, up to 30 characters
-    std::string Name2;                      ///< second line, up to 30 characters
-    std::int16_t ChartType = 0;             ///< and the small fields of the chart's record
+    std::string Name;            ///< first line of the title, up to 30 characters
+    std::string Name2;           ///< second line, up to 30 characters
+    std::int16_t ChartType = 0;  ///< and the small fields of the chart's record
     std::int16_t ChartSubType = 0;
     std::int16_t ChartFlags = 0;
     std::int16_t HouseCode = 0;
     std::int16_t AyanamsaCode = 0;
     std::int16_t RecordForm = 0;
-    std::string DateText;                   ///< as formatted, up to 14 characters
-    std::string TimeText;                   ///< up to 12
-    float ZoneHours = 0;                    ///< hours, west positive
-    std::string ZoneText;                   ///< up to 5
-    std::string Place;                      ///< up to 20
-    std::string Country;                    ///< up to 20
-    std::string LatText;                    ///< up to 8
-    std::string LongText;                   ///< up to 9
-    std::int16_t Zodiac = 1;                ///< 1 to 10
-    std::int16_t Frame = 1;                 ///< 1 geocentric, 2 heliocentric
-    std::int16_t HouseSystem = 5;           ///< 1 to 9
+    std::string DateText;          ///< as formatted, up to 14 characters
+    std::string TimeText;          ///< up to 12
+    float ZoneHours = 0;           ///< hours, west positive
+    std::string ZoneText;          ///< up to 5
+    std::string Place;             ///< up to 20
+    std::string Country;           ///< up to 20
+    std::string LatText;           ///< up to 8
+    std::string LongText;          ///< up to 9
+    std::int16_t Zodiac = 1;       ///< 1 to 10
+    std::int16_t Frame = 1;        ///< 1 geocentric, 2 heliocentric
+    std::int16_t HouseSystem = 5;  ///< 1 to 9
     Flag TrueNodeFlag = kTrue;
-    double TimeUT = 0;                      ///< hours; outside 0 to 24 on another civil day
-    double JulianDayET = 0;                 ///< Julian day, ephemeris time
+    double TimeUT = 0;       ///< hours; outside 0 to 24 on another civil day
+    double JulianDayET = 0;  ///< Julian day, ephemeris time
     Flag Cusp1AtAscendant = kFalse;
     Flag Cusp10AtMidheaven = kFalse;
-    std::array<double, 13> Cusp{};          ///< 1 to 12, degrees in the chart's zodiac
-    std::array<double, 73> Lon{};           ///< ecliptic longitude in the chart's zodiac, degrees,
-                                            ///< 0 to 360; below 0: not calculated
-    std::array<double, 73> Lat{};           ///< ecliptic latitude, degrees
-    std::array<double, 73> Dist{};          ///< astronomical units, 0 none
-    std::array<double, 73> LonSpeed{};      ///< degrees a day
-    std::array<double, 73> LatSpeed{};      ///< degrees a day
-    std::array<float, 73> Dec{};            ///< declination, degrees
-    std::array<float, 73> RA{};             ///< right ascension, degrees, 0 to 360
-    std::array<Flag, 73> Retro{};           ///< after the whole calculation: not calculated
-    std::array<double, 73> SortLon{};       ///< display copy for the wheel
+    std::array<double, 13> Cusp{};      ///< 1 to 12, degrees in the chart's zodiac
+    std::array<double, 73> Lon{};       ///< ecliptic longitude in the chart's zodiac, degrees,
+                                        ///< 0 to 360; below 0: not calculated
+    std::array<double, 73> Lat{};       ///< ecliptic latitude, degrees
+    std::array<double, 73> Dist{};      ///< astronomical units, 0 none
+    std::array<double, 73> LonSpeed{};  ///< degrees a day
+    std::array<double, 73> LatSpeed{};  ///< degrees a day
+    std::array<float, 73> Dec{};        ///< declination, degrees
+    std::array<float, 73> RA{};         ///< right ascension, degrees, 0 to 360
+    std::array<Flag, 73> Retro{};       ///< after the whole calculation: not calculated
+    std::array<double, 73> SortLon{};   ///< display copy for the wheel
     std::array<std::int16_t, 73> SortOrder{};
     std::array<std::int16_t, 73> Shown{};
 };
@@ -94,13 +94,13 @@ extern std::array<CalcChart, 3> calcChart;
 
 /// Whole-chart values of the chart calculated last.
 struct ChartNow {
-    double PlaceLat = 0;           ///< degrees, north positive
-    double PlaceLongW = 0;         ///< degrees, WEST positive
-    double ObliquityNow = 0;       ///< degrees, of date
-    double RAMCNow = 0;            ///< degrees, 0 to 360
-    double ZodiacOffsetNow = 0;    ///< degrees, added to tropical longitudes
-    double JulianDayUT = 0;        ///< Julian day, Universal Time
-    double DeltaT = 0;             ///< hours
+    double PlaceLat = 0;         ///< degrees, north positive
+    double PlaceLongW = 0;       ///< degrees, WEST positive
+    double ObliquityNow = 0;     ///< degrees, of date
+    double RAMCNow = 0;          ///< degrees, 0 to 360
+    double ZodiacOffsetNow = 0;  ///< degrees, added to tropical longitudes
+    double JulianDayUT = 0;      ///< Julian day, Universal Time
+    double DeltaT = 0;           ///< hours
 };
 
 extern ChartNow chartNow;

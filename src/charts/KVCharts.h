@@ -16,41 +16,41 @@ namespace orvantis {
 
 /// A moment at a place, 115 bytes on disk (layout above its reader).
 struct ChartEvent {
-    std::string name;               ///< up to 50 characters
-    std::string place;              ///< up to 20
-    std::string country;            ///< up to 20
-    float longitude = 0;            ///< degrees, WEST positive
-    float latitude = 0;             ///< degrees, north positive
-    std::int16_t year = 0;          ///< astronomical: 1 BC is 0
-    std::uint8_t month = 0;         ///< 1 to 12
+    std::string name;        ///< up to 50 characters
+    std::string place;       ///< up to 20
+    std::string country;     ///< up to 20
+    float longitude = 0;     ///< degrees, WEST positive
+    float latitude = 0;      ///< degrees, north positive
+    std::int16_t year = 0;   ///< astronomical: 1 BC is 0
+    std::uint8_t month = 0;  ///< 1 to 12
     std::uint8_t day = 0;
     std::uint8_t hour = 0;
     std::uint8_t minute = 0;
     std::uint8_t second = 0;
-    float zoneHours = 0;            ///< hours, west positive: clock time plus zone is UT
-    std::string zoneName;           ///< up to 5 characters
+    float zoneHours = 0;   ///< hours, west positive: clock time plus zone is UT
+    std::string zoneName;  ///< up to 5 characters
     std::uint8_t reservedEvent = 0;
 };
 
 /// A chart as files keep it, 292 bytes on disk (layout above its reader).
 struct FileChart {
-    std::uint8_t chartType = 1;        ///< 1 to 13
-    std::uint8_t chartSubType = 1;     ///< 1 to 99
-    ChartEvent event;                  ///< the chart's moment
+    std::uint8_t chartType = 1;     ///< 1 to 13
+    std::uint8_t chartSubType = 1;  ///< 1 to 99
+    ChartEvent event;               ///< the chart's moment
     std::uint8_t reserved1 = 0;
-    std::string reserved2;             ///< 2 characters
-    std::string reserved3;             ///< 30 characters
+    std::string reserved2;  ///< 2 characters
+    std::string reserved3;  ///< 30 characters
     std::uint8_t reserved4 = 0;
-    std::uint8_t houseCode = 0;        ///< house system, 1 to 9; 0 in old files: none chosen
-    std::uint8_t ayanamsaCode = 0;     ///< zodiac, 1 to 10; 0 none chosen
-    float ayanamsaValue = 0;           ///< degrees
-    std::uint8_t recordForm = 1;       ///< form code of the record
-    std::int32_t commentRef = 0;       ///< first comment block, 0 none
-    ChartEvent event2;                 ///< second moment; its name is the second title
+    std::uint8_t houseCode = 0;     ///< house system, 1 to 9; 0 in old files: none chosen
+    std::uint8_t ayanamsaCode = 0;  ///< zodiac, 1 to 10; 0 none chosen
+    float ayanamsaValue = 0;        ///< degrees
+    std::uint8_t recordForm = 1;    ///< form code of the record
+    std::int32_t commentRef = 0;    ///< first comment block, 0 none
+    ChartEvent event2;              ///< second moment; its name is the second title
     std::int16_t extra1 = 0;
     std::uint8_t extra2 = 0;
     std::array<std::uint8_t, 2> extraPair{};
-    std::uint8_t chartFlags = 0;       ///< bits 0 and 1: the two options held with the chart
+    std::uint8_t chartFlags = 0;  ///< bits 0 and 1: the two options held with the chart
     std::uint8_t extra3 = 0;
     double extra4 = 0;
 };
@@ -62,22 +62,22 @@ struct Format1Record {
     std::uint8_t chartFlags = 0;
     std::uint8_t extraPair0 = 0;
     std::uint8_t extra3 = 0;
-    std::string name;                  ///< up to 30 characters
-    std::string place;                 ///< up to 20
-    std::string country;               ///< up to 20
-    float zoneHours = 0;               ///< hours, west positive
-    std::string zoneName;              ///< up to 5 characters
+    std::string name;      ///< up to 30 characters
+    std::string place;     ///< up to 20
+    std::string country;   ///< up to 20
+    float zoneHours = 0;   ///< hours, west positive
+    std::string zoneName;  ///< up to 5 characters
     std::uint8_t day = 0;
     std::uint8_t month = 0;
     std::int16_t year = 0;
     std::uint8_t hour = 0;
     std::uint8_t minute = 0;
     std::uint8_t second = 0;
-    std::uint8_t longWest = 1;         ///< 1 west, 0 east
+    std::uint8_t longWest = 1;  ///< 1 west, 0 east
     std::uint8_t longDegrees = 0;
     std::uint8_t longMinutes = 0;
     std::uint8_t longSeconds = 0;
-    std::uint8_t latNorth = 1;         ///< 1 north, 0 south
+    std::uint8_t latNorth = 1;  ///< 1 north, 0 south
     std::uint8_t latDegrees = 0;
     std::uint8_t latMinutes = 0;
     std::uint8_t latSeconds = 0;
@@ -90,11 +90,11 @@ struct Format1Record {
 
 /// Numbers of the chart file types.
 namespace chart_file {
-inline constexpr std::int16_t kBlocks = -1;   ///< no extension: opens as a file with no charts
-inline constexpr std::int16_t kFormat0 = 0;   ///< "KVv1/2"
-inline constexpr std::int16_t kFormat1 = 1;   ///< "KVv3/4"
-inline constexpr std::int16_t kFormat2 = 2;   ///< "KVv5"
-inline constexpr std::int16_t kFormat3 = 3;   ///< "KVv6"
+inline constexpr std::int16_t kBlocks = -1;  ///< no extension: opens as a file with no charts
+inline constexpr std::int16_t kFormat0 = 0;  ///< "KVv1/2"
+inline constexpr std::int16_t kFormat1 = 1;  ///< "KVv3/4"
+inline constexpr std::int16_t kFormat2 = 2;  ///< "KVv5"
+inline constexpr std::int16_t kFormat3 = 3;  ///< "KVv6"
 }  // namespace chart_file
 
 inline constexpr std::int64_t kChartEventSize = 115;

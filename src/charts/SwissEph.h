@@ -10,8 +10,8 @@
 namespace orvantis {
 
 struct SwissState {
-    Flag enabled = kFalse;     ///< the route is in use
-    Flag messages = kTrue;     ///< a failure is told to the user, once
+    Flag enabled = kFalse;  ///< the route is in use
+    Flag messages = kTrue;  ///< a failure is told to the user, once
 };
 
 extern SwissState swissState;

@@ -22,7 +22,7 @@ inline constexpr std::int16_t kPointLabel = 14;
 
 /// A label on the map.
 struct LineLabel {
-    std::int16_t x = 0;     ///< pixels
+    std::int16_t x = 0;  ///< pixels
     std::int16_t y = 0;
     std::int16_t code = 0;  ///< point number, plus 100 times a relation; or a character, or a sign
     std::int16_t type = 0;  ///< line type, 1 to 14

@@ -35,30 +35,30 @@ inline constexpr std::int16_t kGlobeOblate = 3;
 /// | 130    | 8    | cityFile, blank padded                  |
 /// | 138    | 2    | fillCount                               |
 struct MapDocument {
-    std::int16_t reserved = 0;       ///< kept as read
+    std::int16_t reserved = 0;                                          ///< kept as read
     std::string title = "Lat: 90S00 to 90N00  Long: 180W00 to 180E00";  ///< up to 80 characters
-    float south = -90;               ///< edges of the view, degrees, north and east positive;
-    float west = -180;               ///< west above east: the view crosses the date line;
-    float north = 90;                ///< a globe has south and north at its centre
+    float south = -90;  ///< edges of the view, degrees, north and east positive;
+    float west = -180;  ///< west above east: the view crosses the date line;
+    float north = 90;   ///< a globe has south and north at its centre
     float east = 180;
-    std::int16_t projection = 0;     ///< 0 to 3, see namespace projection
-    std::int16_t precision = 5;      ///< level file drawn, 1 (finest) to 5
+    std::int16_t projection = 0;  ///< 0 to 3, see namespace projection
+    std::int16_t precision = 5;   ///< level file drawn, 1 (finest) to 5
     std::array<Flag, 9> hidden = {0, 0, 0, -1, -1, 0, -1, -1, -1};  ///< by detail class 1 to 8
-    Flag gridOn = kFalse;            ///< nonzero: the coordinate grid is shown
-    float gridLatStep = 15;          ///< degrees
-    float gridLongStep = 30;         ///< degrees
-    std::string cityFile;            ///< base name of the city file, up to 8 characters, or blank
-    std::int16_t fillCount = 0;      ///< fills of the fill list in use, 0 or more
+    Flag gridOn = kFalse;        ///< nonzero: the coordinate grid is shown
+    float gridLatStep = 15;      ///< degrees
+    float gridLongStep = 30;     ///< degrees
+    std::string cityFile;        ///< base name of the city file, up to 8 characters, or blank
+    std::int16_t fillCount = 0;  ///< fills of the fill list in use, 0 or more
 };
 
 inline constexpr std::int64_t kMapDocumentSize = 140;
 
 /// Seed of one fill, 12 bytes on disk: lat, longitude, colour, 4 bytes each.
 struct FillRecord {
-    float lat = 0;       ///< degrees, north positive
-    float longitude = 0; ///< degrees, east positive
-    Colour colour = -1;  ///< -1: the sea colour of the moment; otherwise a colour, which may carry
-                         ///< the palette mark
+    float lat = 0;        ///< degrees, north positive
+    float longitude = 0;  ///< degrees, east positive
+    Colour colour = -1;   ///< -1: the sea colour of the moment; otherwise a colour, which may carry
+                          ///< the palette mark
 };
 
 inline constexpr std::int64_t kFillRecordSize = 12;

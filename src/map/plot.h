@@ -14,23 +14,23 @@ namespace orvantis {
 
 /// Where a coast entered or left the map rectangle.
 struct ClipCrossing {
-    std::int16_t side = 0;        ///< see namespace side
+    std::int16_t side = 0;  ///< see namespace side
     std::int16_t x = 0;
     std::int16_t y = 0;
-    Flag startInside = kFalse;    ///< the segment's start was the inside end
+    Flag startInside = kFalse;  ///< the segment's start was the inside end
 };
 
 /// State of the plot, valid for its length; fillSeaOnly and fillOtherColour are set before it by
 /// the search for colours on a zoom rectangle.
 struct PlotState {
-    Colour outlineColour = 0;                 ///< of the map's lines, and border of every flood
-    std::vector<ClipCrossing> crossings{1};   ///< 1 to count; element 0 stands unused
-    bool plotted = false;                     ///< some point fell strictly inside the map
-    bool islandsOnly = false;                 ///< islands stand in the sea, no coast at the edge
-    Flag printing = kFalse;                   ///< the target is the printer
+    Colour outlineColour = 0;                ///< of the map's lines, and border of every flood
+    std::vector<ClipCrossing> crossings{1};  ///< 1 to count; element 0 stands unused
+    bool plotted = false;                    ///< some point fell strictly inside the map
+    bool islandsOnly = false;                ///< islands stand in the sea, no coast at the edge
+    Flag printing = kFalse;                  ///< the target is the printer
     Flag fillSeaOnly = kFalse;
     Flag fillOtherColour = kFalse;
-    bool interrupted = false;                 ///< the user cancelled after a failure
+    bool interrupted = false;  ///< the user cancelled after a failure
 };
 
 extern PlotState plotState;
@@ -48,10 +48,10 @@ void PlotVectors(Flag printing);
 Colour OutlineColour();
 
 /// Connection points, all optional, filled by the session.
-extern void (*stopForeignClock)();                                   ///< clock of another chart
+extern void (*stopForeignClock)();  ///< clock of another chart
 extern void (*plotChartLines)(Flag printing, Flag fullPlot, std::int16_t slot);
-extern void (*plotCountryNames)(bool capitals);                      ///< labels of countries
-extern void (*plotCities)();                                         ///< dots and names of cities
-extern void (*plotMouseMarks)();                                     ///< rulers of the mouse modes
+extern void (*plotCountryNames)(bool capitals);  ///< labels of countries
+extern void (*plotCities)();                     ///< dots and names of cities
+extern void (*plotMouseMarks)();                 ///< rulers of the mouse modes
 
 }  // namespace orvantis

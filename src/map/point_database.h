@@ -27,11 +27,11 @@ namespace orvantis {
 /// | 4      | 20   | name, blank padded                         |
 /// | 24     | 8    | latMin, latMax, longMin, longMax, 2 each   |
 struct LineHeader {
-    std::int16_t code = 0;     ///< thousands: detail class; the file is sorted on it
-    std::int16_t count = 0;    ///< points that follow in this file, 0 or more
-    std::string name;          ///< description, up to 20 characters
-    std::int16_t latMin = 0;   ///< extents of the whole line of level 1, arc-minutes,
-    std::int16_t latMax = 0;   ///< north and east positive
+    std::int16_t code = 0;    ///< thousands: detail class; the file is sorted on it
+    std::int16_t count = 0;   ///< points that follow in this file, 0 or more
+    std::string name;         ///< description, up to 20 characters
+    std::int16_t latMin = 0;  ///< extents of the whole line of level 1, arc-minutes,
+    std::int16_t latMax = 0;  ///< north and east positive
     std::int16_t longMin = 0;
     std::int16_t longMax = 0;
 };
@@ -75,9 +75,9 @@ struct ClassRow {
 
 /// What is held of the database in memory.
 struct PointDatabase {
-    std::vector<LineIndexEntry> LineIndex;     ///< 1 to count; element 0 stands unused
-    std::int16_t count = 0;                    ///< lines
-    std::array<ClassRow, 8> ClassRange{};      ///< classes 1 to 7; element 0 stands unused
+    std::vector<LineIndexEntry> LineIndex;  ///< 1 to count; element 0 stands unused
+    std::int16_t count = 0;                 ///< lines
+    std::array<ClassRow, 8> ClassRange{};   ///< classes 1 to 7; element 0 stands unused
 };
 
 extern PointDatabase pointDatabase;

@@ -26,15 +26,15 @@ struct MapRect {
 
 /// What is derived from the edges of the current document at the start of every plot.
 struct ViewExtent {
-    std::int16_t projection = 0;     ///< of the document
+    std::int16_t projection = 0;  ///< of the document
     float centreLat = 0;
     float centreLong = 0;
     float westDeg = -180;
     float eastDeg = 180;
     float southDeg = -90;
     float northDeg = 90;
-    float spanLong = 360;            ///< above 0, up to 360
-    float spanLat = 180;             ///< degrees; 180 where south equals north
+    float spanLong = 360;  ///< above 0, up to 360
+    float spanLat = 180;   ///< degrees; 180 where south equals north
     std::int16_t spanLongMin = 21600;
     std::int16_t spanLatMin = 10800;
     std::int16_t southMin = -5400;
@@ -43,11 +43,11 @@ struct ViewExtent {
     std::int16_t eastMin = 10800;
     std::int16_t offsetLongMin = 10800;  ///< minus the western edge
     std::int16_t offsetLatMin = -5400;   ///< minus the northern edge
-    float mercNorth = 0;             ///< Mercator alone
+    float mercNorth = 0;                 ///< Mercator alone
     float mercSouth = 0;
     float mercSpan = 0;
-    float globeOffset = 0;           ///< globes alone: 0
-    float globeScale = 1;            ///< globes alone: 1
+    float globeOffset = 0;  ///< globes alone: 0
+    float globeScale = 1;   ///< globes alone: 1
 };
 
 /// Sides of the map rectangle; 0 is none.
@@ -63,9 +63,9 @@ inline constexpr std::int16_t kBottom = 4;
 struct EdgeMark {
     std::int16_t x = 0;
     std::int16_t y = 0;
-    std::int16_t side = 0;   ///< see namespace side
-    std::int16_t kind = 0;   ///< point number, plus 100 times a relation; or a character, or a sign
-    std::int16_t type = 0;   ///< line type, 1 to 14
+    std::int16_t side = 0;  ///< see namespace side
+    std::int16_t kind = 0;  ///< point number, plus 100 times a relation; or a character, or a sign
+    std::int16_t type = 0;  ///< line type, 1 to 14
 };
 
 /// The view in force and the state of the curve being drawn.
@@ -73,12 +73,12 @@ struct MapView {
     DrawingSurface* surface = nullptr;  ///< what is drawn on; set for the length of a plot
     MapRect rect;
     ViewExtent extent;
-    std::int16_t glyphWidth = 0;        ///< of the Sun's glyph, pixels
+    std::int16_t glyphWidth = 0;  ///< of the Sun's glyph, pixels
     std::int16_t glyphHeight = 0;
-    std::vector<EdgeMark> edgeMarks;    ///< emptied at the start of each plot of the lines
-    double previousLat = 0;             ///< previous sample of DrawMapSegment
+    std::vector<EdgeMark> edgeMarks;  ///< emptied at the start of each plot of the lines
+    double previousLat = 0;           ///< previous sample of DrawMapSegment
     double previousLong = 0;
-    std::int16_t lastX = 0;             ///< its position
+    std::int16_t lastX = 0;  ///< its position
     std::int16_t lastY = 0;
 };
 
@@ -88,7 +88,9 @@ extern MapView mapView;
 double MercatorY(double lat);
 
 /// True for the two flat projections.
-inline bool IsFlat(std::int16_t projectionNumber) { return projectionNumber < 2; }
+inline bool IsFlat(std::int16_t projectionNumber) {
+    return projectionNumber < 2;
+}
 
 /// Computes ViewExtent from the current document.
 void SetViewExtent();
@@ -121,10 +123,10 @@ void ChangeProjection(std::int16_t newProjection, std::int16_t oldProjection);
 
 /// Where the segment from (x0, y0) to (x1, y1) crosses the edge of the map.
 struct EdgeCrossing {
-    std::int16_t side = 0;        ///< 0: it doesn't
+    std::int16_t side = 0;  ///< 0: it doesn't
     std::int16_t x = 0;
     std::int16_t y = 0;
-    bool startInside = false;     ///< of the inset search alone: the start was the inside end
+    bool startInside = false;  ///< of the inset search alone: the start was the inside end
 };
 
 /// The crossing with the map's edge, by the rule of the projection.
@@ -139,8 +141,8 @@ inline constexpr std::int16_t kNoMark = -1;
 /// Draws a curve through one more sample (degrees). `first` is true for a curve's first sample;
 /// `visible` is the caller's, false before the first sample. `labelKind` (0 or more) and
 /// `labelCode` (line type, 1 or more) ask for an edge mark where the curve crosses the map's edge.
-void DrawMapSegment(double lat, double longitude, bool first, bool& visible,
-                    std::int16_t labelKind, std::int16_t labelCode);
+void DrawMapSegment(double lat, double longitude, bool first, bool& visible, std::int16_t labelKind,
+                    std::int16_t labelCode);
 
 /// Full-width views: draws from the last point out at one side of the map and in at the other, to
 /// (x, y).

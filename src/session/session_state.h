@@ -14,20 +14,20 @@ namespace orvantis {
 
 struct SessionState {
     // Set by whoever starts the program; never null while a routine of the session runs.
-    Shell* shell = nullptr;            ///< message boxes and the rest of the desktop
+    Shell* shell = nullptr;             ///< message boxes and the rest of the desktop
     DrawingSurface* picture = nullptr;  ///< the main picture, which shows the map
 
-    std::string ProgramDir;          ///< the database and the stored image; trailing backslash
-    std::string UserDataPath;        ///< settings, maps, selections, city files; trailing backslash
-    std::string SystemDataPath;      ///< exchange files and ephemeris tables; trailing backslash
-    std::string SwissEphemPath;      ///< Swiss Ephemeris files; native path, no trailing separator
-    std::string VersionText;         ///< major, minor and revision number joined by points
+    std::string ProgramDir;      ///< the database and the stored image; trailing backslash
+    std::string UserDataPath;    ///< settings, maps, selections, city files; trailing backslash
+    std::string SystemDataPath;  ///< exchange files and ephemeris tables; trailing backslash
+    std::string SwissEphemPath;  ///< Swiss Ephemeris files; native path, no trailing separator
+    std::string VersionText;     ///< major, minor and revision number joined by points
 
-    std::string SettingsPath;        ///< settings file last loaded
-    std::string SettingsName;        ///< its name without folder and extension
-    std::string PointFile;           ///< point selection file
-    std::string ColourFile;          ///< point colour file
-    std::string UserColourFile;      ///< the user's own point colour file
+    std::string SettingsPath;    ///< settings file last loaded
+    std::string SettingsName;    ///< its name without folder and extension
+    std::string PointFile;       ///< point selection file
+    std::string ColourFile;      ///< point colour file
+    std::string UserColourFile;  ///< the user's own point colour file
 
     Flag StartupDone = kFalse;       ///< the first picture has been drawn
     std::int16_t ChartNumber = 0;    ///< number of the chart on display, 0 none
@@ -37,7 +37,7 @@ struct SessionState {
     std::array<std::string, 4> RecentMaps;  ///< recent map documents, most recent first
     std::int16_t RecentCount = 0;           ///< entries of RecentMaps in use, 0 to 4
 
-    Image StoredImage;               ///< the last map drawn, without any chart lines
+    Image StoredImage;  ///< the last map drawn, without any chart lines
 };
 
 extern SessionState session;

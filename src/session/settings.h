@@ -13,12 +13,12 @@ namespace orvantis {
 
 /// How the lines of one line type are drawn.
 struct LineStyle {
-    Flag displayed = kFalse;      ///< nonzero: lines of this type are drawn
-    Flag planetColour = kFalse;   ///< nonzero: the colour of the line's point is taken
-    Colour colour = 0;            ///< colour of the line where planetColour is 0
-    std::int16_t thickness = 1;   ///< pixels, 1 or more
-    std::int16_t style = 0;       ///< 0 solid, 1 dash, 2 dot, 3 dash dot, 4 dash dot dot
-    std::int16_t symbolShape = 0; ///< box of its labels: 0 rectangle, 1 rounded, 2 ellipse
+    Flag displayed = kFalse;       ///< nonzero: lines of this type are drawn
+    Flag planetColour = kFalse;    ///< nonzero: the colour of the line's point is taken
+    Colour colour = 0;             ///< colour of the line where planetColour is 0
+    std::int16_t thickness = 1;    ///< pixels, 1 or more
+    std::int16_t style = 0;        ///< 0 solid, 1 dash, 2 dot, 3 dash dot, 4 dash dot dot
+    std::int16_t symbolShape = 0;  ///< box of its labels: 0 rectangle, 1 rounded, 2 ellipse
 };
 
 inline constexpr std::size_t kLineTypeCount = 15;
@@ -28,38 +28,38 @@ std::array<LineStyle, kLineTypeCount> DefaultLineStyles();
 
 /// The image of a settings file.
 struct Settings {
-    std::string description;               ///< up to 80 characters
-    Colour mapBackColour = 0x80FF00;       ///< the land: what the map is cleared to
-    Colour specialFillColour = 0xC0C0C0;   ///< the sea
+    std::string description;              ///< up to 80 characters
+    Colour mapBackColour = 0x80FF00;      ///< the land: what the map is cleared to
+    Colour specialFillColour = 0xC0C0C0;  ///< the sea
     std::array<LineStyle, kLineTypeCount> lineStyle = DefaultLineStyles();
-    float symbolSize = 9;                  ///< glyphs on the map, points
+    float symbolSize = 9;                    ///< glyphs on the map, points
     std::string textFontName = "QX Symbol";  ///< font of names on the map, up to 30 characters
-    float textFontSize = 8.25F;            ///< points
+    float textFontSize = 8.25F;              ///< points
     Flag textFontBold = kFalse;
     Flag textFontItalic = kFalse;
 };
 
 /// Options that live in the INI file or are set by a command alone.
 struct Options {
-    Flag monthFirst = kTrue;               ///< dates are written month first
-    Flag clock24 = kFalse;                 ///< times are written on the 24 hour clock
-    std::int16_t ayanamsa = 1;             ///< zodiac of new charts, 1 to 10; 1 tropical
-    double userSVP = 0;                    ///< base of zodiac 10, degrees
-    std::int16_t houseSystem = 5;          ///< house system of new charts, 1 to 9; 5 Placidus
-    Flag trueNode = kTrue;                 ///< true lunar node, otherwise the mean one
-    Flag vulcWeston = kTrue;               ///< Vulcan by L.H.Weston, otherwise by D.Baker
-    Flag dayNight = kFalse;                ///< night side shaded
-    std::int16_t localLineExtent = 360;    ///< length of local space lines, degrees
-    Flag extraAnnotation = kTrue;          ///< edge marks carry a letter for the side of the line
-    std::int16_t lineMode = 1;             ///< 1 in mundo ("Rise/Set"), 2 zodiacal ("Asc/Dsc")
-    std::int16_t mapZodiac = 0;            ///< 0 celestial, 1 geodetic
-    double geodeticStart = 0;              ///< longitude of 0 Aries of the geodetic zodiac, degrees
-    Flag geodeticAscDsc = kTrue;           ///< geodetic rise and set lines worked on the equator
-    std::int16_t paranPoint = 1;           ///< point number whose parans are drawn
-    float paranLimit = 60;                 ///< latitude beyond which no paran is drawn, degrees
-    Flag holdRefresh = kFalse;             ///< no refreshes of the picture during a plot
-    Flag lineNumbers = kFalse;             ///< the codes of the map's lines are written on the map
-    Flag fillPoints = kFalse;              ///< the seeds of fills are marked on the map
+    Flag monthFirst = kTrue;             ///< dates are written month first
+    Flag clock24 = kFalse;               ///< times are written on the 24 hour clock
+    std::int16_t ayanamsa = 1;           ///< zodiac of new charts, 1 to 10; 1 tropical
+    double userSVP = 0;                  ///< base of zodiac 10, degrees
+    std::int16_t houseSystem = 5;        ///< house system of new charts, 1 to 9; 5 Placidus
+    Flag trueNode = kTrue;               ///< true lunar node, otherwise the mean one
+    Flag vulcWeston = kTrue;             ///< Vulcan by L.H.Weston, otherwise by D.Baker
+    Flag dayNight = kFalse;              ///< night side shaded
+    std::int16_t localLineExtent = 360;  ///< length of local space lines, degrees
+    Flag extraAnnotation = kTrue;        ///< edge marks carry a letter for the side of the line
+    std::int16_t lineMode = 1;           ///< 1 in mundo ("Rise/Set"), 2 zodiacal ("Asc/Dsc")
+    std::int16_t mapZodiac = 0;          ///< 0 celestial, 1 geodetic
+    double geodeticStart = 0;            ///< longitude of 0 Aries of the geodetic zodiac, degrees
+    Flag geodeticAscDsc = kTrue;         ///< geodetic rise and set lines worked on the equator
+    std::int16_t paranPoint = 1;         ///< point number whose parans are drawn
+    float paranLimit = 60;               ///< latitude beyond which no paran is drawn, degrees
+    Flag holdRefresh = kFalse;           ///< no refreshes of the picture during a plot
+    Flag lineNumbers = kFalse;           ///< the codes of the map's lines are written on the map
+    Flag fillPoints = kFalse;            ///< the seeds of fills are marked on the map
 };
 
 inline constexpr std::size_t kPointCount = 72;
@@ -74,8 +74,12 @@ extern std::array<Flag, kPointCount + 1> pointSelection;
 extern std::array<Colour, kPointCount + 1> pointColour;
 
 /// The land colour, to which the map is cleared, and the sea colour of fills.
-inline Colour LandColour() { return settings.mapBackColour; }
-inline Colour SeaColour() { return settings.specialFillColour; }
+inline Colour LandColour() {
+    return settings.mapBackColour;
+}
+inline Colour SeaColour() {
+    return settings.specialFillColour;
+}
 
 /// Reads points 1 to 36 from a point selection file. A missing file changes nothing; a record past
 /// the end of a short file reads as selected. Points 2 and 22 to 26 are never selected by a file.
@@ -95,6 +99,9 @@ void SaveUserPointColours();
 /// Reads a settings file and keeps its path and name. A failed open or a short file leaves the
 /// settings in memory as they were. With `redraw` set a full plot follows.
 void LoadSettings(std::string_view path, Flag redraw);
+
+/// Connection point: the full plot that follows new settings.
+extern void (*plotAfterSettings)();
 
 /// Writes the settings as a settings file under this description.
 void SaveSettings(std::string_view path, std::string_view description);

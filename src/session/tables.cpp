@@ -62,9 +62,13 @@ std::string PointShortName(std::int16_t point) {
     return std::string(words.shortName.empty() ? words.name.substr(0, 3) : words.shortName);
 }
 
-char PointGlyph(std::int16_t point) { return static_cast<char>(181 + point); }
+char PointGlyph(std::int16_t point) {
+    return static_cast<char>(181 + point);
+}
 
-char SignGlyph(std::int16_t sign) { return static_cast<char>(sign == 1 ? 221 : 127 + sign); }
+char SignGlyph(std::int16_t sign) {
+    return static_cast<char>(sign == 1 ? 221 : 127 + sign);
+}
 
 const std::array<std::string_view, 13> kSignNames = {
     "",      "Aries",   "Taurus",      "Gemini",    "Cancer",   "Leo",   "Virgo",
@@ -78,21 +82,33 @@ const std::array<std::string_view, 13> kMonthNames = {
     "July", "August",  "September", "October", "November", "December"};
 
 const std::array<std::string_view, 11> kAyanamsaNames = {
-    "",           "Tropical",     "Fagan-Allen", "Lahiri",    "DeLuce",  "Raman",
-    "Usha-Shashi", "Krishnamurti", "Djwhal Khul", "Draconic", "User SVP"};
+    "",        "Tropical",    "Fagan-Allen",  "Lahiri",      "DeLuce",
+    "Raman",   "Usha-Shashi", "Krishnamurti", "Djwhal Khul", "Draconic",
+    "User SVP"};
 
 const std::array<std::string_view, 10> kHouseSystemNames = {
-    "",         "Campanus",      "Koch",        "Meridian", "Morinus", "Placidus",
-    "Porphyry", "Regiomontanus", "Topocentric", "Equal"};
+    "",         "Campanus", "Koch",          "Meridian",    "Morinus",
+    "Placidus", "Porphyry", "Regiomontanus", "Topocentric", "Equal"};
 
-const std::array<std::string_view, 15> kLineTypeNames = {
-    "",           "Culminate",   "Anticulminate", "Rise",    "Set",
-    "Paran RS/RS", "Paran RS/MI", "Local Space",   "Local House", "Horizon",
-    "Ecliptic",   "Signs",       "Eclipse",       "Partial Eclipse", ""};
+const std::array<std::string_view, 15> kLineTypeNames = {"",
+                                                         "Culminate",
+                                                         "Anticulminate",
+                                                         "Rise",
+                                                         "Set",
+                                                         "Paran RS/RS",
+                                                         "Paran RS/MI",
+                                                         "Local Space",
+                                                         "Local House",
+                                                         "Horizon",
+                                                         "Ecliptic",
+                                                         "Signs",
+                                                         "Eclipse",
+                                                         "Partial Eclipse",
+                                                         ""};
 
 const std::array<std::string_view, 6> kEclipseTypeNames = {
-    "Partial", "Central Total", "Central Annular", "Central Annular/Total", "Non-Central Total",
-    "Non-Central Annular"};
+    "Partial",           "Central Total",      "Central Annular", "Central Annular/Total",
+    "Non-Central Total", "Non-Central Annular"};
 
 const std::array<MapDetail, 8> kMapDetails = {{{"Coasts", 1, true},
                                                {"Islands", 5, true},

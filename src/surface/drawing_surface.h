@@ -20,11 +20,11 @@ enum class LineDash : std::int16_t { Solid = 0, Dash = 1, Dot = 2, DashDot = 3, 
 
 /// The pen draws lines, outlines, single pixels and text.
 struct Pen {
-    int width = 1;                     ///< pixels, 1 or more; a wide line lies centred on its path
-    LineDash dash = LineDash::Solid;   ///< the pattern runs on from LineTo to LineTo
-    Colour colour = 0;                 ///< colour of lines, pixels and text
-    bool smooth = false;               ///< true: edges may be blended. The base map's lines never
-                                       ///< are, since floods need hard borders.
+    int width = 1;                    ///< pixels, 1 or more; a wide line lies centred on its path
+    LineDash dash = LineDash::Solid;  ///< the pattern runs on from LineTo to LineTo
+    Colour colour = 0;                ///< colour of lines, pixels and text
+    bool smooth = false;              ///< true: edges may be blended. The base map's lines never
+                                      ///< are, since floods need hard borders.
 };
 
 /// How the inside of a rectangle, an ellipse or a polygon is painted.

@@ -16,10 +16,14 @@ inline constexpr Flag kTrue = -1;
 using Colour = std::int32_t;
 
 /// The colour without the palette mark in its top byte.
-constexpr Colour PlainColour(Colour colour) { return colour & 0xFFFFFF; }
+constexpr Colour PlainColour(Colour colour) {
+    return colour & 0xFFFFFF;
+}
 
 /// The colour with the palette mark in its top byte.
-constexpr Colour PaletteColour(Colour colour) { return PlainColour(colour) + 0x2000000; }
+constexpr Colour PaletteColour(Colour colour) {
+    return PlainColour(colour) + 0x2000000;
+}
 
 /// A whole picture in memory, row by row from the top, without gaps.
 struct Image {

@@ -16,16 +16,24 @@ using Bytes = std::vector<std::uint8_t>;
 inline std::uint16_t GetU16(const std::uint8_t* p) {
     return static_cast<std::uint16_t>(p[0] | p[1] << 8);
 }
-inline std::int16_t GetI16(const std::uint8_t* p) { return static_cast<std::int16_t>(GetU16(p)); }
+inline std::int16_t GetI16(const std::uint8_t* p) {
+    return static_cast<std::int16_t>(GetU16(p));
+}
 inline std::uint32_t GetU32(const std::uint8_t* p) {
     return GetU16(p) | static_cast<std::uint32_t>(GetU16(p + 2)) << 16;
 }
-inline std::int32_t GetI32(const std::uint8_t* p) { return static_cast<std::int32_t>(GetU32(p)); }
+inline std::int32_t GetI32(const std::uint8_t* p) {
+    return static_cast<std::int32_t>(GetU32(p));
+}
 inline std::uint64_t GetU64(const std::uint8_t* p) {
     return GetU32(p) | static_cast<std::uint64_t>(GetU32(p + 4)) << 32;
 }
-inline float GetF32(const std::uint8_t* p) { return std::bit_cast<float>(GetU32(p)); }
-inline double GetF64(const std::uint8_t* p) { return std::bit_cast<double>(GetU64(p)); }
+inline float GetF32(const std::uint8_t* p) {
+    return std::bit_cast<float>(GetU32(p));
+}
+inline double GetF64(const std::uint8_t* p) {
+    return std::bit_cast<double>(GetU64(p));
+}
 
 inline void PutU16(std::uint8_t* p, std::uint16_t value) {
     p[0] = static_cast<std::uint8_t>(value);
@@ -45,7 +53,9 @@ inline void PutU64(std::uint8_t* p, std::uint64_t value) {
     PutU32(p, static_cast<std::uint32_t>(value));
     PutU32(p + 4, static_cast<std::uint32_t>(value >> 32));
 }
-inline void PutF32(std::uint8_t* p, float value) { PutU32(p, std::bit_cast<std::uint32_t>(value)); }
+inline void PutF32(std::uint8_t* p, float value) {
+    PutU32(p, std::bit_cast<std::uint32_t>(value));
+}
 inline void PutF64(std::uint8_t* p, double value) {
     PutU64(p, std::bit_cast<std::uint64_t>(value));
 }

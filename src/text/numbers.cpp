@@ -29,7 +29,9 @@ double ArcCos(double& c) {
     return kQuarterTurn - ArcTan2(std::sqrt(1 - c * c), c);
 }
 
-double ArcSin(double s) { return ArcTan2(std::sqrt(1 - s * s), s); }
+double ArcSin(double s) {
+    return ArcTan2(std::sqrt(1 - s * s), s);
+}
 
 std::int16_t ClampInt(std::int16_t value, std::int16_t low, std::int16_t high) {
     return value < low ? low : std::min(value, high);

@@ -12,10 +12,18 @@ namespace orvantis {
 inline constexpr double PI = std::numbers::pi;
 inline constexpr double DegToRad = PI / 180;
 
-inline double SinD(double degrees) { return std::sin(degrees * DegToRad); }
-inline double CosD(double degrees) { return std::cos(degrees * DegToRad); }
-inline double TanD(double degrees) { return std::tan(degrees * DegToRad); }
-inline double RadToDeg(double radians) { return radians / DegToRad; }
+inline double SinD(double degrees) {
+    return std::sin(degrees * DegToRad);
+}
+inline double CosD(double degrees) {
+    return std::cos(degrees * DegToRad);
+}
+inline double TanD(double degrees) {
+    return std::tan(degrees * DegToRad);
+}
+inline double RadToDeg(double radians) {
+    return radians / DegToRad;
+}
 
 /// Angle of the point (x, y), in radians in -pi to pi. Note the order: x first. On the y axis the
 /// result is plus or minus 1.5707963267949, at the origin 0.
@@ -29,13 +37,17 @@ double ArcCos(double& c);
 double ArcSin(double s);
 
 /// a - floor(a / b) * b: for b above 0 the result lies in 0 up to b, also for negative a.
-inline double Modulo(double a, double b) { return a - std::floor(a / b) * b; }
+inline double Modulo(double a, double b) {
+    return a - std::floor(a / b) * b;
+}
 
 /// `low` if value is below it, else the smaller of value and `high`.
 std::int16_t ClampInt(std::int16_t value, std::int16_t low, std::int16_t high);
 
 /// Julian centuries from JD 2415020.0 (1900 January 0.5).
-inline double JulianCenturies(double julianDay) { return (julianDay - 2415020.0) / 36525.0; }
+inline double JulianCenturies(double julianDay) {
+    return (julianDay - 2415020.0) / 36525.0;
+}
 
 /// Whole units, minutes and seconds of a value, each by floor, in 32-bit arithmetic.
 void SplitDMS(float value, std::int16_t& whole, std::int16_t& minutes, std::int16_t& seconds);

@@ -56,6 +56,8 @@ bool TakeRunTimeError(RunTimeError& runTimeError) {
     return true;
 }
 
-std::int16_t PendingRunTimeError() { return pendingNumber; }
+std::int16_t PendingRunTimeError() {
+    return pendingNumber;
+}
 
 }  // namespace orvantis

@@ -1,0 +1,2 @@
+// Stands in until the window joins.
+int main() { return 2; }

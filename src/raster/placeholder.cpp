@@ -1,0 +1,1 @@
+// Stands in until the surface on Qt Gui joins.

@@ -1,0 +1,364 @@
+// The one place that touches files. See files.h for the contract.
+#include "session/files.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+#include "session/session_state.h"
+#include "text/strings.h"
+
+namespace orvantis {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Open files by handle; slot 0 stands unused, -1 is free.
+constexpr std::size_t kMostFiles = 256;
+
+std::array<int, kMostFiles> MakeFreeSlots() {
+    std::array<int, kMostFiles> slots{};
+    slots.fill(-1);
+    return slots;
+}
+
+std::array<int, kMostFiles> descriptors = MakeFreeSlots();
+
+int Descriptor(FileHandle file) {
+    if (file < 1 || static_cast<std::size_t>(file) >= kMostFiles) return -1;
+    return descriptors[static_cast<std::size_t>(file)];
+}
+
+std::int16_t ErrorOfErrno(int number, const std::string& nativePath) {
+    switch (number) {
+        case ENOENT: {
+            std::error_code ignored;
+            const fs::path folder = fs::path(nativePath).parent_path();
+            const bool folderThere = folder.empty() || fs::is_directory(folder, ignored);
+            return folderThere ? error::kFileNotFound : error::kPathNotFound;
+        }
+        case ENOTDIR:
+            return error::kPathNotFound;
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG:
+            return error::kDiskFull;
+        case EMFILE:
+        case ENFILE:
+            return error::kTooManyFiles;
+        case ENAMETOOLONG:
+        case EINVAL:
+            return error::kBadFileName;
+        case EACCES:
+        case EPERM:
+        case EROFS:
+            return error::kPermission;
+        case EIO:
+            return error::kDeviceInput;
+        default:
+            return error::kPathAccess;
+    }
+}
+
+// Opens a regular file; devices, pipes and folders are refused without waiting for them.
+int OpenRegular(const std::string& nativePath, int flags, std::int16_t& errorNumber) {
+    if (nativePath.empty() || nativePath.find('\0') != std::string::npos) {
+        errorNumber = error::kBadFileName;
+        return -1;
+    }
+    const int descriptor = ::open(nativePath.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0666);
+    if (descriptor < 0) {
+        errorNumber = ErrorOfErrno(errno, nativePath);
+        return -1;
+    }
+    struct stat status {};
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+        ::close(descriptor);
+        errorNumber = error::kPathAccess;
+        return -1;
+    }
+    return descriptor;
+}
+
+// Opens in the access of a mode. Existing files that may not be written are opened for reading.
+int OpenInMode(const std::string& nativePath, std::int16_t mode, std::int16_t& errorNumber) {
+    switch (mode) {
+        case open_mode::kWriteText:
+            return OpenRegular(nativePath, O_WRONLY | O_CREAT | O_TRUNC, errorNumber);
+        case open_mode::kReadText:
+            return OpenRegular(nativePath, O_RDONLY, errorNumber);
+        case open_mode::kAppendText:
+            return OpenRegular(nativePath, O_WRONLY | O_CREAT | O_APPEND, errorNumber);
+        default: {
+            const int descriptor = OpenRegular(nativePath, O_RDWR, errorNumber);
+            if (descriptor >= 0 || errorNumber != error::kPermission) return descriptor;
+            return OpenRegular(nativePath, O_RDONLY, errorNumber);
+        }
+    }
+}
+
+void ShowOpenError(std::string_view path, std::int16_t errorNumber) {
+    if (session.shell == nullptr) return;
+    std::string text(path);
+    text.append(kCrLf).append(kCrLf).append(RunTimeErrorText(errorNumber));
+    session.shell->MessageBox(text, "Open Error", BoxButtons::Ok, BoxIcon::None);
+}
+
+bool WriteAll(int descriptor, std::int64_t offset, std::span<const std::uint8_t> bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::pwrite(descriptor, bytes.data(), bytes.size(), offset);
+        if (written < 0) {
+            if (errno == EINTR) continue;
+            return false;
+        }
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
+        offset += written;
+    }
+    return true;
+}
+
+// Writes the bytes beside the file and renames. Returns the error number, 0 on success.
+std::int16_t ReplaceNative(const std::string& target, std::span<const std::uint8_t> bytes) {
+    // The process number keeps two copies of the program from writing into one another.
+    const std::string aside = target + "~" + std::to_string(::getpid());
+    std::int16_t errorNumber = 0;
+    const int descriptor = OpenRegular(aside, O_WRONLY | O_CREAT | O_TRUNC, errorNumber);
+    if (descriptor < 0) return errorNumber;
+
+    if (!WriteAll(descriptor, 0, bytes)) errorNumber = ErrorOfErrno(errno, aside);
+    if (::close(descriptor) != 0 && errorNumber == 0) errorNumber = ErrorOfErrno(errno, aside);
+    if (errorNumber == 0) {
+        std::error_code failure;
+        if (fs::is_directory(target, failure)) {
+            errorNumber = error::kPathAccess;
+        } else {
+            fs::rename(aside, target, failure);
+            if (failure) errorNumber = ErrorOfErrno(failure.value(), target);
+        }
+    }
+    if (errorNumber != 0) ::unlink(aside.c_str());
+    return errorNumber;
+}
+
+// A name in `folder` that is `name` but for the case of its letters; `name` if there is none.
+std::string FindName(const fs::path& folder, const std::string& name) {
+    std::error_code failure;
+    for (fs::directory_iterator it(folder.empty() ? fs::path(".") : folder, failure), end;
+         !failure && it != end; it.increment(failure)) {
+        std::string candidate = it->path().filename().string();
+        if (SameText(candidate, name)) return candidate;
+    }
+    return name;
+}
+
+}  // namespace
+
+FileHandle FileOpener(std::string_view path, std::int16_t mode, std::int16_t /*recordLength*/,
+                      Flag clearReadOnly) {
+    if (mode < open_mode::kWriteText || mode > open_mode::kBinary) return 0;
+    const auto slot = std::find(descriptors.begin() + 1, descriptors.end(), -1);
+    if (slot == descriptors.end()) {
+        ShowOpenError(path, error::kTooManyFiles);
+        return 0;
+    }
+    const std::string native = NativePath(path);
+    if (clearReadOnly != 0) {
+        std::error_code ignored;
+        fs::permissions(native, fs::perms::owner_write, fs::perm_options::add, ignored);
+    }
+    std::int16_t errorNumber = 0;
+    const int descriptor = OpenInMode(native, mode, errorNumber);
+    if (descriptor < 0) {
+        ShowOpenError(path, errorNumber);
+        return 0;
+    }
+    *slot = descriptor;
+    return static_cast<FileHandle>(slot - descriptors.begin());
+}
+
+std::int16_t FileErrors(std::int16_t errVal) {
+    struct Row {
+        std::int16_t number;
+        std::string_view message;
+        BoxButtons buttons;
+        BoxIcon icon;
+    };
+    static constexpr std::array<Row, 10> rows = {{
+        {52, "Filename is illegal", BoxButtons::Ok, BoxIcon::Exclamation},
+        {64, "Filename is illegal", BoxButtons::Ok, BoxIcon::Exclamation},
+        {54, "Can't open file for requested access type.", BoxButtons::Ok, BoxIcon::Exclamation},
+        {55, "File is already open.", BoxButtons::Ok, BoxIcon::Exclamation},
+        {57, "Internal disk error.", BoxButtons::YesNo, BoxIcon::Exclamation},
+        {61, "Disk is full. Continue?", BoxButtons::YesNoCancel, BoxIcon::Question},
+        {62,
+         "File has nonstandard end-of-file marker, or an attempt has been made to read beyond "
+         "the end-of-file marker.",
+         BoxButtons::Ok, BoxIcon::Exclamation},
+        {68, "Device appears to be unavailable.", BoxButtons::YesNo, BoxIcon::Exclamation},
+        {71, "Insert a disk into the disk drive.", BoxButtons::Ok, BoxIcon::Exclamation},
+        {76, "Path does not exist.", BoxButtons::Ok, BoxIcon::Exclamation},
+    }};
+    const auto* row = std::find_if(rows.begin(), rows.end(),
+                                   [errVal](const Row& r) { return r.number == errVal; });
+    if (row == rows.end() || session.shell == nullptr) return 3;
+    switch (session.shell->MessageBox(row->message, "Disk Error", row->buttons, row->icon)) {
+        case BoxAnswer::Ok:
+        case BoxAnswer::Retry:
+            return 0;
+        case BoxAnswer::Ignore:
+            return 1;
+        case BoxAnswer::Cancel:
+        case BoxAnswer::Abort:
+            return 2;
+        default:
+            return 3;
+    }
+}
+
+Flag FileExists(std::string_view path) {
+    if (path.empty()) return kFalse;
+    std::int16_t ignored = 0;
+    const int descriptor = OpenRegular(NativePath(path), O_RDONLY, ignored);
+    if (descriptor < 0) return kFalse;
+    ::close(descriptor);
+    return kTrue;
+}
+
+void CloseFile(FileHandle file) {
+    const int descriptor = Descriptor(file);
+    if (descriptor < 0) return;
+    ::close(descriptor);
+    descriptors[static_cast<std::size_t>(file)] = -1;
+}
+
+void CloseAllFiles() {
+    for (std::size_t slot = 1; slot < kMostFiles; ++slot) CloseFile(static_cast<FileHandle>(slot));
+}
+
+std::int64_t FileLength(FileHandle file) {
+    struct stat status {};
+    if (::fstat(Descriptor(file), &status) != 0) return 0;
+    return status.st_size;
+}
+
+bool ReadBytes(FileHandle file, std::int64_t position, std::span<std::uint8_t> bytes) {
+    const int descriptor = Descriptor(file);
+    if (descriptor < 0 || position < 1) {
+        RaiseRunTimeError(error::kBadFileName);
+        return false;
+    }
+    std::int64_t offset = position - 1;
+    while (!bytes.empty()) {
+        const ssize_t got = ::pread(descriptor, bytes.data(), bytes.size(), offset);
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0) {
+            RaiseRunTimeError(got == 0 ? error::kPastEnd : error::kDeviceInput);
+            return false;
+        }
+        bytes = bytes.subspan(static_cast<std::size_t>(got));
+        offset += got;
+    }
+    return true;
+}
+
+bool WriteBytes(FileHandle file, std::int64_t position, std::span<const std::uint8_t> bytes) {
+    const int descriptor = Descriptor(file);
+    if (descriptor < 0 || position < 1) {
+        RaiseRunTimeError(error::kBadFileName);
+        return false;
+    }
+    if (WriteAll(descriptor, position - 1, bytes)) return true;
+    RaiseRunTimeError(errno == EBADF ? error::kBadFileMode : ErrorOfErrno(errno, {}));
+    return false;
+}
+
+bool ReplaceFile(std::string_view path, std::span<const std::uint8_t> bytes) {
+    const std::int16_t errorNumber = ReplaceNative(NativePath(path), bytes);
+    if (errorNumber != 0) ShowOpenError(path, errorNumber);
+    return errorNumber == 0;
+}
+
+bool ReplaceFileSilently(std::string_view path, std::span<const std::uint8_t> bytes) {
+    const std::int16_t errorNumber = ReplaceNative(NativePath(path), bytes);
+    if (errorNumber != 0) RaiseRunTimeError(errorNumber);
+    return errorNumber == 0;
+}
+
+bool ReadWholeFile(std::string_view path, std::int64_t limit, Bytes& bytes) {
+    bytes.clear();
+    std::int16_t errorNumber = 0;
+    const int descriptor = OpenRegular(NativePath(path), O_RDONLY, errorNumber);
+    if (descriptor < 0) {
+        RaiseRunTimeError(errorNumber);
+        return false;
+    }
+    struct stat status {};
+    const bool sized = ::fstat(descriptor, &status) == 0 && status.st_size <= limit;
+    if (sized) bytes.resize(static_cast<std::size_t>(status.st_size));
+    std::size_t filled = 0;
+    while (sized && filled < bytes.size()) {
+        const ssize_t got =
+            ::pread(descriptor, &bytes[filled], bytes.size() - filled, static_cast<off_t>(filled));
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0) break;
+        filled += static_cast<std::size_t>(got);
+    }
+    ::close(descriptor);
+    if (sized && filled == bytes.size()) return true;
+    bytes.clear();
+    RaiseRunTimeError(sized ? error::kDeviceInput : error::kOutOfMemory);
+    return false;
+}
+
+void DeleteFile(std::string_view path) {
+    ::unlink(NativePath(path).c_str());
+}
+
+std::optional<fs::file_time_type> FileDate(std::string_view path) {
+    std::error_code failure;
+    const fs::file_time_type date = fs::last_write_time(NativePath(path), failure);
+    if (failure) return std::nullopt;
+    return date;
+}
+
+std::string NativePath(std::string_view path) {
+    std::string native(path);
+    std::replace(native.begin(), native.end(), '\\', '/');
+    std::error_code failure;
+    if (native.find('\0') != std::string::npos || fs::exists(native, failure)) return native;
+
+    // Folder by folder: the name as given if it exists, else one that differs by case alone.
+    fs::path found;
+    for (const fs::path& part : fs::path(native)) {
+        fs::path next = found / part;
+        if (!fs::exists(next, failure)) next = found / FindName(found, part.string());
+        found = std::move(next);
+    }
+    return found.string();
+}
+
+std::string ProgramPath(std::string_view nativePath) {
+    std::string path(nativePath);
+    std::replace(path.begin(), path.end(), '/', '\\');
+    return path;
+}
+
+std::string AddBackslash(std::string_view path) {
+    std::string result(Trim(path));
+    if (result.empty() || result.back() != '\\') result += '\\';
+    return result;
+}
+
+std::string BaseName(std::string_view path, bool cutExtension) {
+    const std::size_t slash = path.find_last_of("\\/");
+    std::string name(slash == std::string_view::npos ? path : path.substr(slash + 1));
+    if (cutExtension) name.resize(name.size() < 4 ? 0 : name.size() - 4);
+    return name;
+}
+
+}  // namespace orvantis

@@ -1,0 +1,1 @@
+// Stands in until the tests of the raster room join.

@@ -1,0 +1,89 @@
+#include "support/scripted_shell.h"
+
+#include <array>
+
+namespace orvantis {
+
+namespace {
+
+std::string Escaped(std::string_view text, std::string_view lineBreak) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text.substr(i, 2) == "\r\n") {
+            result += lineBreak;
+            ++i;
+        } else {
+            result += text[i];
+        }
+    }
+    return result;
+}
+
+constexpr std::array<std::string_view, 5> kButtonNames = {"Ok", "OkCancel", "YesNo", "YesNoCancel",
+                                                          "RetryCancel"};
+constexpr std::array<std::string_view, 5> kIconNames = {"None", "Information", "Exclamation",
+                                                        "Question", "Error"};
+
+}  // namespace
+
+BoxAnswer ScriptedShell::MessageBox(std::string_view text, std::string_view title,
+                                    BoxButtons buttons, BoxIcon icon) {
+    log.push_back("MessageBox|" + std::string(title) + "|" + Escaped(text, "\\r\\n") + "|" +
+                  std::string(kButtonNames[static_cast<std::size_t>(buttons)]) + "|" +
+                  std::string(kIconNames[static_cast<std::size_t>(icon)]));
+    boxes.push_back(std::string(title) + ": " + Escaped(text, " / "));
+    if (!boxAnswers.empty()) {
+        const BoxAnswer answer = boxAnswers.front();
+        boxAnswers.pop_front();
+        return answer;
+    }
+    switch (buttons) {
+        case BoxButtons::YesNo:
+        case BoxButtons::YesNoCancel:
+            return BoxAnswer::Yes;
+        case BoxButtons::RetryCancel:
+            return BoxAnswer::Cancel;  // an endless retry would hang a test
+        default:
+            return BoxAnswer::Ok;
+    }
+}
+
+std::optional<std::string> ScriptedShell::ChooseFile(std::string_view title,
+                                                     std::string_view filter, bool forSaving) {
+    log.push_back("ChooseFile|" + std::string(title) + "|" + std::string(filter) + "|" +
+                  (forSaving ? "save" : "open"));
+    if (fileAnswers.empty()) return std::nullopt;
+    std::optional<std::string> answer = fileAnswers.front();
+    fileAnswers.pop_front();
+    return answer;
+}
+
+std::optional<Colour> ScriptedShell::ChooseColour(std::string_view title, Colour colour) {
+    log.push_back("ChooseColour|" + std::string(title) + "|" + std::to_string(colour));
+    if (colourAnswers.empty()) return std::nullopt;
+    const std::optional<Colour> answer = colourAnswers.front();
+    colourAnswers.pop_front();
+    return answer;
+}
+
+void ScriptedShell::SetTitle(std::string_view title) {
+    log.push_back("SetTitle|" + std::string(title));
+}
+
+void ScriptedShell::SetPointer(Pointer pointer) {
+    log.push_back("SetPointer|" + std::to_string(static_cast<int>(pointer)));
+}
+
+void ScriptedShell::ShowProgress(std::string_view /*text*/, std::int16_t /*percent*/) {
+    ++progressCalls;
+}
+
+void ScriptedShell::DoEvents() {
+    log.emplace_back("DoEvents");
+}
+
+LocalTime ScriptedShell::Now() {
+    return now;
+}
+
+}  // namespace orvantis

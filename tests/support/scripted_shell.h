@@ -1,0 +1,40 @@
+// A shell for tests: answers from a queue, and a log of every call word for word.
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "surface/shell.h"
+
+namespace orvantis {
+
+class ScriptedShell : public Shell {
+  public:
+    BoxAnswer MessageBox(std::string_view text, std::string_view title, BoxButtons buttons,
+                         BoxIcon icon) override;
+    std::optional<std::string> ChooseFile(std::string_view title, std::string_view filter,
+                                          bool forSaving) override;
+    std::optional<Colour> ChooseColour(std::string_view title, Colour colour) override;
+    void SetTitle(std::string_view title) override;
+    void SetPointer(Pointer pointer) override;
+    void ShowProgress(std::string_view text, std::int16_t percent) override;
+    void DoEvents() override;
+    LocalTime Now() override;
+
+    std::deque<BoxAnswer> boxAnswers;                    ///< next answers; empty: Ok, or the first
+                                                         ///< button that isn't Cancel
+    std::deque<std::optional<std::string>> fileAnswers;  ///< empty: cancelled
+    std::deque<std::optional<Colour>> colourAnswers;     ///< empty: cancelled
+    LocalTime now;
+
+    /// One line a call: "MessageBox|title|text|buttons|icon" and the like; CRLF as "\r\n" escaped.
+    std::vector<std::string> log;
+    /// Message boxes alone, as "title: text" with CRLF turned into " / ".
+    std::vector<std::string> boxes;
+    int progressCalls = 0;  ///< ShowProgress is counted, not logged
+};
+
+}  // namespace orvantis
