@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -32,20 +31,44 @@ struct ChartLinesState {
     std::vector<LineLabel> labels;   ///< labels of the plot in progress
     std::vector<LineLabel> objects;  ///< labels that were drawn, for a click to find
     bool anyVisible = false;         ///< some line fell within the view
+    Flag askedByUser = kFalse;       ///< the next plot follows a user's choice of chart or eclipse:
+                                     ///< lines that all fall outside the view are asked about
 };
 
 extern ChartLinesState chartLines;
 
-/// Draws all lines of the chart on display, the labels and the edge marks.
+/// Draws all lines of the chart on display, the labels and the edge marks. With `fullPlot` the
+/// lists of labels, marks and objects start empty. Answering a question with Cancel clears the
+/// chart or the eclipse.
 void PlotChartLines(Flag printing, Flag fullPlot, std::int16_t slot);
 
+/// Lines of types 1 and 2, and of types 3 and 4, of every point that is drawn.
 void PlotMeridianLines(Flag printing, std::int16_t slot);
 void PlotRiseSetLines(Flag printing, std::int16_t slot);
 
 void AddLineLabel(std::int16_t x, std::int16_t y, std::int16_t code, std::int16_t type);
+
+/// Draws the labels and moves them to the object list.
 void DrawLineLabels();
+
+/// Draws the marks in the frame around the map, none over another.
+void DrawEdgeMarks();
+
+/// Text of a label or mark in the glyph font.
+std::string LabelText(std::int16_t code, std::int16_t type);
 
 /// Caption word of a line side: 1 " Upper", 2 " Lower", 3 " Rising", 4 " Setting", otherwise "".
 std::string PlotLineAnnotation(std::int16_t code);
+
+/// Connection points, all optional: lines of other rooms, in the order in which they are drawn.
+extern void (*refreshCaption)();
+extern void (*shadeNight)(Flag printing, std::int16_t slot);
+extern void (*plotLocalLines)(Flag printing, std::int16_t slot);
+extern void (*plotParans)(Flag printing, std::int16_t slot);
+extern void (*plotCircles)(Flag printing, std::int16_t slot);
+extern void (*plotEclipseLines)(Flag printing);
+
+/// Text of a fixed star's label (points 37 to 72); empty while there are no stars.
+extern std::string (*starLabel)(std::int16_t point);
 
 }  // namespace orvantis

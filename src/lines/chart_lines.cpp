@@ -1,0 +1,208 @@
+#include "lines/chart_lines.h"
+
+#include "charts/CALCCHRT.h"
+#include "lines/line_geometry.h"
+#include "map/plot.h"
+#include "map/projection.h"
+#include "session/session_state.h"
+#include "session/settings.h"
+#include "session/tables.h"
+#include "text/numbers.h"
+#include "text/strings.h"
+
+namespace orvantis {
+
+ChartLinesState chartLines;
+
+void (*refreshCaption)() = nullptr;
+void (*shadeNight)(Flag, std::int16_t) = nullptr;
+void (*plotLocalLines)(Flag, std::int16_t) = nullptr;
+void (*plotParans)(Flag, std::int16_t) = nullptr;
+void (*plotCircles)(Flag, std::int16_t) = nullptr;
+void (*plotEclipseLines)(Flag) = nullptr;
+std::string (*starLabel)(std::int16_t) = nullptr;
+
+namespace {
+
+std::size_t Index(std::int16_t number) {
+    return static_cast<std::size_t>(number);
+}
+
+const LineStyle& StyleOf(std::int16_t type) {
+    return settings.lineStyle[Index(type)];
+}
+
+bool IsTypeOn(std::int16_t type) {
+    return StyleOf(type).displayed != 0;
+}
+
+// The pen of a line type for a point: in the point's colour or in the type's.
+void SetLinePen(std::int16_t type, std::int16_t point) {
+    const LineStyle& style = StyleOf(type);
+    Pen pen;
+    pen.width = style.thickness < 1 ? 1 : style.thickness;
+    pen.dash = static_cast<LineDash>(ClampInt(style.style, 0, 4));
+    pen.colour = style.planetColour != 0 ? pointColour[Index(point)] : style.colour;
+    pen.smooth = true;
+    mapView.surface->SetPen(pen);
+}
+
+bool IsWholeWorld() {
+    return mapView.extent.spanLong >= 360;
+}
+
+bool IsLongitudeShown(double longitude) {
+    return IsWholeWorld() || LongInView(longitude, mapView.extent.westMin, mapView.extent.eastMin);
+}
+
+bool IsPositionShown(double lat, double longitude) {
+    const ViewExtent& view = mapView.extent;
+    return IsWholeWorld() ||
+           PointInView(lat, longitude, view.southMin, view.northMin, view.westMin, view.eastMin);
+}
+
+// A label of a point at a position in degrees.
+void LabelPoint(double lat, double longitude, std::int16_t point) {
+    std::int16_t x = 0;
+    std::int16_t y = 0;
+    ProjectPoint(RoundToInt16(lat * 60), RoundToInt16(longitude * 60), y, x);
+    AddLineLabel(x, y, point, line_type::kPointLabel);
+}
+
+void PlotMeridianLine(const LineFrame& frame, std::int16_t point, std::int16_t type) {
+    const double longitude = MeridianLineLongitude(frame, point, type);
+    if (!IsLongitudeShown(longitude)) return;
+    chartLines.anyVisible = true;
+
+    SetLinePen(type, point);
+    MarkEnds ends = MarkEnds::None;
+    if (IsFlat(mapView.extent.projection)) {
+        ends = type == line_type::kCulminate ? MarkEnds::First : MarkEnds::Second;
+    }
+    DrawMeridian(longitude, point, type, ends);
+
+    // Where the line meets the point's parallel, the point is overhead.
+    if (type != line_type::kCulminate) return;
+    const CalcChart& chart = calcChart[Index(frame.slot)];
+    const double lat = options.mapZodiac == 1 ? chart.Lat[Index(point)] : chart.Dec[Index(point)];
+    if (IsPositionShown(lat, longitude)) LabelPoint(lat, longitude, point);
+}
+
+// One half of a point's horizon circle. The labels stand at the samples on the equator.
+void PlotRiseSetLine(const HorizonCircle& circle, std::int16_t point, std::int16_t type) {
+    SetLinePen(type, point);
+    const std::int16_t start = RiseSetStart(type);
+    bool visible = false;
+    for (std::int16_t u = start; u <= start + kRiseSetSpan; u += kSampleStep) {
+        double lat = 0;
+        double longitude = 0;
+        CircleSample(circle, u, lat, longitude);
+        DrawMapSegment(lat, longitude, u == start, visible, point, type);
+        if (visible) chartLines.anyVisible = true;
+        if (((u == 0 && visible) || u == 180) && IsLongitudeShown(longitude)) {
+            LabelPoint(lat, longitude, point);
+        }
+    }
+}
+
+void PlotLinesOfChart(Flag printing, std::int16_t slot) {
+    if (shadeNight != nullptr) shadeNight(printing, slot);
+    if (plotLocalLines != nullptr) plotLocalLines(printing, slot);
+    if (plotParans != nullptr) plotParans(printing, slot);
+    PlotMeridianLines(printing, slot);
+    PlotRiseSetLines(printing, slot);
+    if (plotCircles != nullptr) plotCircles(printing, slot);
+}
+
+bool IsKept(std::string_view first, std::string_view second, std::string_view third) {
+    std::string text(first);
+    text.append(kCrLf).append(second).append(kCrLf).append(third);
+    return session.shell->MessageBox(text, "Orvantis", BoxButtons::OkCancel, BoxIcon::Question) !=
+           BoxAnswer::Cancel;
+}
+
+// A chart or an eclipse that the user has just chosen, but none of whose lines can be seen.
+void AskAboutHiddenLines() {
+    if (chartLines.askedByUser == 0 || chartLines.anyVisible) return;
+    chartLines.askedByUser = kFalse;
+    if (session.ChartNumber >= 1 &&
+        !IsKept("Lines for the selected chart are not visible in the current map region.",
+                "Try opening a different map region, or a map of the whole world.",
+                "Select OK to retain this chart, or CANCEL to clear it.")) {
+        session.ChartNumber = 0;
+    }
+    if (session.EclipseNumber >= 1 &&
+        !IsKept("Lines for the selected eclipse are not visible in the current map region.",
+                "If you are not sure where the eclipse lines are visible, then try opening a map "
+                "of the whole world.",
+                "Select OK to retain this eclipse, or CANCEL to clear it.")) {
+        session.EclipseNumber = 0;
+    }
+}
+
+}  // namespace
+
+void PlotChartLines(Flag printing, Flag fullPlot, std::int16_t slot) {
+    if (refreshCaption != nullptr) refreshCaption();
+    if (session.ChartNumber < 1 && session.EclipseNumber < 1) return;
+    if (fullPlot != 0) {
+        mapView.edgeMarks.clear();
+        chartLines.labels.clear();
+        chartLines.objects.clear();
+    }
+
+    chartLines.anyVisible = false;
+    if (session.ChartNumber >= 1) PlotLinesOfChart(printing, slot);
+    if (session.EclipseNumber != 0 && plotEclipseLines != nullptr) plotEclipseLines(printing);
+    AskAboutHiddenLines();
+    chartLines.askedByUser = kFalse;
+
+    if (refreshCaption != nullptr) refreshCaption();
+    DrawLineLabels();
+    mapView.surface->ClearClip();
+    DrawEdgeMarks();
+}
+
+void PlotMeridianLines(Flag /*printing*/, std::int16_t slot) {
+    if (!IsTypeOn(line_type::kCulminate) && !IsTypeOn(line_type::kAnticulminate)) return;
+    const LineFrame frame = MakeLineFrame(slot);
+    for (const std::int16_t type : {line_type::kCulminate, line_type::kAnticulminate}) {
+        if (!IsTypeOn(type)) continue;
+        for (std::int16_t p = 1; p <= point::kLast; ++p) {
+            if (IsPointDrawn(slot, p)) PlotMeridianLine(frame, p, type);
+        }
+    }
+}
+
+void PlotRiseSetLines(Flag /*printing*/, std::int16_t slot) {
+    if (!IsTypeOn(line_type::kRise) && !IsTypeOn(line_type::kSet)) return;
+    const LineFrame frame = MakeLineFrame(slot);
+    for (std::int16_t p = 1; p <= point::kLast; ++p) {
+        if (!IsPointDrawn(slot, p) || !HasRiseSetLine(p)) continue;
+        const HorizonCircle circle = RiseSetCircle(frame, p);
+        for (const std::int16_t type : {line_type::kRise, line_type::kSet}) {
+            if (IsTypeOn(type)) PlotRiseSetLine(circle, p, type);
+        }
+    }
+}
+
+void AddLineLabel(std::int16_t x, std::int16_t y, std::int16_t code, std::int16_t type) {
+    chartLines.labels.push_back({x, y, code, type});
+}
+
+std::string PlotLineAnnotation(std::int16_t code) {
+    switch (code) {
+        case 1:
+            return " Upper";
+        case 2:
+            return " Lower";
+        case 3:
+            return " Rising";
+        case 4:
+            return " Setting";
+        default:
+            return "";
+    }
+}
+
+}  // namespace orvantis

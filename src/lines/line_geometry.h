@@ -1,0 +1,70 @@
+// The geometry of a chart's lines, free of any map: closed formulas, evaluated at fixed steps. The
+// drawing, the exports and the tests all take their positions from here.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "surface/values.h"
+
+namespace orvantis {
+
+/// What the lines of one chart have in common.
+struct LineFrame {
+    std::int16_t slot = 1;
+    double obliquity = 0;    ///< degrees, of date
+    double offset = 0;       ///< zodiac offset, degrees
+    double placeLongW = 0;   ///< the chart's place, degrees, WEST positive
+    double midheavenRA = 0;  ///< stored right ascension of the Midheaven, degrees
+};
+
+/// The frame of the chart in a slot.
+LineFrame MakeLineFrame(std::int16_t slot);
+
+/// True if a point (1 to 72) has a position and is selected.
+bool IsPointDrawn(std::int16_t slot, std::int16_t point);
+
+/// Right ascension and declination in degrees of the point of the ecliptic at the longitude of a
+/// point: its ecliptic latitude is left out.
+void EclipticForm(const LineFrame& frame, std::int16_t point, double& ra, double& dec);
+
+/// Longitude, -180 to 180, east positive, of the meridian on which a point culminates (type 1) or
+/// anticulminates (type 2), by the line mode and map zodiac of the options.
+double MeridianLineLongitude(const LineFrame& frame, std::int16_t point, std::int16_t type);
+
+/// A great circle: 90 degrees from the place where a point is overhead.
+struct HorizonCircle {
+    double tilt = 0;  ///< polar distance term, degrees: declination less 90
+    double node = 0;  ///< longitude of the sample u = 0 on the equator, degrees, east positive
+};
+
+/// The circle on which a point rises (type 3, u from -90 to 90) and sets (type 4, u from 90 to
+/// 270).
+HorizonCircle RiseSetCircle(const LineFrame& frame, std::int16_t point);
+
+/// The first whole degree of a line type's parameter; the line runs 180 degrees on in steps of 2.
+/// Type 3: -90, type 4: 90.
+std::int16_t RiseSetStart(std::int16_t type);
+inline constexpr std::int16_t kRiseSetSpan = 180;
+inline constexpr std::int16_t kSampleStep = 2;
+
+/// Position on a circle at a whole degree u (-360 to 720). Degrees; longitude -180 to 180.
+void CircleSample(const HorizonCircle& circle, std::int16_t u, double& lat, double& longitude);
+
+/// True if a rise or set line is drawn for the point: every point but the South Node, which shares
+/// the North Node's horizon.
+bool HasRiseSetLine(std::int16_t point);
+
+/// One position of a line, degrees, north and east positive.
+struct LinePosition {
+    double lat = 0;
+    double longitude = 0;
+};
+
+/// The whole line of a point of type 1 to 4 as runs that don't cross the antimeridian: a crossing
+/// ends one run at 180 or -180 degrees and starts the next at the other, on the exact circle.
+/// Meridians run from pole to pole. Empty where the point has no such line.
+std::vector<std::vector<LinePosition>> LineRuns(const LineFrame& frame, std::int16_t point,
+                                                std::int16_t type);
+
+}  // namespace orvantis
