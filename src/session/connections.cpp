@@ -1,0 +1,34 @@
+// Where an earlier room must call a later one, it calls through a pointer that is filled here.
+// Points that stay empty belong to capabilities that the program doesn't have yet; each is optional
+// where it is called.
+#include "session/connections.h"
+
+#include "lines/chart_lines.h"
+#include "map/map_document.h"
+#include "map/plot.h"
+#include "session/driver.h"
+#include "session/session_state.h"
+#include "session/settings.h"
+
+namespace orvantis {
+
+namespace {
+
+void PlotScreenAnew() {
+    if (session.picture != nullptr) PlotMap4(kFalse, *session.picture, kTrue);
+}
+
+void SetCaption() {
+    session.shell->SetTitle(Caption());
+}
+
+}  // namespace
+
+void ConnectRooms() {
+    plotAfterSettings = PlotScreenAnew;  // new settings
+    plotFull = PlotScreenAnew;           // a new map
+    plotChartLines = PlotChartLines;     // the lines, at the end of every plot
+    refreshCaption = SetCaption;         // the title of the main window
+}
+
+}  // namespace orvantis
