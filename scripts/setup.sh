@@ -1,0 +1,42 @@
+# Sourced by run.sh, test.sh and .ci/run: installs the Debian packages that a call needs and are
+# not there yet. Usage: need_packages build|test|check ...
+
+packages_of() {
+    case $1 in
+        build)
+            # Compiler and build; the libraries; ephemeris files; the fonts behind the glyphs.
+            echo ca-certificates cmake ninja-build g++ ccache qt6-base-dev libgl-dev \
+                nlohmann-json3-dev libswe-dev swe-basic-data fonts-dejavu-core fonts-noto-core \
+                libgtest-dev libbenchmark-dev
+            ;;
+        test)
+            # A display for the window's tests, and the positions' independent witness.
+            echo xvfb xauth x11-utils xdotool imagemagick swetest
+            ;;
+        check)
+            # The style gate, the sanitizers of clang and the fuzzer.
+            echo git clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev
+            ;;
+    esac
+}
+
+need_packages() {
+    local group package missing=()
+    for group in "$@"; do
+        for package in $(packages_of "$group"); do
+            dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' ||
+                missing+=("$package")
+        done
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    if ! command -v apt-get >/dev/null; then
+        echo "These Debian packages, or your system's own of the kind, are needed: ${missing[*]}" >&2
+        return 0
+    fi
+    local as_root=()
+    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+    echo "Installing ${missing[*]}"
+    export DEBIAN_FRONTEND=noninteractive
+    "${as_root[@]}" apt-get update -q >/dev/null
+    "${as_root[@]}" apt-get install -q -y --no-install-recommends "${missing[@]}" >/dev/null
+}

@@ -1,0 +1,103 @@
+#include "cli/arguments.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <iostream>
+
+#include "session/files.h"
+
+namespace orvantis::cli {
+
+namespace {
+
+bool Contains(const std::vector<std::string_view>& names, std::string_view name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+template <typename Number>
+std::optional<Number> WholeNumber(std::string_view text) {
+    Number number{};
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (result.ec != std::errc{} || result.ptr != text.data() + text.size()) return std::nullopt;
+    return number;
+}
+
+}  // namespace
+
+int Complain(int exitCode, std::string_view what, std::string_view why) {
+    std::cerr << "orvantis-cli: " << what << ": " << why << "\n";
+    return exitCode;
+}
+
+bool Arguments::Has(std::string_view flag) const {
+    return std::find(flags.begin(), flags.end(), flag) != flags.end();
+}
+
+std::optional<std::string> Arguments::Value(std::string_view name) const {
+    for (const auto& [key, value] : values) {
+        if (key == name) return value;
+    }
+    return std::nullopt;
+}
+
+std::optional<Arguments> TakeApart(const std::vector<std::string>& words,
+                                   const OptionNames& names) {
+    Arguments arguments;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::string& word = words[i];
+        if (Contains(names.withoutValue, word)) {
+            arguments.flags.push_back(word);
+        } else if (Contains(names.withValue, word)) {
+            if (i + 1 == words.size()) {
+                Complain(kWrongCall, word, "needs a value");
+                return std::nullopt;
+            }
+            arguments.values.emplace_back(word, words[++i]);
+        } else if (word.size() > 1 && word.front() == '-') {
+            Complain(kWrongCall, word, "unknown option");
+            return std::nullopt;
+        } else {
+            arguments.words.push_back(word);
+        }
+    }
+    return arguments;
+}
+
+ChartAddress ParseChartAddress(const std::string& text) {
+    const std::size_t colon = text.rfind(':');
+    if (colon == std::string::npos || FileExists(text) != 0) return {text, 1};
+    const std::optional<std::int32_t> number = ParseInteger(text.substr(colon + 1));
+    if (!number) return {text, 1};
+    return {text.substr(0, colon), *number};
+}
+
+std::optional<std::vector<std::int16_t>> ParseNumberList(std::string_view text, std::int16_t low,
+                                                         std::int16_t high) {
+    std::vector<std::int16_t> numbers;
+    while (true) {
+        const std::size_t comma = text.find(',');
+        const std::string_view item = text.substr(0, comma);
+        const std::size_t dash = item.find('-');
+        const auto first = WholeNumber<std::int16_t>(item.substr(0, dash));
+        const auto last = dash == std::string_view::npos
+                              ? first
+                              : WholeNumber<std::int16_t>(item.substr(dash + 1));
+        if (!first || !last || *first < low || *last > high || *first > *last) return std::nullopt;
+        for (std::int16_t number = *first; number <= *last; ++number) numbers.push_back(number);
+        if (comma == std::string_view::npos) return numbers;
+        text.remove_prefix(comma + 1);
+    }
+}
+
+std::optional<double> ParseNumber(std::string_view text) {
+    const std::optional<double> number = WholeNumber<double>(text);
+    if (!number || !std::isfinite(*number)) return std::nullopt;
+    return number;
+}
+
+std::optional<std::int32_t> ParseInteger(std::string_view text) {
+    return WholeNumber<std::int32_t>(text);
+}
+
+}  // namespace orvantis::cli

@@ -1,0 +1,208 @@
+// The verbs "chart" and "charts".
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+#include "charts/CALCCHRT.h"
+#include "cli/verbs.h"
+#include "session/driver.h"
+#include "session/files.h"
+#include "session/settings.h"
+#include "session/tables.h"
+#include "text/code_page.h"
+#include "text/coordinates.h"
+#include "text/dates.h"
+#include "text/strings.h"
+
+namespace orvantis::cli {
+
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+std::size_t Index(std::int16_t number) {
+    return static_cast<std::size_t>(number);
+}
+
+Json PointJson(const CalcChart& chart, std::int16_t p) {
+    const std::size_t i = Index(p);
+    return {{"number", p},
+            {"name", PointName(p)},
+            {"lon", chart.Lon[i]},
+            {"lat", chart.Lat[i]},
+            {"dist", chart.Dist[i]},
+            {"lonSpeed", chart.LonSpeed[i]},
+            {"latSpeed", chart.LatSpeed[i]},
+            {"ra", chart.RA[i]},
+            {"dec", chart.Dec[i]}};
+}
+
+Json ChartJson(const CalcChart& chart) {
+    Json points = Json::array();
+    for (std::int16_t p = 1; p <= point::kLastBody; ++p) points.push_back(PointJson(chart, p));
+    Json cusps = Json::array();
+    for (std::size_t house = 1; house <= 12; ++house) cusps.push_back(chart.Cusp[house]);
+    return {{"name", ToUtf8(chart.Name)},
+            {"julianDayET", chart.JulianDayET},
+            {"julianDayUT", chartNow.JulianDayUT},
+            {"deltaT", chartNow.DeltaT * 3600},
+            {"obliquity", chartNow.ObliquityNow},
+            {"ramc", chartNow.RAMCNow},
+            {"zodiacOffset", chartNow.ZodiacOffsetNow},
+            {"latitude", chartNow.PlaceLat},
+            {"longitude", -chartNow.PlaceLongW},
+            {"houseSystem", chart.HouseSystem},
+            {"cusps", cusps},
+            {"points", points}};
+}
+
+template <typename... Values>
+std::string Formatted(const char* format, Values... values) {
+    std::array<char, 256> text{};
+    std::snprintf(text.data(), text.size(), format, values...);
+    return text.data();
+}
+
+// Degrees in a sign, minutes and seconds, rounded to the second.
+std::string SignText(double longitude) {
+    const auto seconds = static_cast<long>(std::floor(Modulo(longitude, 360) * 3600 + 0.5));
+    const long inSign = seconds % (30L * 3600);
+    const auto sign = static_cast<std::size_t>(seconds / (30L * 3600) % 12 + 1);
+    return Formatted("%02ld%s%02ld'%02ld\"", inSign / 3600, kSignAbbrevs[sign].data(),
+                     inSign / 60 % 60, inSign % 60);
+}
+
+void PrintChart(const CalcChart& chart) {
+    std::cout << ToUtf8(ChartDescription()) << "\n"
+              << ToUtf8(chart.LatText) << " " << ToUtf8(chart.LongText) << "\n\n";
+    std::cout << "Point         Longitude    Latitude   RA         Declination\n";
+    for (std::int16_t p = 1; p <= point::kLastBody; ++p) {
+        const std::size_t i = Index(p);
+        const std::string name(PointName(p));
+        if (chart.Lon[i] < 0) {
+            std::cout << Formatted("%-13s not calculated\n", name.c_str());
+            continue;
+        }
+        std::cout << Formatted("%-13s %-12s %9.4f %10.4f %10.4f\n", name.c_str(),
+                               SignText(chart.Lon[i]).c_str(), chart.Lat[i],
+                               static_cast<double>(chart.RA[i]), static_cast<double>(chart.Dec[i]));
+    }
+    const bool named = chart.HouseSystem >= 1 && chart.HouseSystem <= 9;
+    std::cout << "\nHouses: " << (named ? kHouseSystemNames[Index(chart.HouseSystem)] : "none")
+              << "\n";
+    for (std::size_t house = 1; house <= 12; ++house) {
+        std::cout << Formatted("%2zu  %s\n", house, SignText(chart.Cusp[house]).c_str());
+    }
+}
+
+// One chart of a list. Degrees; longitude east positive.
+Json ListedChart(std::int32_t number, const ChartEvent& event, const std::string& date,
+                 const std::string& time) {
+    return {{"number", number},
+            {"name", ToUtf8(Trim(event.name))},
+            {"date", ToUtf8(date)},
+            {"time", ToUtf8(time)},
+            {"zone", event.zoneHours},
+            {"zoneName", ToUtf8(Trim(event.zoneName))},
+            {"place", ToUtf8(Trim(event.place))},
+            {"country", ToUtf8(Trim(event.country))},
+            {"latitude", event.latitude},
+            {"longitude", -event.longitude}};
+}
+
+int UnreadableChartFile(const std::string& path, const CliShell& shell) {
+    if (shell.complained) return kUnreadable;
+    const bool exists = FileExists(path) != 0;
+    return Complain(kUnreadable, path,
+                    exists ? "this kind of chart file isn't read" : "File not found");
+}
+
+}  // namespace
+
+const std::string_view kChartHelp =
+    R"(orvantis-cli chart FILE[:N] [--json]
+
+Calculates chart N of a chart file (the first if N isn't given).
+--json prints degrees; latitude is north positive, longitude EAST positive. A point that isn't
+calculated has "lon" below 0. "deltaT" is in seconds, speeds are degrees a day.
+
+Example: orvantis-cli chart data/sample.cht:2 --json
+)";
+
+const std::string_view kChartsHelp =
+    R"(orvantis-cli charts FILE [--json]
+
+Lists the charts in a chart file. Latitude is north positive, longitude EAST positive; "zone" is
+the hours that are added to the clock's time to reach Universal Time.
+
+Example: orvantis-cli charts data/sample.cht
+)";
+
+int OpenNamedChart(const std::string& address, const CliShell& shell) {
+    const ChartAddress chart = ParseChartAddress(address);
+    switch (OpenChart(chart.path, chart.number)) {
+        case ChartStatus::Ok:
+            return kDone;
+        case ChartStatus::NoSuchChart:
+            return Complain(kUnreadable, chart.path,
+                            "holds no chart " + std::to_string(chart.number));
+        case ChartStatus::Failed:
+            return shell.complained ? kWorkFailed
+                                    : Complain(kWorkFailed, address, "can't be calculated");
+        default:
+            return UnreadableChartFile(chart.path, shell);
+    }
+}
+
+int RunChart(const std::vector<std::string>& words, CliShell& shell) {
+    const std::optional<Arguments> call = TakeApart(words, {{}, {"--json"}});
+    if (!call) return kWrongCall;
+    if (call->words.size() != 1) return Complain(kWrongCall, "chart", "takes one FILE[:N]");
+    const int opened = OpenNamedChart(call->words.front(), shell);
+    if (opened != kDone) return opened;
+    if (call->Has("--json")) {
+        std::cout << ChartJson(calcChart[1]).dump(2) << "\n";
+    } else {
+        PrintChart(calcChart[1]);
+    }
+    return kDone;
+}
+
+int RunCharts(const std::vector<std::string>& words, CliShell& shell) {
+    const std::optional<Arguments> call = TakeApart(words, {{}, {"--json"}});
+    if (!call) return kWrongCall;
+    if (call->words.size() != 1) return Complain(kWrongCall, "charts", "takes one FILE");
+    const std::string& path = call->words.front();
+
+    std::int32_t count = 0;
+    const FileHandle file = OpenChartFile(path, count, kFalse);
+    if (file < 1) return UnreadableChartFile(path, shell);
+    const std::int16_t type = currentChartFileType;
+    Json list = Json::array();
+    for (std::int32_t n = 1; n <= count; ++n) {
+        FileChart chart;
+        if (!ReadChart(type, file, n, chart)) break;
+        const ChartEvent& event = chart.event;
+        list.push_back(ListedChart(
+            n, event, FormatDateText(event.day, event.month, event.year, options.monthFirst),
+            FormatTimeText(event.hour, event.minute, event.second, options.clock24)));
+    }
+    CloseChartFile(type, file);
+
+    if (call->Has("--json")) {
+        std::cout << Json{{"type", type}, {"charts", list}}.dump(2) << "\n";
+        return kDone;
+    }
+    for (const Json& chart : list) {
+        std::cout << chart["number"].get<int>() << "  " << chart["name"].get<std::string>() << ", "
+                  << chart["date"].get<std::string>() << ", " << chart["time"].get<std::string>()
+                  << " " << chart["zoneName"].get<std::string>() << ", "
+                  << chart["place"].get<std::string>() << ", "
+                  << chart["country"].get<std::string>() << "\n";
+    }
+    return kDone;
+}
+
+}  // namespace orvantis::cli

@@ -1,0 +1,199 @@
+#include "lines/line_geometry.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <random>
+
+#include "charts/CALCCHRT.h"
+#include "lines/chart_lines.h"
+#include "session/settings.h"
+#include "support/reset_all.h"
+#include "text/numbers.h"
+
+namespace orvantis {
+namespace {
+
+constexpr double kDegree = 3.14159265358979323846 / 180;
+
+// Altitude and hour angle of a body over a place, by the formula of every textbook (J. Meeus,
+// Astronomical Algorithms, chapter 13): sin h = sin phi sin delta + cos phi cos delta cos H.
+struct Sky {
+    double altitude;
+    double hourAngle;  // -180 to 180, positive in the west
+};
+
+Sky LookUp(const CalcChart& chart, std::size_t p, double lat, double longitude) {
+    const double siderealTime = chart.RA[23] + chartNow.PlaceLongW + longitude;
+    const double h = std::remainder(siderealTime - chart.RA[p], 360.0);
+    const double sine =
+        std::sin(lat * kDegree) * std::sin(chart.Dec[p] * kDegree) +
+        std::cos(lat * kDegree) * std::cos(chart.Dec[p] * kDegree) * std::cos(h * kDegree);
+    return {std::asin(sine) / kDegree, h};
+}
+
+class LineGeometry : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ResetAll();
+        calcChart[1] = {};
+        calcChart[1].Lon.fill(-1);
+        calcChart[1].JulianDayET = 2451545;
+    }
+
+    static CalcChart& Chart() { return calcChart[1]; }
+
+    // Puts a point of the chart in the sky.
+    static void Place(std::size_t p, float ra, float dec) {
+        Chart().Lon[p] = 0;
+        Chart().RA[p] = ra;
+        Chart().Dec[p] = dec;
+        pointSelection[p] = kTrue;
+    }
+};
+
+// Tolerance: the samples are exact but for the rounding of 64-bit arithmetic; near the horizon
+// circle's poles an arc sine loses half of the digits.
+constexpr double kTolerance = 1e-6;
+
+TEST_F(LineGeometry, EveryVertexOfARiseOrSetLineHasItsPointOnTheHorizonOnThatSide) {
+    std::mt19937 random(20260117);
+    std::uniform_real_distribution<float> anyRA(0, 360);
+    std::uniform_real_distribution<float> anyDec(-80, 80);
+    for (int round = 0; round < 200; ++round) {
+        Place(3, anyRA(random), round == 0 ? 0 : anyDec(random));
+        Chart().RA[23] = anyRA(random);
+        chartNow.PlaceLongW = anyRA(random) - 180;
+        const LineFrame frame = MakeLineFrame(1);
+        for (const std::int16_t type : {line_type::kRise, line_type::kSet}) {
+            for (const auto& run : LineRuns(frame, 3, type)) {
+                for (const LinePosition& v : run) {
+                    const Sky sky = LookUp(Chart(), 3, v.lat, v.longitude);
+                    ASSERT_NEAR(sky.altitude, 0, kTolerance)
+                        << "round " << round << " type " << type << " at " << v.lat << " "
+                        << v.longitude;
+                    // At the ends of a line the point stands on the meridian, due north or south.
+                    const double side = std::sin(sky.hourAngle * kDegree);
+                    ASSERT_TRUE(type == line_type::kRise ? side < 1e-6 : side > -1e-6)
+                        << "round " << round << " type " << type << " at " << v.lat;
+                }
+            }
+        }
+    }
+}
+
+TEST_F(LineGeometry, ARiseLineReachesTheLatitudeOf90LessTheDeclination) {
+    Place(3, 100, 23);
+    const LineFrame frame = MakeLineFrame(1);
+    const HorizonCircle circle = RiseSetCircle(frame, 3);
+    double lat = 0;
+    double longitude = 0;
+    CircleSample(circle, -90, lat, longitude);
+    EXPECT_NEAR(lat, 67, 1e-6);
+    CircleSample(circle, 90, lat, longitude);
+    EXPECT_NEAR(lat, -67, 1e-6);
+}
+
+TEST_F(LineGeometry, MeridianLinesHaveTheirPointOnTheUpperAndOnTheLowerMeridian) {
+    std::mt19937 random(7);
+    std::uniform_real_distribution<float> any(0, 360);
+    for (int round = 0; round < 200; ++round) {
+        Place(5, any(random), 10);
+        Chart().RA[23] = any(random);
+        chartNow.PlaceLongW = any(random) - 180;
+        const LineFrame frame = MakeLineFrame(1);
+        const double upper = MeridianLineLongitude(frame, 5, line_type::kCulminate);
+        const double lower = MeridianLineLongitude(frame, 5, line_type::kAnticulminate);
+        ASSERT_NEAR(LookUp(Chart(), 5, 0, upper).hourAngle, 0, 1e-9) << round;
+        ASSERT_NEAR(std::abs(LookUp(Chart(), 5, 0, lower).hourAngle), 180, 1e-9) << round;
+        ASSERT_GE(upper, -180);
+        ASSERT_LE(upper, 180);
+    }
+}
+
+TEST_F(LineGeometry, NoRunCrossesTheAntimeridianAndRunsMeetThere) {
+    std::mt19937 random(11);
+    std::uniform_real_distribution<float> any(0, 360);
+    for (int round = 0; round < 300; ++round) {
+        Place(8, any(random), any(random) / 360 * 120 - 60);
+        const LineFrame frame = MakeLineFrame(1);
+        const auto runs = LineRuns(frame, 8, round % 2 == 0 ? line_type::kRise : line_type::kSet);
+        for (std::size_t r = 0; r < runs.size(); ++r) {
+            ASSERT_GE(runs[r].size(), 2U);
+            for (std::size_t i = 1; i < runs[r].size(); ++i) {
+                ASSERT_LE(std::abs(runs[r][i].longitude - runs[r][i - 1].longitude), 180);
+            }
+            if (r == 0) continue;
+            ASSERT_EQ(std::abs(runs[r].front().longitude), 180);
+            ASSERT_EQ(runs[r].front().longitude, -runs[r - 1].back().longitude);
+            ASSERT_EQ(runs[r].front().lat, runs[r - 1].back().lat);
+        }
+    }
+}
+
+TEST_F(LineGeometry, APointThatIsNotCalculatedOrNotSelectedIsNotDrawn) {
+    Place(3, 10, 10);
+    EXPECT_TRUE(IsPointDrawn(1, 3));
+    Chart().Lon[3] = -1;
+    EXPECT_FALSE(IsPointDrawn(1, 3));
+    Place(3, 10, 10);
+    pointSelection[3] = kFalse;
+    EXPECT_FALSE(IsPointDrawn(1, 3));
+}
+
+TEST_F(LineGeometry, TheSouthNodeHasMeridianLinesButNoRiseOrSetLine) {
+    Place(21, 10, 10);
+    const LineFrame frame = MakeLineFrame(1);
+    EXPECT_FALSE(LineRuns(frame, 21, line_type::kCulminate).empty());
+    EXPECT_FALSE(LineRuns(frame, 21, line_type::kAnticulminate).empty());
+    EXPECT_TRUE(LineRuns(frame, 21, line_type::kRise).empty());
+    EXPECT_TRUE(LineRuns(frame, 21, line_type::kSet).empty());
+}
+
+TEST_F(LineGeometry, TheZodiacalModeDiffersOffTheEclipticAndAgreesOnIt) {
+    // On the ecliptic at longitude 50: right ascension and declination of that very point.
+    const LineFrame atFirst = MakeLineFrame(1);
+    Chart().Lon[4] = 50;
+    double ra = 0;
+    double dec = 0;
+    EclipticForm(atFirst, 4, ra, dec);
+    Place(4, static_cast<float>(ra), static_cast<float>(dec));
+    Chart().Lon[4] = 50;
+
+    const LineFrame frame = MakeLineFrame(1);
+    const HorizonCircle mundo = RiseSetCircle(frame, 4);
+    options.lineMode = 2;
+    const HorizonCircle zodiacal = RiseSetCircle(frame, 4);
+    EXPECT_NEAR(mundo.tilt, zodiacal.tilt, 1e-5);  // the stored values have 32 bits
+    EXPECT_NEAR(mundo.node, zodiacal.node, 2e-5);
+
+    Chart().Dec[4] += 5;
+    options.lineMode = 1;
+    const HorizonCircle off = RiseSetCircle(frame, 4);
+    options.lineMode = 2;
+    EXPECT_GT(std::abs(off.tilt - RiseSetCircle(frame, 4).tilt), 4);
+}
+
+TEST_F(LineGeometry, InTheGeodeticZodiacAPointAt0AriesCulminatesAtLongitude0) {
+    options.mapZodiac = 1;
+    Place(6, 77, 5);
+    Chart().Lon[6] = 0;
+    const LineFrame frame = MakeLineFrame(1);
+    EXPECT_EQ(MeridianLineLongitude(frame, 6, line_type::kCulminate), 0);
+    EXPECT_EQ(MeridianLineLongitude(frame, 6, line_type::kAnticulminate), -180);
+}
+
+TEST_F(LineGeometry, TheGeodeticHorizonMayTakeTheEclipticAsEquator) {
+    options.mapZodiac = 1;
+    options.geodeticAscDsc = kFalse;
+    Place(6, 77, 5);
+    Chart().Lon[6] = 120;
+    Chart().Lat[6] = 3;
+    const LineFrame frame = MakeLineFrame(1);
+    EXPECT_EQ(RiseSetCircle(frame, 6).tilt, 3 - 90);
+    options.lineMode = 2;
+    EXPECT_EQ(RiseSetCircle(frame, 6).tilt, -90);
+    EXPECT_EQ(RiseSetCircle(frame, 6).node, Modulo(120 + 90, 360) - 180);
+}
+
+}  // namespace
+}  // namespace orvantis
