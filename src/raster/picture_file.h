@@ -1,0 +1,20 @@
+// Pictures as files. Paths are the platform's own. A file is replaced only by a whole new one.
+#pragma once
+
+#include <string_view>
+
+#include "surface/values.h"
+
+namespace orvantis {
+
+/// Writes the picture as PNG. False if it couldn't be written; an older file then stays.
+bool SavePng(std::string_view nativePath, const Image& image);
+
+/// The same as a Windows bitmap.
+bool SaveImage(std::string_view nativePath, const Image& image);
+
+/// Reads a Windows bitmap. False, with `image` untouched, if it can't be read or isn't one, or if
+/// a side is longer than 32767 pixels.
+bool LoadImage(std::string_view nativePath, Image& image);
+
+}  // namespace orvantis

@@ -1,1 +1,0 @@
-// Stands in until the surface on Qt Gui joins.

@@ -1,1 +1,0 @@
-// Stands in until the tests of the raster room join.
