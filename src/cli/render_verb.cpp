@@ -7,6 +7,7 @@
 #include "map/plot.h"
 #include "map/projection.h"
 #include "raster/image_surface.h"
+#include "raster/picture_file.h"
 #include "raster/qt_gui.h"
 #include "session/driver.h"
 #include "session/files.h"
@@ -185,7 +186,9 @@ int RunRender(const std::vector<std::string>& words, CliShell& shell) {
     PlotMap4(kFalse, surface, kTrue);
     session.picture = nullptr;
     if (shell.complained) return kWorkFailed;
-    if (!surface.SavePng(*out)) return Complain(kWorkFailed, *out, "can't be written");
+    Image image;
+    surface.CopyImage(image);
+    if (!SavePng(*out, image)) return Complain(kWorkFailed, *out, "can't be written");
     if (call->Has("--json")) PrintView();
     return kDone;
 }
