@@ -105,25 +105,36 @@ struct ChartNow {
 
 extern ChartNow chartNow;
 
-/// Calculates a chart into a slot. A house system or zodiac that the record leaves open comes from
-/// the options. Returns the failed flag; the user has been told.
+/// Calculates a chart into a slot, geocentrically. The house system is the record's, 0 and unknown
+/// ones included; a zodiac outside 1 to 10 means that the record leaves it open, and that of the
+/// options is taken. A number that doesn't fit, also one that an earlier step of reading the record
+/// left behind as a run-time error, is told in a box "FileChartToCalcChart Error: " and the number;
+/// the slot then stays as it stands. Returns nonzero on failure.
 Flag FileChartToCalcChart(const Format1Record& fileChart, std::int16_t slot, Flag forReport);
 
-/// Degrees to add to a tropical longitude in a zodiac (1 to 10) at T centuries from 1900.
+/// Degrees to add to a tropical longitude in a zodiac (1 to 10) at T centuries from 1900. 0 for
+/// zodiac 1, else about -360 to -380; zodiac 10 has the base of the options.
 double Ayanamsa(std::int16_t zodiacNumber, double t);
 
 /// Points 22 to 26 from the right ascension of the Midheaven, obliquity and latitude, degrees.
+/// Pt Fortune needs the Sun and the Moon in the slot and isn't calculated without; by day it is
+/// Ascendant + Moon - Sun, by night the reverse unless `alwaysDayFortune` is set.
 void CalcAngles(std::int16_t slot, double ramc, double obliquity, double latitude, double offset,
                 Flag alwaysDayFortune);
 
-/// Right ascension and declination of points 1 to 36.
+/// Right ascension and declination of points 1 to 36 from their longitude (without `offset`) and
+/// latitude. Those of a point that isn't calculated mean nothing.
 void CalcEquatorial(std::int16_t slot, double obliquity, double offset);
 
-/// House cusps of one of the nine systems. Koch and Placidus become Equal where they don't exist.
+/// House cusps of one of the nine systems; the Ascendant and Midheaven must be in the slot. Koch
+/// and Placidus become Equal where they don't exist, and so does any system whose arithmetic fails.
+/// System 0: whole signs from 0 Aries, but for cusps 1 and 10, which are the angles. Another number
+/// shows "Unrecognised house system" and changes nothing.
 void CalcHouses(std::int16_t slot, double ramc, double obliquity, double latitude, double offset,
                 std::int16_t houseSystem);
 
-/// Angles, equatorial values and houses again for PlaceLat and PlaceLongW.
+/// Angles, equatorial values and houses again for PlaceLat and PlaceLongW, from the slot's moment,
+/// zodiac and house system. The values of ChartNow are then those of this place.
 void CalcAnglesForPlace(std::int16_t slot);
 
 }  // namespace orvantis

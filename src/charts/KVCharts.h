@@ -114,21 +114,35 @@ void PutFormat1Record(std::uint8_t* p, const Format1Record& record);
 extern std::int16_t currentChartFileType;
 
 /// Tells the type of a chart file and opens it. `count` receives the number of charts, 0 or more.
-/// Returns 0 if it can't be opened. Sets currentChartFileType.
+/// Returns 0 if it can't be opened; one that isn't there gives no message. Sets
+/// currentChartFileType. A type 3 file isn't read yet: the type is told, the handle is 0.
+/// `forceLegacy`: the file counts as one without an extension.
 FileHandle OpenChartFile(std::string_view path, std::int32_t& count, Flag forceLegacy);
 
-/// Description in the head of an open chart file, trimmed; "" where the type has none.
+/// Description in the head of an open chart file, trimmed; "" where the type has none, and, with a
+/// run-time error, where the file is too short for one.
 std::string ChartFileDescription(std::int16_t type, FileHandle file);
 
-/// Reads chart `n`, counted from 1. False, with a run-time error, if the file doesn't hold it.
+/// Reads chart `n`, counted from 1; chartType is forced into 1 to 13 and chartSubType into 1 to 99.
+/// False, with a run-time error, if the file doesn't hold it or a number of a format 0 record
+/// doesn't fit; `record` is then as it was.
 bool ReadChart(std::int16_t type, FileHandle file, std::int32_t n, FileChart& record);
 
 void CloseChartFile(std::int16_t type, FileHandle file);
 
+/// The nearest chart type, 1 to 13, and subtype, 1 to 99.
+std::int16_t ClampChartType(std::int16_t type);
+std::int16_t ClampChartSubType(std::int16_t subType);
+
 /// The format 1 record of a chart: the name cut to 30 characters, coordinates split to seconds.
+/// A coordinate of 256 degrees or more leaves the run-time error "Overflow".
 void ChartToFormat1(const FileChart& fileChart, Format1Record& record);
 
 /// A FileChart from a format 1 record; chartFlags, extraPair and extra3 aren't taken over.
 void Format1ToChart(const Format1Record& record, FileChart& fileChart);
+
+/// A FileChart from the 115 bytes of a format 0 record. False, with the run-time error "Overflow",
+/// if one of its numbers doesn't fit; `fileChart` is then as it was.
+bool Format0ToChart(const std::uint8_t* p, FileChart& fileChart);
 
 }  // namespace orvantis

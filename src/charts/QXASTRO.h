@@ -11,10 +11,16 @@
 
 namespace orvantis {
 
+/// The Julian days that routines here take: those of the years that 16 bits hold, with some days of
+/// margin for zones and times of day.
+inline constexpr double kFirstJD = -10248000;
+inline constexpr double kLastJD = 13690000;
+
 /// Delta T (ephemeris time less Universal Time) in hours, at T.
 void GetDeltaT(double t, double& hours);
 
-/// True obliquity of the ecliptic of date in degrees, at T of ephemeris time.
+/// True obliquity of the ecliptic of date in degrees, at T of ephemeris time: that of the equator
+/// with nutation, which the positions hold too.
 void GetObliquity(double t, double& degrees);
 
 /// Julian day of a civil date (Gregorian from 15 October 1582, Julian before) at `hours` of
@@ -22,6 +28,7 @@ void GetObliquity(double t, double& degrees);
 void GetJDxhUT(std::int16_t day, std::int16_t month, std::int16_t year, double hours, double& jd);
 
 /// Civil date of a Julian day; the day has its fraction. Julian calendar before 15 October 1582.
+/// A Julian day outside kFirstJD to kLastJD leaves the run-time error "Overflow" and gives 0, 0, 0.
 void JDToDate(double jd, float& day, std::int32_t& month, std::int32_t& year);
 
 /// Apparent sidereal time at Greenwich in hours, at a Julian day of Universal Time.
@@ -34,12 +41,24 @@ void GetRAMC(double longitudeWest, double siderealTime, double& ramc);
 void ConvertCoords(double longitude, double latitude, double sinTilt, double cosTilt, double& a,
                    double& d);
 
-/// Positions of points `first` to `last` (0 and 0: 1 to 36) into CalcChart of a slot.
+/// Positions of points `first` to `last` (0 and 0: 1 to 36) into CalcChart of a slot. The Moon is
+/// left out if `first` is above 1; the Sun and the Earth are always given.
 /// `t` at ephemeris time; `offset` is added to tropical longitudes; `accuracy` is a series cut-off,
 /// 0 full; `frame` 1 geocentric, 2 heliocentric; `useTables`: Jupiter to Pluto from tables in
-/// `dataPath`; `trueNode`, `weston`: see Options. A point that isn't calculated has Lon -1.
+/// `dataPath`; `trueNode`: the true lunar node, otherwise the mean one; `weston`: Vulcan on its own
+/// orbit, otherwise at most three degrees from Mercury on the Sun's side. A point that isn't
+/// calculated has Lon -1. The chart points 22 to 26 aren't touched.
 void CalcPlanets(std::int16_t slot, std::int16_t first, std::int16_t last, double t, double offset,
                  double accuracy, std::int16_t frame, Flag useTables, std::string_view dataPath,
                  Flag trueNode, Flag weston);
+
+/// Connection point: the route that serves while Swiss Ephemeris is switched off, with the
+/// arguments of CalcPlanets. Null: there is none; then Swiss Ephemeris stays on after a failure,
+/// which only costs the points that failed.
+using CalcPlanetsRoute = void (*)(std::int16_t slot, std::int16_t first, std::int16_t last,
+                                  double t, double offset, double accuracy, std::int16_t frame,
+                                  Flag useTables, std::string_view dataPath, Flag trueNode,
+                                  Flag weston);
+extern CalcPlanetsRoute calcPlanetsStandard;
 
 }  // namespace orvantis

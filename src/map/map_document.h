@@ -101,13 +101,13 @@ Flag SaveMap(std::string_view path);
 /// nothing once the list is full (32767 fills).
 void AddFill(std::int16_t docNumber, float lat, float longitude, bool isSea, Colour colour);
 
-/// Connection point: puts the menus in step with a document that has changed.
+/// Connection point, may be empty: puts the menus in step with a document that has changed.
 extern void (*refreshMapMenus)(std::int16_t docNumber);
 
-/// Connection point: adds a path to the recent maps.
+/// Connection point, may be empty: adds a path to the recent maps.
 extern void (*addRecentMap)(std::string_view path);
 
-/// Connection point: the full plot that follows a change of map.
+/// Connection point, may be empty: the full plot that follows a change of map.
 extern void (*plotFull)();
 
 }  // namespace orvantis

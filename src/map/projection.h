@@ -95,12 +95,19 @@ inline bool IsFlat(std::int16_t projectionNumber) {
 /// Computes ViewExtent from the current document.
 void SetViewExtent();
 
-/// Computes MapRect for a surface: what is left of it within the frame for edge marks. Selects
-/// and measures the glyph font of the settings.
+/// Computes MapRect for a surface: what is left of it within the frame for edge marks; at least one
+/// pixel. Selects and measures the glyph font.
 void SetMapRect(bool printing, DrawingSurface& picture);
 
-/// Draws the map's outline and sets the clip to the map. Squares MapRect for the sphere.
+/// Selects the glyph font on the plot's surface: at the size of the settings, or of a printed page.
+void SelectGlyphFont(bool printing);
+
+/// Squares MapRect for the sphere and draws the map's outline with the surface's pen. The outline
+/// of a flat map lies on the columns left and left + width and the rows top and top + height.
 void OpenMapFrame();
+
+/// Sets the clip to the map.
+void ClipToMap();
 
 /// Whole arc-minutes to pixels.
 void ProjectPoint(std::int16_t latMin, std::int16_t longMin, std::int16_t& y, std::int16_t& x);
@@ -157,5 +164,8 @@ void DrawMeridian(double longitude, std::int16_t labelKind, std::int16_t labelCo
 
 /// A whole parallel at a latitude in degrees; the first end is the left of the map.
 void DrawParallel(double lat, std::int16_t labelKind, std::int16_t labelCode, MarkEnds ends);
+
+/// The coordinate grid of the current document, if it is on: multiples of its steps.
+void DrawGrid();
 
 }  // namespace orvantis

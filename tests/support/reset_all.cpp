@@ -1,5 +1,9 @@
 #include "support/reset_all.h"
 
+#include "map/map_document.h"
+#include "map/plot.h"
+#include "map/point_database.h"
+#include "map/projection.h"
 #include "session/files.h"
 #include "session/session_state.h"
 #include "session/settings.h"
@@ -24,6 +28,19 @@ void ResetAll() {
     pointSelection = {};
     pointColour = {};
     plotAfterSettings = nullptr;
+
+    pointDatabase = {};
+    mapState = {};
+    mapView = {};
+    plotState = {};
+    refreshMapMenus = nullptr;
+    addRecentMap = nullptr;
+    plotFull = nullptr;
+    stopForeignClock = nullptr;
+    plotChartLines = nullptr;
+    plotCountryNames = nullptr;
+    plotCities = nullptr;
+    plotMouseMarks = nullptr;
 
     shell = {};
     session.shell = &shell;

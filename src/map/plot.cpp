@@ -1,0 +1,202 @@
+// The plot in its two modes. Each step is a routine of its own, so that Retry can run just the one
+// that failed.
+#include "map/plot.h"
+
+#include <string>
+
+#include "map/fills.h"
+#include "map/map_document.h"
+#include "session/session_state.h"
+#include "session/settings.h"
+#include "text/run_time_error.h"
+#include "text/strings.h"
+
+namespace orvantis {
+
+PlotState plotState;
+
+void (*stopForeignClock)() = nullptr;
+void (*plotChartLines)(Flag printing, Flag fullPlot, std::int16_t slot) = nullptr;
+void (*plotCountryNames)(bool capitals) = nullptr;
+void (*plotCities)() = nullptr;
+void (*plotMouseMarks)() = nullptr;
+
+namespace {
+
+constexpr Colour kBlack = 0;
+constexpr Colour kWhite = 0xFFFFFF;
+constexpr Colour kSurround = 0xC0C0C0;     // the window around the map
+constexpr Colour kFrameShadow = 0x808080;  // left and top of the sunken frame
+constexpr Colour kFrameLight = 0xFFFFFF;   // right and bottom
+
+constexpr std::int16_t kMainChart = 1;
+constexpr std::size_t kCountryNames = 3;  // detail classes that stand for labels
+constexpr std::size_t kCityNames = 8;
+
+// One plot's arguments.
+struct PlotJob {
+    Flag printing = kFalse;
+    Flag redraw = kFalse;
+};
+
+bool OnScreen(const PlotJob& job) {
+    return job.printing == kFalse;
+}
+
+bool DrawsMap(const PlotJob& job) {
+    return job.redraw != kFalse || job.printing != kFalse;
+}
+
+void RefreshUnlessHeld() {
+    if (options.holdRefresh == kFalse) mapView.surface->Refresh();
+}
+
+void SetOutlinePen() {
+    mapView.surface->SetPen({1, LineDash::Solid, plotState.outlineColour});
+}
+
+void PutStoredImage(const PlotJob& job) {
+    if (DrawsMap(job)) return;
+    mapView.surface->PutImage(session.StoredImage);
+    RefreshUnlessHeld();
+}
+
+void ClearPicture(const PlotJob& job) {
+    mapView.surface->ClearClip();
+    if (OnScreen(job) && job.redraw != kFalse) mapView.surface->Clear(PlainColour(LandColour()));
+    plotState.outlineColour = OutlineColour();
+    SetOutlinePen();
+}
+
+void SetUpView(const PlotJob& job) {
+    SetViewExtent();
+    SetMapRect(job.printing != kFalse, *mapView.surface);
+    OpenMapFrame();
+}
+
+// Two shades one pixel outside the outline make the map look sunk into its surround.
+void DrawSunkenFrame() {
+    const MapRect& rect = mapView.rect;
+    const int left = rect.left - 1;
+    const int top = rect.top - 1;
+    const int right = rect.left + rect.width + 1;
+    const int bottom = rect.top + rect.height + 1;
+    mapView.surface->SetPen({1, LineDash::Solid, kFrameShadow});
+    mapView.surface->MoveTo(left, bottom);
+    mapView.surface->LineTo(left, top);
+    mapView.surface->LineTo(right, top);
+    mapView.surface->SetPen({1, LineDash::Solid, kFrameLight});
+    mapView.surface->MoveTo(right, top);
+    mapView.surface->LineTo(right, bottom);
+    mapView.surface->LineTo(left, bottom);
+    SetOutlinePen();
+}
+
+// The surround is part of the stored image, so a quick pass has it already.
+void DrawSurround(const PlotJob& job) {
+    if (!OnScreen(job) || job.redraw == kFalse) return;
+    mapView.surface->FloodFill(1, 1, kSurround, PlainColour(plotState.outlineColour));
+    if (IsFlat(mapView.extent.projection)) DrawSunkenFrame();
+}
+
+void DrawVectors(const PlotJob& job) {
+    ClipToMap();
+    if (DrawsMap(job)) PlotVectors(job.printing);
+}
+
+void DrawFills(const PlotJob& job) {
+    if (!OnScreen(job) || job.redraw == kFalse) return;
+    ReplayFills();
+    RefreshUnlessHeld();
+}
+
+void DrawGridAndLabels(const PlotJob& job) {
+    if (!DrawsMap(job)) return;
+    SetOutlinePen();
+    DrawGrid();
+
+    const MapDocument& document = CurrentMap();
+    mapView.surface->SelectFont({settings.textFontName, settings.textFontSize,
+                                 settings.textFontBold != kFalse,
+                                 settings.textFontItalic != kFalse});
+    const bool cityNames = document.hidden[kCityNames] == kFalse;
+    if (document.hidden[kCountryNames] == kFalse && plotCountryNames != nullptr) {
+        plotCountryNames(cityNames);
+    }
+    if (cityNames && !document.cityFile.empty() && plotCities != nullptr) plotCities();
+    SelectGlyphFont(job.printing != kFalse);
+}
+
+void KeepImage(const PlotJob& job) {
+    if (!OnScreen(job) || job.redraw == kFalse) return;
+    mapView.surface->Refresh();
+    mapView.surface->CopyImage(session.StoredImage);
+}
+
+void DrawLines(const PlotJob& job) {
+    if (plotChartLines != nullptr) plotChartLines(job.printing, kTrue, kMainChart);
+    if (OnScreen(job)) mapView.surface->Refresh();
+}
+
+void DrawMarks(const PlotJob& /*job*/) {
+    mapView.surface->ClearClip();
+    if (IsFlat(mapView.extent.projection) && plotMouseMarks != nullptr) plotMouseMarks();
+}
+
+// True if the user wants the failed step run again.
+bool AskRetry(const RunTimeError& failure) {
+    if (session.shell == nullptr) return false;
+    std::string text = "An error occurred whilst plotting:";
+    text.append(kCrLf).append(failure.description).append(kCrLf);
+    return session.shell->MessageBox(text, "Orvantis", BoxButtons::RetryCancel,
+                                     BoxIcon::Exclamation) == BoxAnswer::Retry;
+}
+
+// Runs the steps in their order. False if the user gave up on one that failed.
+bool RunSteps(const PlotJob& job) {
+    using Step = void (*)(const PlotJob&);
+    constexpr Step steps[] = {PutStoredImage, ClearPicture, SetUpView,         DrawSurround,
+                              DrawVectors,    DrawFills,    DrawGridAndLabels, KeepImage,
+                              DrawLines,      DrawMarks};
+    for (const Step step : steps) {
+        RunTimeError failure;
+        for (step(job); TakeRunTimeError(failure); step(job)) {
+            if (!AskRetry(failure)) return false;
+        }
+    }
+    return true;
+}
+
+void SetPointer(Pointer pointer) {
+    if (session.shell != nullptr) session.shell->SetPointer(pointer);
+}
+
+}  // namespace
+
+Colour OutlineColour() {
+    return PlainColour(LandColour()) == kBlack ? kWhite : kBlack;
+}
+
+void PlotMap4(Flag printing, DrawingSurface& picture, Flag redraw) {
+    SetPointer(Pointer::Hourglass);
+    if (stopForeignClock != nullptr) stopForeignClock();
+    plotState.interrupted = false;
+    plotState.printing = printing;
+    mapView.surface = &picture;
+    RunTimeError stale;
+    TakeRunTimeError(stale);  // what stood before belongs to others
+
+    const Flag extraAnnotation = options.extraAnnotation;
+    if (printing != kFalse) options.extraAnnotation = kTrue;
+    plotState.interrupted = !RunSteps({printing, redraw});
+
+    // The surface is left as it is found between plots, whatever became of this one.
+    picture.ClearClip();
+    SelectGlyphFont(false);
+    options.extraAnnotation = extraAnnotation;
+    plotState.printing = kFalse;
+    mapView.surface = nullptr;
+    SetPointer(Pointer::Default);
+}
+
+}  // namespace orvantis

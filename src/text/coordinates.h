@@ -1,0 +1,27 @@
+// Latitudes and longitudes as text. Charts hold degrees, north and WEST positive; the map holds
+// whole minutes of arc, north and EAST positive.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace orvantis {
+
+/// "35S55", or "35S55 12" where there are seconds: degrees with at least `degreeDigits` digits,
+/// the letter, minutes and seconds with two.
+std::string CoordinateText(std::int16_t degrees, char letter, std::int16_t minutes,
+                           std::int16_t seconds, int degreeDigits);
+
+/// Text of a latitude in degrees, north positive: "35S55", "35S55 12". 0 is north.
+std::string FormatLatitude(double latitude);
+
+/// Text of a longitude in degrees, WEST positive: "138E34", "138E34 10". 0 is west.
+std::string FormatLongitude(double longitude);
+
+/// Text of a latitude in minutes of arc, north positive: "37N45".
+std::string FormatLatMinutes(std::int16_t latMin);
+
+/// Text of a longitude in minutes of arc, EAST positive: "145E30". 0 is east.
+std::string FormatLongMinutes(std::int16_t longMin);
+
+}  // namespace orvantis

@@ -1,0 +1,282 @@
+#include "lines/chart_lines.h"
+
+#include <gtest/gtest.h>
+
+#include "charts/CALCCHRT.h"
+#include "map/map_document.h"
+#include "map/plot.h"
+#include "map/projection.h"
+#include "session/session_state.h"
+#include "session/settings.h"
+#include "support/recording_surface.h"
+#include "support/reset_all.h"
+
+namespace orvantis {
+namespace {
+
+constexpr int kWidth = 720;
+constexpr int kHeight = 400;
+
+class ChartLines : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ResetAll();
+        session.picture = &surface_;
+        session.ChartNumber = 1;
+        calcChart[1].Lon.fill(-1);
+        calcChart[1].JulianDayET = 2451545;
+        plotChartLines = PlotChartLines;
+    }
+
+    static void Place(std::size_t p, float ra, float dec) {
+        calcChart[1].Lon[p] = 0;
+        calcChart[1].RA[p] = ra;
+        calcChart[1].Dec[p] = dec;
+        pointSelection[p] = kTrue;
+    }
+
+    // Sets up the current map's view on the surface without any plot.
+    void SetView() {
+        mapView.surface = &surface_;
+        SetViewExtent();
+        SetMapRect(false, surface_);
+    }
+
+    static void ShowTypes(std::initializer_list<std::size_t> types) {
+        for (LineStyle& style : settings.lineStyle) style.displayed = kFalse;
+        for (const std::size_t type : types) settings.lineStyle[type].displayed = kTrue;
+    }
+
+    static void View(float south, float west, float north, float east) {
+        MapDocument& map = CurrentMap();
+        map.south = south;
+        map.west = west;
+        map.north = north;
+        map.east = east;
+    }
+
+    RecordingSurface surface_{kWidth, kHeight};
+};
+
+TEST_F(ChartLines, NothingIsDrawnWithoutAChartAndAnEclipse) {
+    Place(3, 40, 10);
+    session.ChartNumber = 0;
+    SetView();
+    surface_.log.clear();
+    PlotChartLines(kFalse, kTrue, 1);
+    EXPECT_TRUE(surface_.log.empty());
+}
+
+TEST_F(ChartLines, APointThatIsNotCalculatedDrawsNothing) {
+    Place(3, 40, 10);
+    calcChart[1].Lon[3] = -1;
+    SetView();
+    surface_.log.clear();
+    PlotChartLines(kFalse, kTrue, 1);
+    EXPECT_TRUE(surface_.Calls("LineTo").empty());
+    EXPECT_TRUE(chartLines.objects.empty());
+}
+
+TEST_F(ChartLines, ACulminationLineStandsAtItsLongitudeWithItsLabelOverhead) {
+    ShowTypes({1});
+    Place(3, 40, 10);  // with the Midheaven at right ascension 0 and the place at longitude 0
+    SetView();
+    PlotChartLines(kFalse, kTrue, 1);
+    std::int16_t x = 0;
+    std::int16_t y = 0;
+    ProjectPoint(600, 40 * 60, y, x);
+    ASSERT_EQ(chartLines.objects.size(), 1U);
+    EXPECT_EQ(chartLines.objects[0].x, x);
+    EXPECT_EQ(chartLines.objects[0].y, y);
+    EXPECT_EQ(chartLines.objects[0].code, 3);
+    EXPECT_EQ(chartLines.objects[0].type, line_type::kPointLabel);
+    ASSERT_EQ(mapView.edgeMarks.size(), 1U);
+    EXPECT_EQ(mapView.edgeMarks[0].side, side::kTop);
+    EXPECT_EQ(mapView.edgeMarks[0].x, x);
+}
+
+TEST_F(ChartLines, AnAnticulminationLineHasItsMarkAtTheBottomAndNoLabel) {
+    ShowTypes({2});
+    Place(3, 40, 10);
+    SetView();
+    PlotChartLines(kFalse, kTrue, 1);
+    EXPECT_TRUE(chartLines.objects.empty());
+    ASSERT_EQ(mapView.edgeMarks.size(), 1U);
+    EXPECT_EQ(mapView.edgeMarks[0].side, side::kBottom);
+}
+
+TEST_F(ChartLines, AMeridianOutsideANarrowViewIsNotDrawnAndAddsNoLabel) {
+    ShowTypes({1});
+    Place(3, 40, 10);
+    View(0, 60, 40, 120);
+    SetView();
+    surface_.log.clear();
+    PlotChartLines(kFalse, kTrue, 1);
+    EXPECT_TRUE(surface_.Calls("LineTo").empty());
+    EXPECT_TRUE(chartLines.objects.empty());
+    EXPECT_TRUE(mapView.edgeMarks.empty());
+    EXPECT_FALSE(chartLines.anyVisible);
+}
+
+TEST_F(ChartLines, RiseAndSetLinesCarryALabelEachOnTheEquator) {
+    ShowTypes({3, 4});
+    Place(3, 40, 10);
+    SetView();
+    PlotChartLines(kFalse, kTrue, 1);
+    ASSERT_EQ(chartLines.objects.size(), 2U);
+    std::int16_t x = 0;
+    std::int16_t y = 0;
+    ProjectPoint(0, (40 - 90) * 60, y, x);
+    EXPECT_EQ(chartLines.objects[0].x, x);
+    EXPECT_EQ(chartLines.objects[0].y, y);
+    ProjectPoint(0, (40 + 90) * 60, y, x);
+    EXPECT_EQ(chartLines.objects[1].x, x);
+}
+
+TEST_F(ChartLines, TheSouthNodeGetsMeridianLinesAndNoOther) {
+    Place(21, 40, 10);
+    ShowTypes({3, 4});
+    SetView();
+    surface_.log.clear();
+    PlotChartLines(kFalse, kTrue, 1);
+    EXPECT_TRUE(surface_.Calls("LineTo").empty());
+    ShowTypes({1, 2});
+    PlotChartLines(kFalse, kTrue, 1);
+    EXPECT_FALSE(surface_.Calls("LineTo").empty());
+}
+
+TEST_F(ChartLines, ALineTakesThePointsColourOrTheTypes) {
+    pointColour[3] = 0x112233;
+    Place(3, 40, 10);
+    SetView();
+    for (const bool planets : {true, false}) {
+        ShowTypes({1});
+        settings.lineStyle[1].planetColour = planets ? kTrue : kFalse;
+        settings.lineStyle[1].colour = 0x445566;
+        settings.lineStyle[1].thickness = 3;
+        settings.lineStyle[1].style = 4;
+        surface_.log.clear();
+        PlotChartLines(kFalse, kTrue, 1);
+        const std::string colour = std::to_string(planets ? 0x112233 : 0x445566);
+        EXPECT_EQ(surface_.Calls("SetPen").front(), "SetPen 3 4 " + colour);
+    }
+}
+
+TEST_F(ChartLines, LinesThatAreAllOutsideTheViewAreAskedAboutOnceAfterTheUsersChoice) {
+    ShowTypes({1});
+    Place(3, 40, 10);
+    View(0, 60, 40, 120);
+    SetView();
+    PlotChartLines(kFalse, kTrue, 1);
+    EXPECT_TRUE(TestShell().boxes.empty()) << "a plot that the user didn't ask for doesn't ask";
+
+    chartLines.askedByUser = kTrue;
+    TestShell().boxAnswers = {BoxAnswer::Ok};
+    PlotChartLines(kFalse, kTrue, 1);
+    ASSERT_EQ(TestShell().boxes.size(), 1U);
+    EXPECT_EQ(TestShell().boxes[0],
+              "Orvantis: Lines for the selected chart are not visible in the current map region. / "
+              "Try opening a different map region, or a map of the whole world. / "
+              "Select OK to retain this chart, or CANCEL to clear it.");
+    EXPECT_EQ(session.ChartNumber, 1);
+
+    chartLines.askedByUser = kTrue;
+    TestShell().boxAnswers = {BoxAnswer::Cancel};
+    PlotChartLines(kFalse, kTrue, 1);
+    EXPECT_EQ(session.ChartNumber, 0);
+}
+
+TEST_F(ChartLines, AHiddenEclipseIsAskedAboutInItsOwnWords) {
+    session.ChartNumber = 0;
+    session.EclipseNumber = 5;
+    SetView();
+    chartLines.askedByUser = kTrue;
+    TestShell().boxAnswers = {BoxAnswer::Cancel};
+    PlotChartLines(kFalse, kTrue, 1);
+    ASSERT_EQ(TestShell().boxes.size(), 1U);
+    EXPECT_EQ(
+        TestShell().boxes[0],
+        "Orvantis: Lines for the selected eclipse are not visible in the current map region. / "
+        "If you are not sure where the eclipse lines are visible, then try opening a map of the "
+        "whole world. / Select OK to retain this eclipse, or CANCEL to clear it.");
+    EXPECT_EQ(session.EclipseNumber, 0);
+}
+
+TEST_F(ChartLines, LabelsShowTheTextOfTheirType) {
+    EXPECT_EQ(LabelText(7, 8), "7");
+    EXPECT_EQ(LabelText('H', 9), "H");
+    EXPECT_EQ(LabelText('E', 10), "E");
+    EXPECT_EQ(LabelText(1, 11), "\xDD");
+    EXPECT_EQ(LabelText(2, 11), "\x81");
+    EXPECT_EQ(LabelText(50, 13), ".5");
+    EXPECT_EQ(LabelText(75, 13), ".75");
+    EXPECT_EQ(LabelText(0, 13), "0");
+    EXPECT_EQ(LabelText(3, 14), "\xB8");
+    EXPECT_EQ(LabelText(1203, 5), "\xB8");
+    EXPECT_EQ(LabelText(37, 14), "");
+}
+
+TEST_F(ChartLines, SidesOfLinesHaveTheirWords) {
+    EXPECT_EQ(PlotLineAnnotation(1), " Upper");
+    EXPECT_EQ(PlotLineAnnotation(2), " Lower");
+    EXPECT_EQ(PlotLineAnnotation(3), " Rising");
+    EXPECT_EQ(PlotLineAnnotation(4), " Setting");
+    EXPECT_EQ(PlotLineAnnotation(0), "");
+    EXPECT_EQ(PlotLineAnnotation(5), "");
+}
+
+TEST_F(ChartLines, ALabelsBoxHasTheShapeOfItsType) {
+    SetView();
+    settings.lineStyle[14].symbolShape = 0;
+    AddLineLabel(50, 50, 3, 14);
+    surface_.log.clear();
+    DrawLineLabels();
+    EXPECT_EQ(surface_.Calls("Rectangle").size(), 1U);
+    settings.lineStyle[14].symbolShape = 2;
+    AddLineLabel(50, 50, 3, 14);
+    DrawLineLabels();
+    EXPECT_EQ(surface_.Calls("Ellipse").size(), 1U);
+    settings.lineStyle[14].symbolShape = 1;
+    AddLineLabel(50, 50, 3, 14);
+    DrawLineLabels();
+    EXPECT_EQ(surface_.Calls("Polygon").size(), 1U);
+    EXPECT_EQ(chartLines.objects.size(), 3U);
+    EXPECT_TRUE(chartLines.labels.empty());
+}
+
+TEST_F(ChartLines, MarksAtOnePlaceDoNotLieOverOneAnother) {
+    SetView();
+    const std::int16_t top = mapView.rect.top;
+    for (std::int16_t p = 1; p <= 6; ++p) {
+        mapView.edgeMarks.push_back({100, top, side::kTop, p, line_type::kCulminate});
+    }
+    surface_.log.clear();
+    DrawEdgeMarks();
+    std::vector<std::pair<int, int>> cells;
+    for (const std::string& line : surface_.Calls("TextOut")) {
+        int x = 0;
+        int y = 0;
+        ASSERT_EQ(std::sscanf(line.c_str(), "TextOut %d %d", &x, &y), 2);
+        for (const auto& [otherX, otherY] : cells) {
+            EXPECT_TRUE(std::abs(x - otherX) >= surface_.charWidth ||
+                        std::abs(y - otherY) >= surface_.charHeight)
+                << line;
+        }
+        EXPECT_LT(y + surface_.charHeight, top + 2) << "a mark lies on the map";
+        EXPECT_GE(y, 0) << "a mark lies outside the picture";
+        cells.emplace_back(x, y);
+    }
+    EXPECT_EQ(cells.size(), 12U);  // a glyph and a letter each
+}
+
+TEST_F(ChartLines, WithoutExtraAnnotationMarksHaveNoLetter) {
+    options.extraAnnotation = kFalse;
+    SetView();
+    mapView.edgeMarks.push_back({100, mapView.rect.top, side::kTop, 3, line_type::kCulminate});
+    surface_.log.clear();
+    DrawEdgeMarks();
+    EXPECT_EQ(surface_.Calls("TextOut").size(), 1U);
+}
+
+}  // namespace
+}  // namespace orvantis
