@@ -26,17 +26,18 @@ int Build(const std::string& path, const CliShell& shell) {
     return kDone;
 }
 
+// A file that can't be taken apart has one finding, and is a complaint.
 int Check(const std::string& path) {
-    const std::vector<DatabaseFinding> findings = CheckDatabase(path);
-    for (const DatabaseFinding& finding : findings) {
-        std::cout << (finding.isError ? "error" : "note") << ": ";
-        if (finding.code != 0) std::cout << "line " << finding.code << ": ";
-        std::cout << ToUtf8(finding.text) << "\n";
+    int exitCode = kDone;
+    for (const DatabaseFinding& finding : CheckDatabase(path)) {
+        std::string text = ToUtf8(finding.text);
+        if (finding.code != 0) text = "line " + std::to_string(finding.code) + ": " + text;
+        if (finding.severity == Severity::Unreadable) return Complain(kUnreadable, path, text);
+        const bool isError = finding.severity == Severity::Error;
+        std::cout << (isError ? "error: " : "note: ") << text << "\n";
+        if (isError) exitCode = kWorkFailed;
     }
-    return std::any_of(findings.begin(), findings.end(),
-                       [](const DatabaseFinding& f) { return f.isError; })
-               ? kWorkFailed
-               : kDone;
+    return exitCode;
 }
 
 }  // namespace
