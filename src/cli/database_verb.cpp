@@ -1,4 +1,5 @@
 // The verb "database": the files of the world map.
+#include <algorithm>
 #include <iostream>
 
 #include "cli/verbs.h"
@@ -7,6 +8,7 @@
 #include "session/files.h"
 #include "session/session_state.h"
 #include "text/code_page.h"
+#include "text/strings.h"
 
 namespace orvantis::cli {
 
@@ -27,16 +29,17 @@ int Build(const std::string& path, const CliShell& shell) {
 }
 
 int Check(const std::string& path) {
-    const std::vector<DatabaseFinding> findings = CheckDatabase(path);
-    for (const DatabaseFinding& finding : findings) {
-        std::cout << (finding.isError ? "error" : "note") << ": ";
+    Severity worst = Severity::Warning;
+    for (const DatabaseFinding& finding : CheckDatabase(path)) {
+        worst = std::max(worst, finding.severity);
+        if (finding.severity == Severity::Unreadable) {
+            return Complain(kUnreadable, path, ToUtf8(finding.text));
+        }
+        std::cout << (finding.severity == Severity::Error ? "error: " : "warning: ");
         if (finding.code != 0) std::cout << "line " << finding.code << ": ";
         std::cout << ToUtf8(finding.text) << "\n";
     }
-    return std::any_of(findings.begin(), findings.end(),
-                       [](const DatabaseFinding& f) { return f.isError; })
-               ? kWorkFailed
-               : kDone;
+    return worst == Severity::Error ? kWorkFailed : kDone;
 }
 
 }  // namespace
