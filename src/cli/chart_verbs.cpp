@@ -1,7 +1,6 @@
 // The verbs "chart" and "charts".
-#include <array>
 #include <cmath>
-#include <cstdio>
+#include <iomanip>
 #include <iostream>
 #include <nlohmann/json.hpp>
 
@@ -14,6 +13,7 @@
 #include "text/code_page.h"
 #include "text/coordinates.h"
 #include "text/dates.h"
+#include "text/numbers.h"
 #include "text/strings.h"
 
 namespace orvantis::cli {
@@ -58,42 +58,37 @@ Json ChartJson(const CalcChart& chart) {
             {"points", points}};
 }
 
-template <typename... Values>
-std::string Formatted(const char* format, Values... values) {
-    std::array<char, 256> text{};
-    std::snprintf(text.data(), text.size(), format, values...);
-    return text.data();
-}
-
 // Degrees in a sign, minutes and seconds, rounded to the second.
 std::string SignText(double longitude) {
-    const auto seconds = static_cast<long>(std::floor(Modulo(longitude, 360) * 3600 + 0.5));
-    const long inSign = seconds % (30L * 3600);
-    const auto sign = static_cast<std::size_t>(seconds / (30L * 3600) % 12 + 1);
-    return Formatted("%02ld%s%02ld'%02ld\"", inSign / 3600, kSignAbbrevs[sign].data(),
-                     inSign / 60 % 60, inSign % 60);
+    const auto seconds = static_cast<std::int32_t>(std::floor(Modulo(longitude, 360) * 3600 + 0.5));
+    const std::int32_t inSign = seconds % (30 * 3600);
+    const auto sign = static_cast<std::size_t>(seconds / (30 * 3600) % 12 + 1);
+    return ZeroPadded(inSign / 3600, 2) + std::string(kSignAbbrevs[sign]) +
+           ZeroPadded(inSign / 60 % 60, 2) + "'" + ZeroPadded(inSign % 60, 2) + "\"";
+}
+
+void PrintPoint(const CalcChart& chart, std::int16_t p) {
+    const std::size_t i = Index(p);
+    std::cout << std::left << std::setw(14) << PointName(p);
+    if (chart.Lon[i] < 0) {
+        std::cout << "not calculated\n";
+        return;
+    }
+    std::cout << std::setw(13) << SignText(chart.Lon[i]) << std::right << std::fixed
+              << std::setprecision(4) << std::setw(9) << chart.Lat[i] << std::setw(11)
+              << chart.RA[i] << std::setw(11) << chart.Dec[i] << "\n";
 }
 
 void PrintChart(const CalcChart& chart) {
     std::cout << ToUtf8(ChartDescription()) << "\n"
               << ToUtf8(chart.LatText) << " " << ToUtf8(chart.LongText) << "\n\n";
-    std::cout << "Point         Longitude    Latitude   RA         Declination\n";
-    for (std::int16_t p = 1; p <= point::kLastBody; ++p) {
-        const std::size_t i = Index(p);
-        const std::string name(PointName(p));
-        if (chart.Lon[i] < 0) {
-            std::cout << Formatted("%-13s not calculated\n", name.c_str());
-            continue;
-        }
-        std::cout << Formatted("%-13s %-12s %9.4f %10.4f %10.4f\n", name.c_str(),
-                               SignText(chart.Lon[i]).c_str(), chart.Lat[i],
-                               static_cast<double>(chart.RA[i]), static_cast<double>(chart.Dec[i]));
-    }
+    std::cout << "Point         Longitude     Latitude         RA       Dec.\n";
+    for (std::int16_t p = 1; p <= point::kLastBody; ++p) PrintPoint(chart, p);
     const bool named = chart.HouseSystem >= 1 && chart.HouseSystem <= 9;
     std::cout << "\nHouses: " << (named ? kHouseSystemNames[Index(chart.HouseSystem)] : "none")
               << "\n";
     for (std::size_t house = 1; house <= 12; ++house) {
-        std::cout << Formatted("%2zu  %s\n", house, SignText(chart.Cusp[house]).c_str());
+        std::cout << std::setw(2) << house << "  " << SignText(chart.Cusp[house]) << "\n";
     }
 }
 

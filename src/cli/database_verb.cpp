@@ -1,4 +1,5 @@
 // The verb "database": the files of the world map.
+#include <algorithm>
 #include <iostream>
 
 #include "cli/verbs.h"
@@ -7,6 +8,7 @@
 #include "session/files.h"
 #include "session/session_state.h"
 #include "text/code_page.h"
+#include "text/strings.h"
 
 namespace orvantis::cli {
 
@@ -26,18 +28,18 @@ int Build(const std::string& path, const CliShell& shell) {
     return kDone;
 }
 
-// A file that can't be taken apart has one finding, and is a complaint.
 int Check(const std::string& path) {
-    int exitCode = kDone;
+    Severity worst = Severity::Warning;
     for (const DatabaseFinding& finding : CheckDatabase(path)) {
-        std::string text = ToUtf8(finding.text);
-        if (finding.code != 0) text = "line " + std::to_string(finding.code) + ": " + text;
-        if (finding.severity == Severity::Unreadable) return Complain(kUnreadable, path, text);
-        const bool isError = finding.severity == Severity::Error;
-        std::cout << (isError ? "error: " : "note: ") << text << "\n";
-        if (isError) exitCode = kWorkFailed;
+        worst = std::max(worst, finding.severity);
+        if (finding.severity == Severity::Unreadable) {
+            return Complain(kUnreadable, path, ToUtf8(finding.text));
+        }
+        std::cout << (finding.severity == Severity::Error ? "error: " : "warning: ");
+        if (finding.code != 0) std::cout << "line " << finding.code << ": ";
+        std::cout << ToUtf8(finding.text) << "\n";
     }
-    return exitCode;
+    return worst == Severity::Error ? kWorkFailed : kDone;
 }
 
 }  // namespace

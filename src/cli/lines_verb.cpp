@@ -1,6 +1,7 @@
 // The verb "lines": every line of a chart, for other programs.
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <iostream>
 #include <nlohmann/json.hpp>

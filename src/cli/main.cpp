@@ -10,11 +10,11 @@ namespace orvantis::cli {
 
 namespace {
 
-constexpr std::array<Verb, 5> kVerbs = {{{"chart", kChartHelp, RunChart},
-                                         {"charts", kChartsHelp, RunCharts},
-                                         {"lines", kLinesHelp, RunLines},
-                                         {"render", kRenderHelp, RunRender},
-                                         {"database", kDatabaseHelp, RunDatabase}}};
+const std::array<Verb, 5> kVerbs = {{{"chart", kChartHelp, RunChart},
+                                     {"charts", kChartsHelp, RunCharts},
+                                     {"lines", kLinesHelp, RunLines},
+                                     {"render", kRenderHelp, RunRender},
+                                     {"database", kDatabaseHelp, RunDatabase}}};
 
 constexpr std::string_view kHelp =
     R"(orvantis-cli: charts, their lines and their map from the command line

@@ -1,4 +1,7 @@
 // The verb "render": the very picture that the window shows.
+#include <algorithm>
+#include <array>
+#include <cmath>
 #include <iostream>
 #include <nlohmann/json.hpp>
 

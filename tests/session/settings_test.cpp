@@ -6,6 +6,7 @@
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 #include "text/bytes.h"
+#include "text/run_time_error.h"
 
 namespace orvantis {
 namespace {

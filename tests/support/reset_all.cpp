@@ -1,5 +1,9 @@
 #include "support/reset_all.h"
 
+#include "charts/CALCCHRT.h"
+#include "charts/KVCharts.h"
+#include "charts/SwissEph.h"
+#include "lines/chart_lines.h"
 #include "map/map_document.h"
 #include "map/plot.h"
 #include "map/point_database.h"
@@ -41,6 +45,20 @@ void ResetAll() {
     plotCountryNames = nullptr;
     plotCities = nullptr;
     plotMouseMarks = nullptr;
+
+    currentChartFileType = chart_file::kFormat0;
+    calcChart = {};
+    chartNow = {};
+    swissState = {};
+
+    chartLines = {};
+    refreshCaption = nullptr;
+    shadeNight = nullptr;
+    plotLocalLines = nullptr;
+    plotParans = nullptr;
+    plotCircles = nullptr;
+    plotEclipseLines = nullptr;
+    starLabel = nullptr;
 
     shell = {};
     session.shell = &shell;

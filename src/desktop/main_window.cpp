@@ -1,0 +1,91 @@
+#include "desktop/main_window.h"
+
+#include <QEvent>
+#include <QMenuBar>
+#include <QPaintEvent>
+#include <QPainter>
+#include <cmath>
+
+#include "map/plot.h"
+#include "session/session_state.h"
+
+namespace orvantis {
+
+namespace {
+
+constexpr double kDotsPerInch = 96;
+
+}  // namespace
+
+MapWidget::MapWidget(QWidget* parent) : QWidget(parent), surface_(0, 0) {
+    // Every pixel is painted by the widget itself; a background first would only flicker.
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    surface_.onRefresh = [this] { update(); };
+}
+
+void MapWidget::FitPicture() {
+    const double scale = devicePixelRatioF();
+    const SurfaceSize size = surface_.Size();
+    const int width = static_cast<int>(std::lround(this->width() * scale));
+    const int height = static_cast<int>(std::lround(this->height() * scale));
+    if (size.width != width || size.height != height) {
+        surface_.Resize(width, height, kDotsPerInch * scale);
+    }
+}
+
+void MapWidget::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    QImage picture = surface_.View();
+    if (picture.isNull()) {
+        painter.fillRect(event->rect(), palette().window());
+        return;
+    }
+    picture.setDevicePixelRatio(devicePixelRatioF());
+
+    // While the window is being resized the picture may be smaller than the widget.
+    const QSize shown = picture.deviceIndependentSize().toSize();
+    if (shown.width() < width() || shown.height() < height()) {
+        painter.fillRect(event->rect(), palette().window());
+    }
+    painter.drawImage(0, 0, picture);
+}
+
+MainWindow::MainWindow() : map_(new MapWidget(this)) {
+    setCentralWidget(map_);
+    map_->installEventFilter(this);
+    resized_.setSingleShot(true);
+    resized_.setInterval(0);
+    connect(&resized_, &QTimer::timeout, this, [this] { RedrawMap(); });
+
+    QMenu* chart = menuBar()->addMenu(QStringLiteral("&Chart"));
+    chart->addAction(QStringLiteral("E&xit"), this, [this] { close(); });
+    QMenu* map = menuBar()->addMenu(QStringLiteral("&Map"));
+    QAction* redraw = map->addAction(QStringLiteral("&ReDraw"), this, [this] { RedrawMap(); });
+    redraw->setShortcut(Qt::Key_F4);
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == map_ && event->type() == QEvent::Resize && session.StartupDone != 0) {
+        resized_.start();
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::RedrawMap() {
+    // A plot may let events run; one that is asked for meanwhile follows it.
+    if (plotting_) {
+        resized_.start();
+        return;
+    }
+    if (isMinimized()) return;
+    plotting_ = true;
+    resized_.stop();
+    map_->FitPicture();
+    if (map_->Surface().Size().width > 0 && map_->Surface().Size().height > 0) {
+        PlotMap4(kFalse, map_->Surface(), kTrue);
+    }
+    map_->update();
+    plotting_ = false;
+}
+
+}  // namespace orvantis
