@@ -33,8 +33,9 @@ PixelBox WholeBox(const Image& image) {
 
 QPen WidePen(const Pen& pen, double dashOffset) {
     const QRgb rgb = PixelOf(pen.colour);
-    QPen result(QColor(rgb), pen.width, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
+    QPen result(QColor(rgb), pen.width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
     if (pen.dash != LineDash::Solid) {
+        result.setCapStyle(Qt::FlatCap);
         static const QList<qreal> patterns[] = {
             {}, {4, 2}, {1, 1}, {4, 2, 1, 2}, {4, 2, 1, 2, 1, 2}};
         result.setDashPattern(patterns[static_cast<int>(pen.dash)]);

@@ -13,8 +13,8 @@ bool SavePng(std::string_view nativePath, const Image& image);
 /// The same as a Windows bitmap.
 bool SaveImage(std::string_view nativePath, const Image& image);
 
-/// Reads a Windows bitmap. False, with `image` untouched, if it can't be read or isn't one, or if
-/// a side is longer than 32767 pixels.
+/// Reads a Windows bitmap without compression. False, with `image` untouched, if it can't be read,
+/// isn't one or isn't whole, or if a side is longer than 32767 pixels.
 bool LoadImage(std::string_view nativePath, Image& image);
 
 }  // namespace orvantis

@@ -78,8 +78,11 @@ class DrawingSurface {
     virtual void MoveTo(int x, int y) = 0;
 
     /// Draws from the current point up to, but not including, (x, y), which becomes the current
-    /// point. A solid line of width 1 that isn't smooth is four-tight: it never leaves a gap
-    /// through which a flood could pass to a horizontal or vertical neighbour.
+    /// point. A solid line of width 1 that isn't smooth holds a flood: each of its pixels touches
+    /// the next at a side or a corner, and so do lines that join, while a flood spreads through
+    /// sides alone. Which pixels it takes doesn't depend on the clip. A smooth line of width 1
+    /// reaches at most one pixel aside of its path; a wider one ends round, and so reaches half its
+    /// width beyond its ends.
     virtual void LineTo(int x, int y) = 0;
 
     /// Sets one pixel to the pen's colour.
@@ -90,7 +93,8 @@ class DrawingSurface {
     virtual Colour GetPixel(int x, int y) = 0;
 
     /// Outline with the pen and inside with the brush. Left and top inclusive, right and bottom
-    /// exclusive.
+    /// exclusive; a box without pixels draws nothing. The current point stays, here and in all
+    /// operations below.
     virtual void Rectangle(int left, int top, int right, int bottom, const Brush& brush) = 0;
 
     /// The ellipse that fills the same box that Rectangle would draw.

@@ -1,0 +1,142 @@
+// What the drawing surface costs, at the size of a full screen. The copy of one stored picture is
+// the yardstick of all of them.
+#include <benchmark/benchmark.h>
+#include <cmath>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "raster/image_surface.h"
+#include "raster/picture_file.h"
+#include "session/tables.h"
+
+namespace orvantis {
+namespace {
+
+constexpr int kWidth = 1920;
+constexpr int kHeight = 1080;
+constexpr double kRadians = 3.14159265358979323846 / 180;
+
+ImageSurface& Screen() {
+    static ImageSurface surface(kWidth, kHeight);
+    surface.ClearClip();
+    surface.SetPen({});
+    return surface;
+}
+
+void PutStoredImage(benchmark::State& state) {
+    Image image;
+    Screen().Clear(0xC0A060);
+    Screen().CopyImage(image);
+    for ([[maybe_unused]] auto _ : state) Screen().PutImage(image);
+}
+BENCHMARK(PutStoredImage)->Name("raster/put one stored image down")->Unit(benchmark::kMillisecond);
+
+void KeepImage(benchmark::State& state) {
+    Image image;
+    for ([[maybe_unused]] auto _ : state) Screen().CopyImage(image);
+}
+BENCHMARK(KeepImage)->Name("raster/keep the image")->Unit(benchmark::kMillisecond);
+
+void FloodWhole(benchmark::State& state) {
+    Screen().Clear(0x00C000);
+    Colour colour = 0xFF0000;
+    for ([[maybe_unused]] auto _ : state) {
+        Screen().FloodFill(kWidth / 2, kHeight / 2, colour, 0);
+        colour ^= 0x80;
+    }
+}
+BENCHMARK(FloodWhole)->Name("raster/flood the whole picture")->Unit(benchmark::kMillisecond);
+
+// As many steps as a world at the finest precision has, each a pixel or two long.
+void ShortLines(benchmark::State& state) {
+    std::mt19937 random(1);
+    std::vector<SurfacePoint> points;
+    SurfacePoint place{kWidth / 2, kHeight / 2};
+    for (int i = 0; i < 250000; ++i) {
+        place.x += static_cast<int>(random() % 5) - 2;
+        place.y += static_cast<int>(random() % 5) - 2;
+        points.push_back(place);
+    }
+    DrawingSurface& surface = Screen();
+    surface.ClipToRectangle(20, 20, kWidth - 20, kHeight - 20);
+    for ([[maybe_unused]] auto _ : state) {
+        surface.MoveTo(points[0].x, points[0].y);
+        for (const SurfacePoint& point : points) surface.LineTo(point.x, point.y);
+    }
+}
+BENCHMARK(ShortLines)->Name("raster/250000 short lines")->Unit(benchmark::kMillisecond);
+
+// The lines of ten bodies: a meridian each for culmination and anticulmination, a curve each for
+// rising and setting, in the styles that these have.
+void ChartLines(benchmark::State& state) {
+    DrawingSurface& surface = Screen();
+    surface.Clear(0xC0A060);
+    surface.ClipToRectangle(24, 24, kWidth - 24, kHeight - 24);
+    const auto penOf = [](LineDash dash) {
+        Pen pen;
+        pen.dash = dash;
+        pen.colour = 0x00FFFF;
+        pen.smooth = true;
+        return pen;
+    };
+    for ([[maybe_unused]] auto _ : state) {
+        for (int body = 0; body < 10; ++body) {
+            const double tilt = 66 + 2.3 * body;
+            for (int side = 0; side < 2; ++side) {
+                surface.SetPen(penOf(side == 0 ? LineDash::Solid : LineDash::Dot));
+                const int x = 100 + 150 * body + 60 * side;
+                surface.MoveTo(x, 0);
+                surface.LineTo(x, kHeight);
+
+                surface.SetPen(penOf(LineDash::Solid));
+                for (int i = 0; i <= 90; ++i) {
+                    const double u = (2.0 * i - 90 + 180 * side) * kRadians;
+                    const double latitude = std::asin(std::sin(tilt * kRadians) * std::sin(u));
+                    const double longitude =
+                        std::atan2(std::cos(tilt * kRadians) * std::sin(u), std::cos(u));
+                    const int px = static_cast<int>(
+                        std::fmod(longitude / kRadians + 540 + 36 * body, 360) * kWidth / 360);
+                    const int py = static_cast<int>((90 - latitude / kRadians) * kHeight / 180);
+                    if (i == 0) {
+                        surface.MoveTo(px, py);
+                    } else {
+                        surface.LineTo(px, py);
+                    }
+                }
+            }
+        }
+    }
+}
+BENCHMARK(ChartLines)->Name("raster/lines of ten bodies")->Unit(benchmark::kMillisecond);
+
+void Labels(benchmark::State& state) {
+    DrawingSurface& surface = Screen();
+    surface.SelectFont({std::string(kGlyphFontName), 9, false, false});
+    for ([[maybe_unused]] auto _ : state) {
+        for (int i = 0; i < 100; ++i) {
+            const std::string glyph(1, PointGlyph(static_cast<std::int16_t>(1 + i % 36)));
+            const SurfaceSize size = surface.TextExtent(glyph);
+            surface.Ellipse(i * 18, 300, i * 18 + size.width + 9, 300 + size.height + 4,
+                            {FillKind::Solid, 0x00FFFF});
+            surface.TextOut(i * 18 + 9, 302, glyph, TextAlign::Centre);
+        }
+    }
+}
+BENCHMARK(Labels)->Name("raster/100 labels in ellipses")->Unit(benchmark::kMillisecond);
+
+void WriteMapPng(benchmark::State& state) {
+    Image image;
+    ImageSurface& surface = Screen();
+    surface.Clear(0x008000);
+    for (int i = 0; i < 400; ++i) {
+        surface.Ellipse(i * 37 % kWidth, i * 91 % kHeight, i * 37 % kWidth + 80,
+                        i * 91 % kHeight + 50, {FillKind::Solid, 0xC00000});
+    }
+    surface.CopyImage(image);
+    for ([[maybe_unused]] auto _ : state) SavePng("/dev/shm/orvantis-bench.png", image);
+}
+BENCHMARK(WriteMapPng)->Name("raster/write the picture as PNG")->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace orvantis
