@@ -3,15 +3,14 @@
 #include <array>
 #include <cmath>
 #include <iostream>
+#include <memory>
 #include <nlohmann/json.hpp>
 
+#include "cli/load_picture.h"
 #include "cli/verbs.h"
 #include "map/map_document.h"
 #include "map/plot.h"
 #include "map/projection.h"
-#include "raster/image_surface.h"
-#include "raster/picture_file.h"
-#include "raster/qt_gui.h"
 #include "session/driver.h"
 #include "session/files.h"
 #include "session/session_state.h"
@@ -183,15 +182,16 @@ int RunRender(const std::vector<std::string>& words, CliShell& shell) {
     }
     if (status != kDone) return status;
 
-    EnsureQtGui();
-    ImageSurface surface(size.width, size.height);
-    session.picture = &surface;
-    PlotMap4(kFalse, surface, kTrue);
+    const PictureModule* module = LoadPictureModule();
+    if (module == nullptr) return kWorkFailed;
+    const std::unique_ptr<DrawingSurface> surface(module->makeSurface(size.width, size.height));
+    session.picture = surface.get();
+    PlotMap4(kFalse, *surface, kTrue);
     session.picture = nullptr;
     if (shell.complained) return kWorkFailed;
     Image image;
-    surface.CopyImage(image);
-    if (!SavePng(*out, image)) return Complain(kWorkFailed, *out, "can't be written");
+    surface->CopyImage(image);
+    if (!module->savePng(*out, image)) return Complain(kWorkFailed, *out, "can't be written");
     if (call->Has("--json")) PrintView();
     return kDone;
 }

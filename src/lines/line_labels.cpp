@@ -115,10 +115,10 @@ class SideLayout {
         int y = start;
         switch (side_) {
             case side::kTop:
-                y = rect.top - 2 - (lane + 1) * cellHeight;
+                y = rect.top - (lane + 1) * cellHeight;
                 break;
             case side::kBottom:
-                y = rect.top + rect.height + 3 + lane * cellHeight;
+                y = rect.top + rect.height + 1 + lane * cellHeight;
                 break;
             case side::kLeft:
                 x = rect.left - 2 - lane * cellWidth - size.width;

@@ -71,7 +71,9 @@ TEST_F(LineGeometry, EveryVertexOfARiseOrSetLineHasItsPointOnTheHorizonOnThatSid
                     ASSERT_NEAR(sky.altitude, 0, kTolerance)
                         << "round " << round << " type " << type << " at " << v.lat << " "
                         << v.longitude;
-                    // At the ends of a line the point stands on the meridian, due north or south.
+                    // At the ends of a line the point stands on the meridian, due north or south;
+                    // the poles have no east and west.
+                    if (std::abs(v.lat) > 90 - 1e-6) continue;
                     const double side = std::sin(sky.hourAngle * kDegree);
                     ASSERT_TRUE(type == line_type::kRise ? side < 1e-6 : side > -1e-6)
                         << "round " << round << " type " << type << " at " << v.lat;

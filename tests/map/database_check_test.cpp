@@ -153,22 +153,23 @@ TEST_F(ShippedDatabase, HasEveryLineClass) {
     EXPECT_EQ(classes, (std::set<int>{1, 2, 4, 5, 6, 7}));
 }
 
-// The Caspian is water within land: with the land on the left its ring runs clockwise. Area by the
-// plane shoelace formula, of the line that is named so; published size 371000 km2 (the ring is
-// about 397000 with its gulf), taken as between 300000 and 450000.
+// The Caspian is water within land: with the land on the left its ring runs clockwise, and the
+// integral of sin(latitude) over the longitude is its area on the unit sphere. Published sizes are
+// 371000 to 390000 km2 and up to 18000 more with Kara-Bogaz; taken as 370000 to 410000.
 TEST_F(ShippedDatabase, HasTheCaspianClockwiseAndOfItsSize) {
+    constexpr double kRadians = 3.14159265358979 / (180 * 60);
     double area = 0;
     for (const TestLine& line : Lines()) {
         if (line.name != "Caspian Sea") continue;
         for (std::size_t i = 1; i < line.points.size(); ++i) {
             const LinePoint& a = line.points[i - 1];
             const LinePoint& b = line.points[i];
-            const double kmX = 1.852 * std::cos((a.lat + b.lat) / 120.0 * 3.14159265 / 180);
-            area += (b.longitude - a.longitude) * kmX * (a.lat + b.lat) / 2.0 * 1.852;
+            area += (b.longitude - a.longitude) * kRadians *
+                    (std::sin(a.lat * kRadians) + std::sin(b.lat * kRadians)) / 2 * 6371 * 6371;
         }
     }
-    EXPECT_GT(area, 300000);
-    EXPECT_LT(area, 450000);
+    EXPECT_GT(area, 370000);
+    EXPECT_LT(area, 410000);
 }
 
 // A border that ends at a coast must end there at every level, or the two part when drawn coarsely:
@@ -190,7 +191,7 @@ TEST_F(ShippedDatabase, HasEveryJunctionOfCoastAndBorderAtLevelFive) {
             EXPECT_EQ(p.level, 5) << line.code;
         }
     }
-    EXPECT_GT(junctions, 200);
+    EXPECT_GT(junctions, 150);
 }
 
 TEST_F(ShippedDatabase, AgreesWithTheFilesThatAreDerivedFromIt) {

@@ -1,6 +1,8 @@
 #include "split.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
 
 namespace orvantis::world {
 
@@ -21,9 +23,29 @@ struct Box {
     bool TooLarge() const { return xMax - xMin > kGreatestExtent || yMax - yMin > kGreatestExtent; }
 };
 
+// Edges that alone are larger than a line may be get points of their own, evenly spaced: such are
+// the straight lines between states along a parallel.
+MinLine WithShortEdges(const MinLine& line) {
+    MinLine result = {line.front()};
+    for (std::size_t i = 1; i < line.size(); ++i) {
+        const MinPoint& a = line[i - 1];
+        const MinPoint& b = line[i];
+        const int larger = std::max(std::abs(b.x - a.x), std::abs(b.y - a.y));
+        const int parts = (larger + kGreatestExtent - 1) / kGreatestExtent;
+        for (int part = 1; part < parts; ++part) {
+            const double along = static_cast<double>(part) / parts;
+            result.push_back({static_cast<int>(std::lrint(a.x + along * (b.x - a.x))),
+                              static_cast<int>(std::lrint(a.y + along * (b.y - a.y))), a.owner});
+        }
+        result.push_back(b);
+    }
+    return result;
+}
+
 }  // namespace
 
-std::vector<MinLine> SplitLine(const MinLine& line) {
+std::vector<MinLine> SplitLine(const MinLine& whole) {
+    const MinLine line = WithShortEdges(whole);
     std::vector<MinLine> pieces;
     MinLine piece = {line.front()};
     Box box(line.front());

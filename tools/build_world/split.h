@@ -13,6 +13,6 @@ inline constexpr int kGreatestExtent = 600;
 
 /// The pieces of a line, none of them larger than the greatest extent nor longer than a line of the
 /// database may be; neighbours share the point of the cut.
-std::vector<MinLine> SplitLine(const MinLine& line);
+std::vector<MinLine> SplitLine(const MinLine& whole);
 
 }  // namespace orvantis::world
