@@ -27,6 +27,30 @@ std::uint32_t Blend(std::uint32_t below, std::uint32_t above, std::uint32_t weig
     return 0xFF000000 | (redBlue >> 8 & 0xFF00FF) | (green >> 8 & 0x00FF00);
 }
 
+// Share of the ink, in 256ths, that the pixel further aside has at the walk's place: 256 * error /
+// run, by a multiplication with the inverse in place of a division for every pixel.
+class SmoothShare {
+  public:
+    explicit SmoothShare(const LineWalk& walk)
+        : inverse_(((std::uint64_t{1} << 32) + walk.run - 1) / walk.run) {}
+    std::uint32_t operator()(const LineWalk& walk) const {
+        return static_cast<std::uint32_t>(walk.error * inverse_ >> 24);
+    }
+
+  private:
+    std::uint64_t inverse_;
+};
+
+// The box with `pixels` more on each side; an empty one stays empty.
+PixelBox Grown(const PixelBox& box, int pixels) {
+    if (box.right <= box.left || box.bottom <= box.top) return box;
+    return {box.left - pixels, box.top - pixels, box.right + pixels, box.bottom + pixels};
+}
+
+bool Holds(const PixelBox& box, SurfacePoint point) {
+    return point.x >= box.left && point.x < box.right && point.y >= box.top && point.y < box.bottom;
+}
+
 PixelBox WholeBox(const Image& image) {
     return {0, 0, image.width, image.height};
 }
@@ -38,7 +62,7 @@ QPen WidePen(const Pen& pen, double dashOffset) {
         result.setCapStyle(Qt::FlatCap);
         static const QList<qreal> patterns[] = {
             {}, {4, 2}, {1, 1}, {4, 2, 1, 2}, {4, 2, 1, 2, 1, 2}};
-        result.setDashPattern(patterns[static_cast<int>(pen.dash)]);
+        result.setDashPattern(patterns[static_cast<std::size_t>(pen.dash) % std::size(patterns)]);
         result.setDashOffset(dashOffset);
     }
     return result;
@@ -133,10 +157,14 @@ void ImageSurface::LineTo(int x, int y) {
     }
     if (pen_.smooth) {
         // A smooth line touches the pixels on both sides of its path.
-        PixelBox box = clip_.box;
-        if (box.right > box.left) box = {box.left - 1, box.top - 1, box.right + 1, box.bottom + 1};
-        const LineWalk walk = WalkLine(from, to, box, LineRounding::Down);
-        DrawSmoothLine(walk);
+        const LineWalk walk = WalkLine(from, to, Grown(clip_.box, 1), LineRounding::Down);
+        const PixelBox inner = Grown(clip_.box, -1);
+        if (pen_.dash == LineDash::Solid && clip_.rows.empty() && Holds(inner, from) &&
+            Holds(inner, to)) {
+            DrawSmoothLine(walk);
+        } else {
+            DrawClippedSmoothLine(walk);
+        }
         dashStep_ += walk.total;
         return;
     }
@@ -170,34 +198,47 @@ void ImageSurface::DrawHardLine(const LineWalk& walk) {
 
 // A dashed line, or one in an ellipse.
 void ImageSurface::DrawClippedLine(LineWalk walk) {
-    std::int64_t step = dashStep_ + walk.skipped;
+    DashWalk dash(pen_.dash, dashStep_ + walk.skipped);
     for (int left = walk.count; left > 0; --left) {
-        if (DashShows(pen_.dash, step) && InClip(clip_, walk.x, walk.y)) Row(walk.y)[walk.x] = ink_;
+        if (dash.Next() && InClip(clip_, walk.x, walk.y)) Row(walk.y)[walk.x] = ink_;
         NextPixel(walk);
-        ++step;
     }
 }
 
 // At each step the ink is shared by the two pixels that the path runs between, by its distance
-// from them (X. Wu, An efficient antialiasing technique, SIGGRAPH 1991).
+// from them (X. Wu, An efficient antialiasing technique, SIGGRAPH 1991). A solid line deep in a
+// rectangle: all of it is drawn.
 void ImageSurface::DrawSmoothLine(LineWalk walk) {
-    std::int64_t step = dashStep_ + walk.skipped;
+    if (walk.count == 0) return;
+    const SmoothShare shareOf(walk);
+    const std::ptrdiff_t aside = walk.asideX + std::ptrdiff_t{walk.asideY} * image_.width;
     for (int left = walk.count; left > 0; --left) {
-        if (DashShows(pen_.dash, step)) {
-            const auto further =
-                static_cast<std::uint32_t>((std::int64_t{256} * walk.error) / walk.run);
+        const std::uint32_t further = shareOf(walk);
+        std::uint32_t* pixel = Row(walk.y) + walk.x;
+        *pixel = Blend(*pixel, ink_, 256 - further);
+        if (further > 0) pixel[aside] = Blend(pixel[aside], ink_, further);
+        NextPixel(walk);
+    }
+}
+
+// The same with dashes, or where the clip may cut it.
+void ImageSurface::DrawClippedSmoothLine(LineWalk walk) {
+    const SmoothShare shareOf(walk);
+    DashWalk dash(pen_.dash, dashStep_ + walk.skipped);
+    for (int left = walk.count; left > 0; --left) {
+        if (dash.Next()) {
+            const std::uint32_t further = shareOf(walk);
             BlendPixel(walk.x, walk.y, 256 - further);
             if (further > 0) BlendPixel(walk.x + walk.asideX, walk.y + walk.asideY, further);
         }
         NextPixel(walk);
-        ++step;
     }
 }
 
 void ImageSurface::BlendPixel(int x, int y, std::uint32_t weight) {
     if (!InClip(clip_, x, y)) return;
     std::uint32_t& pixel = Row(y)[x];
-    pixel = Blend(pixel, ink_, weight);
+    pixel = weight == 256 ? ink_ : Blend(pixel, ink_, weight);
 }
 
 template <typename Work>
@@ -354,7 +395,7 @@ void ImageSurface::Arc(int left, int top, int right, int bottom, double startDeg
             LineTo(x, y);
         }
     }
-    if (DashShows(pen_.dash, dashStep_)) SetPixel(current_.x, current_.y);
+    if (DashWalk(pen_.dash, dashStep_).Next()) SetPixel(current_.x, current_.y);
     current_ = kept;
 }
 

@@ -74,6 +74,7 @@ class ImageSurface : public DrawingSurface {
     void DrawHardLine(const LineWalk& walk);
     void DrawClippedLine(LineWalk walk);
     void DrawSmoothLine(LineWalk walk);
+    void DrawClippedSmoothLine(LineWalk walk);
     void BlendPixel(int x, int y, std::uint32_t weight);
     void FillRow(int y, int left, int right, const Brush& brush);
     void DrawRing(const PixelBox& box);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
 
 namespace orvantis {
 
@@ -77,10 +78,15 @@ LineWalk WalkLine(SurfacePoint from, SurfacePoint to, const PixelBox& box, LineR
         if (first > last) return walk;
     }
 
-    // Place and error of the first of them.
-    const std::int64_t turned = 2 * first * aside + half;
+    // Place and error of the first of them; a line seen from its start needs no division.
+    walk.error = static_cast<int>(half);
+    int movedAside = 0;
+    if (first > 0) {
+        const std::int64_t turned = 2 * first * aside + half;
+        movedAside = static_cast<int>(turned / (2 * steps)) * side.sign;
+        walk.error = static_cast<int>(turned % (2 * steps));
+    }
     const int moved = static_cast<int>(first) * main.sign;
-    const int movedAside = static_cast<int>(turned / (2 * steps)) * side.sign;
     walk.x = from.x + (steep ? movedAside : moved);
     walk.y = from.y + (steep ? moved : movedAside);
     walk.forwardX = steep ? 0 : main.sign;
@@ -89,14 +95,12 @@ LineWalk WalkLine(SurfacePoint from, SurfacePoint to, const PixelBox& box, LineR
     walk.asideY = steep ? 0 : side.sign;
     walk.count = static_cast<int>(last - first + 1);
     walk.skipped = static_cast<int>(first);
-    walk.error = static_cast<int>(turned % (2 * steps));
     walk.rise = 2 * aside;
     walk.run = 2 * steps;
     return walk;
 }
 
-bool DashShows(LineDash dash, std::int64_t step) {
-    // All patterns repeat every 24 pixels; the lowest bit is the first of them.
+std::uint32_t DashPattern(LineDash dash) {
     constexpr std::uint32_t kPatterns[] = {
         0xFFFFFF,                       // solid
         0x03FFFF,                       // 18 on, 6 off
@@ -104,7 +108,8 @@ bool DashShows(LineDash dash, std::int64_t step) {
         0x1FF | 0x7 << 15,              // 9 on, 6 off, 3 on, 6 off
         0x1FF | 0x7 << 12 | 0x7 << 18,  // 9 on, then 3 off and 3 on, twice, 3 off
     };
-    return kPatterns[static_cast<int>(dash)] >> (step % 24) & 1;
+    const auto style = static_cast<std::size_t>(dash);
+    return style < std::size(kPatterns) ? kPatterns[style] : kPatterns[0];
 }
 
 }  // namespace orvantis

@@ -50,9 +50,30 @@ inline void NextPixel(LineWalk& walk) {
     }
 }
 
-/// True if a dashed line of the style shows its pixel at this step, counted from the start of the
-/// pattern. The patterns are those that a width of one pixel has always had: dash 18 and 6; dot 3
-/// and 3; dash dot 9, 6, 3, 6; dash dot dot 9 and then 3 by 3.
-bool DashShows(LineDash dash, std::int64_t step);
+/// Pixels after which every dash pattern begins anew.
+inline constexpr int kDashPeriod = 24;
+
+/// Pixels of one period that a dashed line of the style shows, the first of them in the lowest bit.
+/// The patterns are those that a width of one pixel has always had: dash 18 and 6; dot 3 and 3;
+/// dash dot 9, 6, 3, 6; dash dot dot 9 and then 3 by 3.
+std::uint32_t DashPattern(LineDash dash);
+
+/// Goes along a pattern, pixel by pixel.
+class DashWalk {
+  public:
+    DashWalk(LineDash dash, std::int64_t step)
+        : pattern_(DashPattern(dash)), phase_(static_cast<int>(step % kDashPeriod)) {}
+
+    /// True if the pixel of the moment shows; goes to the next.
+    bool Next() {
+        const bool shows = (pattern_ >> phase_ & 1) != 0;
+        if (++phase_ == kDashPeriod) phase_ = 0;
+        return shows;
+    }
+
+  private:
+    std::uint32_t pattern_;
+    int phase_;
+};
 
 }  // namespace orvantis

@@ -1,12 +1,14 @@
 #include "raster/picture_file.h"
 
+#include <QByteArray>
 #include <QFile>
 #include <QImage>
 #include <QImageReader>
-#include <QImageWriter>
 #include <QSaveFile>
+#include <array>
 #include <cstdlib>
 #include <utility>
+#include <vector>
 
 #include "text/bytes.h"
 
@@ -21,23 +23,82 @@ QString PathOf(std::string_view nativePath) {
 
 constexpr qint64 kLongestSide = 32767;
 
-// Level 1 of 9: a map is mostly even colour, which is small at any level, and the higher ones cost
-// more than the plot itself.
-constexpr int kPngCompression = 11;
+bool HasPixels(const Image& image) {
+    return image.width > 0 && image.height > 0 &&
+           image.pixels.size() >= static_cast<std::size_t>(image.width) * image.height;
+}
 
-bool SaveAs(std::string_view nativePath, const Image& image, const char* format) {
-    if (image.width <= 0 || image.height <= 0 ||
-        image.pixels.size() < static_cast<std::size_t>(image.width) * image.height) {
-        return false;
+// Checksum of the chunks of a PNG (ISO/IEC 15948, annex D).
+std::uint32_t Checksum(const QByteArray& bytes) {
+    static const std::array<std::uint32_t, 256> table = [] {
+        std::array<std::uint32_t, 256> entries{};
+        for (std::uint32_t i = 0; i < 256; ++i) {
+            std::uint32_t value = i;
+            for (int bit = 0; bit < 8; ++bit) {
+                value = (value & 1) != 0 ? 0xEDB88320 ^ (value >> 1) : value >> 1;
+            }
+            entries[i] = value;
+        }
+        return entries;
+    }();
+    std::uint32_t sum = 0xFFFFFFFF;
+    for (const char byte : bytes) {
+        sum = table[(sum ^ static_cast<std::uint8_t>(byte)) & 0xFF] ^ (sum >> 8);
     }
-    const QImage picture(reinterpret_cast<const uchar*>(image.pixels.data()), image.width,
-                         image.height, static_cast<qsizetype>(image.width) * 4,
-                         QImage::Format_RGB32);
-    QSaveFile file(PathOf(nativePath));
-    if (!file.open(QIODevice::WriteOnly)) return false;
-    QImageWriter writer(&file, format);
-    if (qstrcmp(format, "png") == 0) writer.setCompression(kPngCompression);
-    return writer.write(picture) && file.commit();
+    return ~sum;
+}
+
+void AppendBigEndian(QByteArray& bytes, std::uint32_t value) {
+    for (int shift = 24; shift >= 0; shift -= 8) bytes.append(static_cast<char>(value >> shift));
+}
+
+// A chunk: length of its data, type, data, checksum of type and data.
+void AppendChunk(QByteArray& png, const QByteArray& type, const QByteArray& data) {
+    AppendBigEndian(png, static_cast<std::uint32_t>(data.size()));
+    png.append(type + data);
+    AppendBigEndian(png, Checksum(type + data));
+}
+
+// The rows in red, green and blue, each as its difference from the row above (filter 2). A map is
+// mostly even colour, which makes this mostly zeros.
+QByteArray FilteredRows(const Image& image) {
+    constexpr char kUpFilter = 2;
+    const std::size_t width = image.width;
+    QByteArray rows(static_cast<qsizetype>((width * 3 + 1) * image.height), Qt::Uninitialized);
+    char* out = rows.data();
+    const std::vector<std::uint32_t> nothing(width, 0);
+    const std::uint32_t* above = nothing.data();
+    for (int y = 0; y < image.height; ++y) {
+        const std::uint32_t* row = image.pixels.data() + y * width;
+        *out++ = kUpFilter;
+        for (std::size_t x = 0; x < width; ++x) {
+            *out++ = static_cast<char>((row[x] >> 16) - (above[x] >> 16));
+            *out++ = static_cast<char>((row[x] >> 8) - (above[x] >> 8));
+            *out++ = static_cast<char>(row[x] - above[x]);
+        }
+        above = row;
+    }
+    return rows;
+}
+
+// The picture as PNG, 8 bits a colour, without transparency. Empty if the rows can't be compressed
+// into one chunk.
+QByteArray EncodePng(const Image& image) {
+    // The quickest compression: the higher levels save little and cost more than the plot itself.
+    constexpr int kLevel = 1;
+    constexpr int kOwnHeader = 4;  // what qCompress puts before the compressed bytes
+
+    QByteArray png("\x89PNG\r\n\x1A\n", 8);
+    QByteArray header;
+    AppendBigEndian(header, static_cast<std::uint32_t>(image.width));
+    AppendBigEndian(header, static_cast<std::uint32_t>(image.height));
+    header.append("\x08\x02\x00\x00\x00", 5);
+    AppendChunk(png, "IHDR", header);
+    const QByteArray rows = qCompress(FilteredRows(image), kLevel).mid(kOwnHeader);
+    if (rows.isEmpty() || rows.size() > INT32_MAX) return {};
+    AppendChunk(png, "IDAT", rows);
+    AppendChunk(png, "IEND", {});
+    return png;
 }
 
 // Header of a bitmap:
@@ -70,11 +131,20 @@ bool HoldsWholeBitmap(QFile& file) {
 }  // namespace
 
 bool SavePng(std::string_view nativePath, const Image& image) {
-    return SaveAs(nativePath, image, "png");
+    if (!HasPixels(image)) return false;
+    const QByteArray png = EncodePng(image);
+    QSaveFile file(PathOf(nativePath));
+    return !png.isEmpty() && file.open(QIODevice::WriteOnly) && file.write(png) == png.size() &&
+           file.commit();
 }
 
 bool SaveImage(std::string_view nativePath, const Image& image) {
-    return SaveAs(nativePath, image, "bmp");
+    if (!HasPixels(image)) return false;
+    const QImage picture(reinterpret_cast<const uchar*>(image.pixels.data()), image.width,
+                         image.height, static_cast<qsizetype>(image.width) * 4,
+                         QImage::Format_RGB32);
+    QSaveFile file(PathOf(nativePath));
+    return file.open(QIODevice::WriteOnly) && picture.save(&file, "bmp") && file.commit();
 }
 
 bool LoadImage(std::string_view nativePath, Image& image) {
