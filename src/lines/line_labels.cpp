@@ -81,8 +81,8 @@ int TakePlace(Lane& lane, int centre, int length) {
     return start;
 }
 
-// Texts of one side of the map, in order along it: the marks' glyphs share two lanes next to the
-// map, letters have a third outside these.
+// Texts of one side of the map, in order along it. The lane next to the map holds the letters, if
+// there are any; the two lanes outside it are shared by the glyphs.
 class SideLayout {
   public:
     explicit SideLayout(std::int16_t side)
@@ -93,8 +93,10 @@ class SideLayout {
         const std::string text = LabelText(mark.kind, mark.type);
         const SurfaceSize size = mapView.surface->TextExtent(text);
         const int length = along_ ? size.width : size.height;
-        const bool nearIsFree = lanes_[0].taken <= position - length / 2;
-        const std::size_t lane = nearIsFree || lanes_[0].taken <= lanes_[1].taken ? 0 : 1;
+        const std::size_t inner = options.extraAnnotation != 0 ? 1 : 0;
+        const bool innerIsFree = lanes_[inner].taken <= position - length / 2 ||
+                                 lanes_[inner].taken <= lanes_[inner + 1].taken;
+        const std::size_t lane = innerIsFree ? inner : inner + 1;
         const int start = TakePlace(lanes_[lane], position, length);
         Write(static_cast<int>(lane), start, text, size);
 
@@ -102,7 +104,7 @@ class SideLayout {
         if (letter.empty()) return;
         const SurfaceSize letterSize = mapView.surface->TextExtent(letter);
         const int letterLength = along_ ? letterSize.width : letterSize.height;
-        Write(2, TakePlace(lanes_[2], start + length / 2, letterLength), letter, letterSize);
+        Write(0, TakePlace(lanes_[0], start + length / 2, letterLength), letter, letterSize);
     }
 
   private:

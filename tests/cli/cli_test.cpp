@@ -263,8 +263,10 @@ TEST_F(CommandLine, EveryVertexOfEveryLineHasItsPointOnTheMeridianOrTheHorizon) 
             ForEachVertex(feature["geometry"], [&](double longitude, double lat) {
                 ++vertices;
                 const double h = std::remainder(siderealTime + longitude - ra, 360.0);
-                if (type == 1) return EXPECT_NEAR(h, 0, tolerance);
-                if (type == 2) return EXPECT_NEAR(std::abs(h), 180, tolerance);
+                if (type <= 2) {
+                    EXPECT_NEAR(std::abs(h), type == 1 ? 0 : 180, tolerance);
+                    return;
+                }
                 const double sine =
                     std::sin(lat * kDegree) * std::sin(dec * kDegree) +
                     std::cos(lat * kDegree) * std::cos(dec * kDegree) * std::cos(h * kDegree);
@@ -316,7 +318,7 @@ TEST_F(CommandLine, TheZodiacalModeNamesItsLinesByTheAngles) {
         Run({"lines", kSample, "--csv", "--points", "3", "--mode", "zodiacal"});
     ASSERT_EQ(result.exitCode, 0);
     for (const char* name : {",MC,", ",IC,", ",Asc,", ",Dsc,"}) {
-        EXPECT_NE(result.output.find(std::string("3") + name), std::string::npos) << name;
+        EXPECT_NE(result.output.find(name), std::string::npos) << name;
     }
 }
 

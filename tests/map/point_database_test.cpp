@@ -1,0 +1,427 @@
+#include "map/point_database.h"
+
+#include <chrono>
+#include <filesystem>
+
+#include "map/map_fixture.h"
+#include "session/files.h"
+
+namespace orvantis {
+namespace {
+
+namespace fs = std::filesystem;
+using std::chrono::seconds;
+
+class PointDatabaseTest : public MapTest {
+  protected:
+    // Three lines: a coast that thins out, an island of one point at level 5, a border that has
+    // points at level 1 alone.
+    void AddThreeLines() {
+        AddLine(1001, {{5, 10, 20}, {1, 11, 25}, {3, 12, 30}, {5, 9, 40}});
+        AddLine(2001, {{1, 100, 200}, {1, 110, 210}});
+        AddLine(5001, {{2, -10, -20}, {5, -11, -21}, {4, -12, -25}});
+    }
+
+    std::string IndexPath() const { return folder.File("levelx.ndx"); }
+
+    static void SetTime(const std::string& path, fs::file_time_type time) {
+        fs::last_write_time(path, time);
+    }
+
+    const LineIndexEntry& Entry(std::size_t line) const { return pointDatabase.LineIndex[line]; }
+};
+
+TEST_F(PointDatabaseTest, HeaderTakesThirtyTwoBytesInTheirOrder) {
+    LineHeader header{-2, 3, "Atlantic coast", 1, 2, 3, 4};
+    Bytes bytes(kLineHeaderSize);
+    PutLineHeader(bytes.data(), header);
+    const Bytes expected = {0xFE, 0xFF, 3,   0,   'A', 't', 'l', 'a', 'n', 't', 'i',
+                            'c',  ' ',  'c', 'o', 'a', 's', 't', ' ', ' ', ' ', ' ',
+                            ' ',  ' ',  1,   0,   2,   0,   3,   0,   4,   0};
+    EXPECT_EQ(bytes, expected);
+    EXPECT_EQ(GetLineHeader(bytes.data()).name, "Atlantic coast");
+}
+
+TEST_F(PointDatabaseTest, IndexEntryTakesFortyBytesInTheirOrder) {
+    LineIndexEntry entry;
+    entry.code = 1001;
+    entry.pointCount = {0, 1, 2, 3, 4, 5};
+    entry.pointPos = {0, 33, 0x10203, 3, 4, 5};
+    entry.latMin = -1;
+    entry.longMax = 9;
+    Bytes bytes(kLineIndexEntrySize);
+    PutLineIndexEntry(bytes.data(), entry);
+    const Bytes expected = {0xE9, 3, 1, 0, 2, 0, 3, 0, 4, 0, 5, 0, 33,   0,    0, 0, 3, 2, 1, 0,
+                            3,    0, 0, 0, 4, 0, 0, 0, 5, 0, 0, 0, 0xFF, 0xFF, 0, 0, 0, 0, 9, 0};
+    EXPECT_EQ(bytes, expected);
+    const LineIndexEntry back = GetLineIndexEntry(bytes.data());
+    EXPECT_EQ(back.pointCount, entry.pointCount);
+    EXPECT_EQ(back.pointPos, entry.pointPos);
+}
+
+TEST_F(PointDatabaseTest, CoarserFilesHoldTheSameHeadersAndThePointsOfTheirLevel) {
+    AddThreeLines();
+    MakeDatabase();
+    // Points of level 3 or above: two, none and two.
+    Bytes expected;
+    AppendLine(expected, 1001, "line 1001", {{5, 10, 20}, {3, 12, 30}, {5, 9, 40}});
+    AppendLine(expected, 2001, "line 2001", {});
+    AppendLine(expected, 5001, "line 5001", {{5, -11, -21}, {4, -12, -25}});
+    Bytes level3 = FileBytes(LevelPath(3));
+    ASSERT_EQ(level3.size(), expected.size());
+    EXPECT_EQ(GetLineHeader(&level3[0]).count, 3);
+    // Extents are those of the whole line, not of the points kept.
+    const std::size_t second = 32 + 3 * 6;
+    EXPECT_EQ(GetLineHeader(&level3[second]).count, 0);
+    EXPECT_EQ(GetLineHeader(&level3[second]).latMin, 100);
+    EXPECT_EQ(GetLineHeader(&level3[second]).longMax, 210);
+    const std::size_t third = second + 32;
+    EXPECT_EQ(GetLineHeader(&level3[third]).latMax, -10);
+    EXPECT_EQ(GetLinePoint(&level3[third + 32]).lat, -11);
+    EXPECT_EQ(GetLinePoint(&level3[third + 38]).lat, -12);
+}
+
+TEST_F(PointDatabaseTest, LineWithOnePointAtALevelHasCountOneThere) {
+    AddThreeLines();
+    MakeDatabase();
+    EXPECT_EQ(Entry(3).pointCount[5], 1);
+    EXPECT_EQ(Entry(3).pointCount[4], 2);
+}
+
+TEST_F(PointDatabaseTest, LineWithNoPointAtALevelHasCountZeroAndAPosition) {
+    AddThreeLines();
+    MakeDatabase();
+    EXPECT_EQ(Entry(2).pointCount[2], 0);
+    // In level 2 it stands behind the first line of three points.
+    EXPECT_EQ(Entry(2).pointPos[2], 32 + 3 * 6 + 32 + 1);
+}
+
+TEST_F(PointDatabaseTest, FirstLineOfAFileHasPositionThirtyThree) {
+    AddThreeLines();
+    MakeDatabase();
+    for (std::size_t level = 1; level <= 5; ++level) EXPECT_EQ(Entry(1).pointPos[level], 33);
+}
+
+TEST_F(PointDatabaseTest, IndexIsWrittenWithFortyBytesALine) {
+    AddThreeLines();
+    MakeDatabase();
+    const Bytes bytes = FileBytes(IndexPath());
+    ASSERT_EQ(bytes.size(), 120U);
+    EXPECT_EQ(GetLineIndexEntry(&bytes[80]).code, 5001);
+}
+
+TEST_F(PointDatabaseTest, MissingLevelOneFailsWithTheOpenErrorBox) {
+    EXPECT_NE(GenerateLevels(LevelPath(1)), kFalse);
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{"Open Error: " + LevelPath(1) + " /  / File not found"});
+    EXPECT_EQ(FileExists(LevelPath(2)), kFalse);
+}
+
+TEST_F(PointDatabaseTest, LevelThatCannotBeReplacedFailsWithTheOpenErrorBox) {
+    AddThreeLines();
+    folder.Write("level1.pnt", level1);
+    fs::create_directory(folder.File("level4.pnt"));
+    EXPECT_NE(GenerateLevels(LevelPath(1)), kFalse);
+    ASSERT_EQ(TestShell().boxes.size(), 1U);
+    EXPECT_EQ(TestShell().boxes[0], "Open Error: " + LevelPath(4) + " /  / Path/File access error");
+}
+
+TEST_F(PointDatabaseTest, GeneratingShowsProgressFromTwoThirdsToTheEnd) {
+    for (std::int16_t line = 0; line < 300; ++line) {
+        AddLine(static_cast<std::int16_t>(1000 + line), {{5, line, line}, {5, 0, 0}});
+    }
+    folder.Write("level1.pnt", level1);
+    EXPECT_EQ(GenerateLevels(LevelPath(1)), kFalse);
+    EXPECT_EQ(TestShell().progressCalls, 34);  // 67 to 100, each once
+}
+
+TEST_F(PointDatabaseTest, EmptyLevelOneMakesEmptyLevelsAndAnEmptyIndex) {
+    MakeDatabase();
+    EXPECT_EQ(pointDatabase.count, 0);
+    for (std::int16_t level = 2; level <= 5; ++level) {
+        EXPECT_NE(FileExists(LevelPath(level)), kFalse);
+        EXPECT_TRUE(FileBytes(LevelPath(level)).empty());
+    }
+}
+
+TEST_F(PointDatabaseTest, MissingLevelTwoNeedsARebuild) {
+    AddThreeLines();
+    MakeDatabase();
+    EXPECT_FALSE(LevelsNeedRebuild());
+    fs::remove(LevelPath(2));
+    EXPECT_TRUE(LevelsNeedRebuild());
+    const auto before = fs::last_write_time(LevelPath(5)) - seconds(10);
+    SetTime(LevelPath(5), before);
+    ASSERT_EQ(GenerateLevels(LevelPath(1)), kFalse);
+    EXPECT_NE(FileExists(LevelPath(2)), kFalse);
+    EXPECT_GT(fs::last_write_time(LevelPath(5)), before) << "all four are made anew";
+}
+
+TEST_F(PointDatabaseTest, LevelTwoOlderThanLevelOneNeedsARebuild) {
+    AddThreeLines();
+    MakeDatabase();
+    SetTime(LevelPath(2), fs::last_write_time(LevelPath(1)));
+    EXPECT_FALSE(LevelsNeedRebuild());
+    SetTime(LevelPath(2), fs::last_write_time(LevelPath(1)) - seconds(1));
+    EXPECT_TRUE(LevelsNeedRebuild());
+}
+
+// An index with one line's code changed, so that a test can tell whether it was read or made anew.
+Bytes MarkedIndex(const std::string& path) {
+    Bytes bytes = FileBytes(path);
+    PutI16(bytes.data(), 1777);
+    return bytes;
+}
+
+TEST_F(PointDatabaseTest, LaterIndexIsLoadedAsItStands) {
+    AddThreeLines();
+    MakeDatabase();
+    folder.Write("levelx.ndx", MarkedIndex(IndexPath()));
+    SetTime(IndexPath(), fs::last_write_time(LevelPath(5)) + seconds(1));
+    EXPECT_EQ(LoadLineIndex(), kFalse);
+    EXPECT_EQ(Entry(1).code, 1777);
+}
+
+TEST_F(PointDatabaseTest, IndexOfTheSameMomentAsLevelFiveIsRebuilt) {
+    AddThreeLines();
+    MakeDatabase();
+    folder.Write("levelx.ndx", MarkedIndex(IndexPath()));
+    SetTime(IndexPath(), fs::last_write_time(LevelPath(5)));
+    EXPECT_EQ(LoadLineIndex(), kFalse);
+    EXPECT_EQ(Entry(1).code, 1001);
+    EXPECT_EQ(GetI16(FileBytes(IndexPath()).data()), 1001);
+}
+
+TEST_F(PointDatabaseTest, TailOfAnIndexThatIsNoWholeEntryIsIgnored) {
+    AddThreeLines();
+    MakeDatabase();
+    Bytes bytes = MarkedIndex(IndexPath());
+    bytes.resize(bytes.size() + 39, 0xFF);
+    folder.Write("levelx.ndx", bytes);
+    SetTime(IndexPath(), fs::last_write_time(LevelPath(5)) + seconds(1));
+    EXPECT_EQ(LoadLineIndex(), kFalse);
+    EXPECT_EQ(pointDatabase.count, 3);
+    EXPECT_EQ(Entry(1).code, 1777);
+}
+
+TEST_F(PointDatabaseTest, IndexThatPointsOutsideTheLevelFilesIsRebuilt) {
+    AddThreeLines();
+    MakeDatabase();
+    Bytes bytes = MarkedIndex(IndexPath());
+    PutI32(&bytes[12], -1);
+    folder.Write("levelx.ndx", bytes);
+    SetTime(IndexPath(), fs::last_write_time(LevelPath(5)) + seconds(1));
+    EXPECT_EQ(LoadLineIndex(), kFalse);
+    EXPECT_EQ(Entry(1).code, 1001);
+    EXPECT_EQ(Entry(1).pointPos[1], 33);
+}
+
+TEST_F(PointDatabaseTest, IndexWhoseLinesShareBytesIsRebuilt) {
+    AddThreeLines();
+    MakeDatabase();
+    const Bytes one = MarkedIndex(IndexPath());
+    Bytes bytes;
+    for (int copy = 0; copy < 50; ++copy) bytes.insert(bytes.end(), one.begin(), one.end());
+    folder.Write("levelx.ndx", bytes);
+    SetTime(IndexPath(), fs::last_write_time(LevelPath(5)) + seconds(1));
+    EXPECT_EQ(LoadLineIndex(), kFalse);
+    EXPECT_EQ(pointDatabase.count, 3);
+}
+
+TEST_F(PointDatabaseTest, CodeThatDiffersBetweenLevelsSetsTheFailedFlagAndTheBuildGoesOn) {
+    AddThreeLines();
+    folder.Write("level1.pnt", level1);
+    ASSERT_EQ(GenerateLevels(LevelPath(1)), kFalse);
+    Bytes level3 = FileBytes(LevelPath(3));
+    PutI16(level3.data(), 1002);
+    folder.Write("level3.pnt", level3);
+    EXPECT_NE(LoadLineIndex(), kFalse);
+    EXPECT_EQ(pointDatabase.count, 3);
+    EXPECT_EQ(Entry(1).code, 1001);
+    EXPECT_EQ(Entry(3).pointCount[5], 1);
+    EXPECT_TRUE(TestShell().boxes.empty());
+    EXPECT_EQ(FileBytes(IndexPath()).size(), 120U);
+}
+
+TEST_F(PointDatabaseTest, LastHeaderWhosePointsPassTheEndStopsTheWalkOfThatFile) {
+    AddThreeLines();
+    folder.Write("level1.pnt", level1);
+    ASSERT_EQ(GenerateLevels(LevelPath(1)), kFalse);
+    Bytes level2 = FileBytes(LevelPath(2));
+    PutI16(&level2[level2.size() - 32 - 3 * 6 + 2], 9999);
+    folder.Write("level2.pnt", level2);
+    EXPECT_EQ(LoadLineIndex(), kFalse);
+    EXPECT_EQ(pointDatabase.count, 3);
+    EXPECT_EQ(Entry(3).pointCount[2], 9999);
+    EXPECT_EQ(Entry(3).pointCount[5], 1) << "the later levels are read all the same";
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(PointDatabaseTest, MissingLevelLeavesTheIndexFileUnwritten) {
+    AddThreeLines();
+    folder.Write("level1.pnt", level1);
+    ASSERT_EQ(GenerateLevels(LevelPath(1)), kFalse);
+    fs::remove(LevelPath(4));
+    EXPECT_NE(LoadLineIndex(), kFalse);
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{"Open Error: " + LevelPath(4) + " /  / File not found"});
+    EXPECT_EQ(FileExists(IndexPath()), kFalse);
+}
+
+TEST_F(PointDatabaseTest, IndexThatCannotBeWrittenIsTold) {
+    AddThreeLines();
+    folder.Write("level1.pnt", level1);
+    ASSERT_EQ(GenerateLevels(LevelPath(1)), kFalse);
+    fs::create_directory(IndexPath());
+    EXPECT_NE(LoadLineIndex(), kFalse);
+    EXPECT_EQ(TestShell().log,
+              std::vector<std::string>{"MessageBox|Database Error|Path/File access error"
+                                       "\\r\\n\\r\\nUnable to create database index.|Ok|"
+                                       "Information"});
+    EXPECT_EQ(pointDatabase.count, 3) << "the index in memory serves";
+}
+
+TEST_F(PointDatabaseTest, NegativeCountIsNoPoints) {
+    AddLine(1001, {{5, 1, 1}, {5, 2, 2}});
+    Bytes negative;
+    AppendLine(negative, 1002, "broken", {});
+    PutI16(&negative[2], -5);
+    level1.insert(level1.end(), negative.begin(), negative.end());
+    AddLine(1003, {{5, 3, 3}, {5, 4, 4}});
+    MakeDatabase();
+    ASSERT_EQ(pointDatabase.count, 3);
+    EXPECT_EQ(Entry(2).pointCount[1], 0);
+    EXPECT_EQ(Entry(3).pointCount[5], 2);
+}
+
+TEST_F(PointDatabaseTest, LineCutShortByTheEndOfLevelOneIsNotInTheIndex) {
+    AddThreeLines();
+    level1.resize(level1.size() - 4);
+    folder.Write("level1.pnt", level1);
+    ASSERT_EQ(GenerateLevels(LevelPath(1)), kFalse);
+    EXPECT_EQ(LoadLineIndex(), kFalse);
+    EXPECT_EQ(pointDatabase.count, 2);
+}
+
+TEST_F(PointDatabaseTest, HeaderCutShortByTheEndIsIgnored) {
+    AddThreeLines();
+    level1.resize(level1.size() + 31, 1);
+    MakeDatabase();
+    EXPECT_EQ(pointDatabase.count, 3);
+}
+
+TEST_F(PointDatabaseTest, LinesBeyondThirtyTwoThousandAreLeftOut) {
+    for (int line = 0; line < 32770; ++line) AppendLine(level1, 1001, "", {});
+    MakeDatabase();
+    EXPECT_EQ(pointDatabase.count, 32767);
+    EXPECT_EQ(pointDatabase.ClassRange[1].last, 32767);
+    // The cached index of that many lines is read the same.
+    SetTime(IndexPath(), fs::last_write_time(LevelPath(5)) + seconds(1));
+    EXPECT_EQ(LoadLineIndex(), kFalse);
+    EXPECT_EQ(pointDatabase.count, 32767);
+}
+
+TEST_F(PointDatabaseTest, ClassRangesSpanTheRunOfEachClass) {
+    for (const std::int16_t code : {1001, 1002, 2001, 5001, 5002, 5003}) AddLine(code, {{5, 0, 0}});
+    MakeDatabase();
+    const auto& range = pointDatabase.ClassRange;
+    EXPECT_EQ(range[1].first, 1);
+    EXPECT_EQ(range[1].last, 2);
+    EXPECT_EQ(range[2].first, 3);
+    EXPECT_EQ(range[2].last, 3);
+    EXPECT_EQ(range[5].first, 4);
+    EXPECT_EQ(range[5].last, 6);
+    EXPECT_EQ(range[4].first, 0);
+    EXPECT_EQ(range[4].last, 0);
+}
+
+TEST_F(PointDatabaseTest, ClassKeepsItsFirstEntryThroughARebuildAndOnlyItsLastFollows) {
+    for (const std::int16_t code : {1001, 2001, 2002}) AddLine(code, {{5, 0, 0}});
+    MakeDatabase();
+    level1.clear();
+    for (const std::int16_t code : {1001, 1002, 2001, 2002, 2003}) AddLine(code, {{5, 0, 0}});
+    MakeDatabase();
+    EXPECT_EQ(pointDatabase.ClassRange[1].last, 2);
+    EXPECT_EQ(pointDatabase.ClassRange[2].first, 2) << "where it stood in the first build";
+    EXPECT_EQ(pointDatabase.ClassRange[2].last, 5);
+}
+
+TEST_F(PointDatabaseTest, CodesOfNoClassLeaveTheRangesAlone) {
+    for (const std::int16_t code : {-5000, -1, 0, 999, 1001, 8001, 32767}) {
+        AddLine(code, {{5, 0, 0}});
+    }
+    MakeDatabase();
+    EXPECT_EQ(pointDatabase.ClassRange[1].first, 5);
+    EXPECT_EQ(pointDatabase.ClassRange[1].last, 5);
+    for (const std::size_t other : {0U, 2U, 3U, 4U, 5U, 6U, 7U}) {
+        EXPECT_EQ(pointDatabase.ClassRange[other].first, 0);
+    }
+}
+
+TEST(LineInViewTest, FlatViewsCompareExtentsStrictly) {
+    struct Row {
+        const char* what;
+        Extents line;
+        std::int16_t south, north, west, east;
+        bool seen;
+    };
+    const Row rows[] = {
+        {"within", {0, 60, 0, 60}, -600, 600, -600, 600, true},
+        {"touches the north edge", {600, 700, 0, 60}, -600, 600, -600, 600, false},
+        {"one minute below it", {599, 700, 0, 60}, -600, 600, -600, 600, true},
+        {"touches the south edge", {-700, -600, 0, 60}, -600, 600, -600, 600, false},
+        {"touches the east edge", {0, 60, 600, 700}, -600, 600, -600, 600, false},
+        {"touches the west edge", {0, 60, -700, -600}, -600, 600, -600, 600, false},
+        {"longMin above longMax is not special", {0, 60, 500, -500}, -600, 600, -600, 600, true},
+        {"over the date line, from its west",
+         {0, 60, 10500, 10700},
+         -600,
+         600,
+         10200,
+         -10200,
+         true},
+        {"over the date line, from its east",
+         {0, 60, -10700, -10500},
+         -600,
+         600,
+         10200,
+         -10200,
+         true},
+        {"over the date line, neither side", {0, 60, 0, 100}, -600, 600, 10200, -10200, false},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(
+            LineInView(row.line, row.south, row.north, row.west, row.east, projection::kCartesian),
+            row.seen)
+            << row.what;
+    }
+}
+
+TEST(LineInViewTest, GlobesLookAtTwoCornersAlone) {
+    ResetAll();
+    mapView.extent.centreLat = 0;
+    mapView.extent.centreLong = 0;
+    const auto seen = [](const Extents& line) {
+        return LineInView(line, 0, 0, 0, 0, projection::kGlobeSphere);
+    };
+    EXPECT_TRUE(seen({0, 60, 0, 60}));
+    EXPECT_TRUE(seen({0, 60, 5000, 9000})) << "its south-west corner is 83 degrees off";
+    EXPECT_FALSE(seen({0, 60, 5460, 9000})) << "91 degrees off";
+    EXPECT_TRUE(seen({-5400, 0, -9000, -60})) << "its north-east corner is near";
+    EXPECT_FALSE(seen({-60, 60, -9000, 9000})) << "the middle doesn't count";
+}
+
+TEST_F(PointDatabaseTest, CodeSummaryNamesTheFirstAndLastCodeOfEachClass) {
+    for (const std::int16_t code : {1001, 1005, 2001, 5001, 6007}) AddLine(code, {{5, 0, 0}});
+    MakeDatabase();
+    LineCodeSummary();
+    EXPECT_EQ(TestShell().log,
+              std::vector<std::string>{
+                  "MessageBox|Line Code Summary|Line Codes Used in Database:\\r\\n"
+                  "Coasts: 1001 to 1005\\r\\nIslands: 5001 to 5001\\r\\nLakes: 6007 to 6007\\r\\n"
+                  "Rivers: 0 to 0\\r\\nCountries: 2001 to 2001\\r\\nStates: 0 to 0|Ok|"
+                  "Information"});
+}
+
+}  // namespace
+}  // namespace orvantis

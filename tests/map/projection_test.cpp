@@ -1,0 +1,423 @@
+#include "map/projection.h"
+
+#include <cmath>
+#include <random>
+
+#include "map/map_fixture.h"
+#include "text/numbers.h"
+
+namespace orvantis {
+namespace {
+
+struct PixelAt {
+    int x = 0;
+    int y = 0;
+};
+
+PixelAt Project(int latMin, int longMin) {
+    std::int16_t x = 0;
+    std::int16_t y = 0;
+    ProjectPoint(static_cast<std::int16_t>(latMin), static_cast<std::int16_t>(longMin), y, x);
+    return {x, y};
+}
+
+class ProjectionTest : public MapTest {
+  protected:
+    static std::int16_t Pending() {
+        RunTimeError failure;
+        return TakeRunTimeError(failure) ? failure.number : std::int16_t{0};
+    }
+};
+
+TEST_F(ProjectionTest, ViewOfTheWholeWorldHasItsDerivedValues) {
+    SetView(-90, -180, 90, 180, projection::kCartesian);
+    const ViewExtent& view = mapView.extent;
+    EXPECT_EQ(view.centreLong, 0);
+    EXPECT_EQ(view.centreLat, 0);
+    EXPECT_EQ(view.spanLong, 360);
+    EXPECT_EQ(view.spanLat, 180);
+    EXPECT_EQ(view.spanLongMin, 21600);
+    EXPECT_EQ(view.spanLatMin, 10800);
+    EXPECT_EQ(view.southMin, -5400);
+    EXPECT_EQ(view.northMin, 5400);
+    EXPECT_EQ(view.westMin, -10800);
+    EXPECT_EQ(view.eastMin, 10800);
+    EXPECT_EQ(view.offsetLongMin, 10800);
+    EXPECT_EQ(view.offsetLatMin, -5400);
+}
+
+TEST_F(ProjectionTest, ViewOverTheDateLineHasItsCentreByTheModuloRule) {
+    SetView(-10, 170, 10, -170, projection::kCartesian);
+    EXPECT_EQ(mapView.extent.centreLong, -180);
+    EXPECT_EQ(mapView.extent.spanLong, 20);
+}
+
+TEST_F(ProjectionTest, EqualWestAndEastSpanTheWholeCircle) {
+    SetView(-90, 30, 90, 30, projection::kCartesian);
+    EXPECT_EQ(mapView.extent.spanLong, 360);
+    EXPECT_EQ(mapView.extent.centreLong, -150);
+}
+
+TEST_F(ProjectionTest, EqualSouthAndNorthSpanHalfACircle) {
+    SetView(20, -60, 20, 120, projection::kGlobeSphere);
+    EXPECT_EQ(mapView.extent.spanLat, 180);
+    EXPECT_EQ(mapView.extent.centreLat, 20);
+    EXPECT_EQ(mapView.extent.globeOffset, 0);
+    EXPECT_EQ(mapView.extent.globeScale, 1);
+}
+
+TEST_F(ProjectionTest, EdgesThatDoNotFitSixteenBitsOfMinutesOverflow) {
+    SetView(-90, 1000, 90, 180, projection::kCartesian);
+    EXPECT_EQ(Pending(), error::kOverflow);
+}
+
+TEST_F(ProjectionTest, SpanOfLessThanHalfAMinuteIsADivisionByZero) {
+    SetView(10, 0, 10.001F, 20, projection::kCartesian);
+    EXPECT_EQ(Pending(), error::kDivisionByZero);
+}
+
+// The frame by the rule: twice the glyph's height, and twice one more than its width; one more of
+// each with the extra annotation. 7 by 13 is the recording surface's glyph.
+TEST_F(ProjectionTest, MapRectLeavesTheFrameForEdgeMarks) {
+    SetView(-90, -180, 90, 180, projection::kCartesian);
+    EXPECT_EQ(mapView.rect.left, 2 * 8 + 8 + 1);
+    EXPECT_EQ(mapView.rect.top, 2 * 13 + 14 - 1);
+    EXPECT_EQ(mapView.rect.width, kSurfaceWidth - 2 * 24 - 1);
+    EXPECT_EQ(mapView.rect.height, kSurfaceHeight - 2 * 40 + 2);
+    options.extraAnnotation = kFalse;
+    SetMapRect(false, surface);
+    EXPECT_EQ(mapView.rect.left, 17);
+    EXPECT_EQ(mapView.rect.top, 25);
+    EXPECT_EQ(mapView.rect.width, kSurfaceWidth - 33);
+    EXPECT_EQ(mapView.rect.height, kSurfaceHeight - 50);
+}
+
+TEST_F(ProjectionTest, SurfaceTooSmallForAMapKeepsOneOfOnePixel) {
+    RecordingSurface tiny(3, 2);
+    SetView(-90, -180, 90, 180, projection::kCartesian);
+    SetMapRect(false, tiny);
+    EXPECT_EQ(mapView.rect.width, 1);
+    EXPECT_EQ(mapView.rect.height, 1);
+}
+
+TEST_F(ProjectionTest, PrintedMapLeavesRoomForTheTitleAndALargerFrame) {
+    RecordingSurface page(2000, 3000);
+    SetView(-90, -180, 90, 180, projection::kCartesian);
+    SetMapRect(true, page);
+    // Strip 30, text height 13; frame 2 * 7 + 13 + 14 and 3 * 7 + 8.
+    EXPECT_EQ(mapView.rect.left, 30 + 29 + 1);
+    EXPECT_EQ(mapView.rect.top, 13 + 30 + 41 - 1);
+    EXPECT_EQ(mapView.rect.width, 2000 - 60 - 58 - 1);
+    EXPECT_EQ(mapView.rect.height, 3000 - 60 - 13 - 82 + 2);
+    EXPECT_EQ(page.Calls("Rectangle"), std::vector<std::string>{"Rectangle 30 43 1970 2970 none"});
+}
+
+TEST_F(ProjectionTest, OutlineEnclosesTheClip) {
+    SetView(-90, -180, 90, 180, projection::kCartesian);
+    OpenMapFrame();
+    ClipToMap();
+    EXPECT_EQ(surface.log, (std::vector<std::string>{"Rectangle 25 39 386 220 none",
+                                                     "ClipToRectangle 25 39 385 219"}));
+}
+
+TEST_F(ProjectionTest, SphereIsSquaredAboutTheMiddle) {
+    SetView(0, -90, 0, 90, projection::kGlobeSphere);
+    EXPECT_EQ(mapView.rect.left, 25 + 90);
+    EXPECT_EQ(mapView.rect.width, 180);
+    EXPECT_EQ(mapView.rect.height, 180);
+    EXPECT_EQ(mapView.rect.top, 39);
+}
+
+TEST_F(ProjectionTest, TallSphereIsMovedDown) {
+    RecordingSurface tall(249, 478);
+    SetView(0, -90, 0, 90, projection::kGlobeSphere);
+    SetMapRect(false, tall);
+    OpenMapFrame();
+    EXPECT_EQ(mapView.rect.width, 200);
+    EXPECT_EQ(mapView.rect.height, 200);
+    EXPECT_EQ(mapView.rect.top, 39 + 100);
+}
+
+TEST_F(ProjectionTest, OblateGlobeFillsTheRectangle) {
+    SetView(0, -90, 0, 90, projection::kGlobeOblate);
+    OpenMapFrame();
+    ClipToMap();
+    EXPECT_EQ(surface.log, (std::vector<std::string>{"Ellipse 25 39 386 220 none",
+                                                     "ClipToEllipse 25 39 385 219"}));
+}
+
+// At one pixel a degree the plate carree is plain counting from the top left.
+TEST_F(ProjectionTest, CartesianWorldCountsDegreesFromItsTopLeft) {
+    SetView(-90, -180, 90, 180, projection::kCartesian);
+    struct Row {
+        const char* what;
+        int lat, longitude, x, y;
+    };
+    const Row rows[] = {
+        {"origin", 0, 0, 180, 90},        {"north-west corner", 90, -180, 0, 0},
+        {"south pole", -90, 0, 180, 180}, {"Greenwich", 51, 0, 180, 39},
+        {"179 east", 0, 179, 359, 90},    {"180 east falls on the left edge again", 0, 180, 0, 90},
+    };
+    for (const Row& row : rows) {
+        const PixelAt p = Project(row.lat * 60, row.longitude * 60);
+        EXPECT_EQ(p.x, mapView.rect.left + row.x) << row.what;
+        EXPECT_EQ(p.y, mapView.rect.top + row.y) << row.what;
+    }
+}
+
+TEST_F(ProjectionTest, NarrowViewKeepsAPointUpToSixtyDegreesWestOnItsLeft) {
+    SetView(-45, 0, 45, 90, projection::kCartesian);  // 4 pixels a degree
+    EXPECT_EQ(Project(0, -1 * 60).x, mapView.rect.left - 4);
+    EXPECT_EQ(Project(0, -60 * 60).x, mapView.rect.left - 240);
+    EXPECT_EQ(Project(0, -61 * 60).x, mapView.rect.left + 299 * 4);
+    EXPECT_EQ(Project(0, 91 * 60).x, mapView.rect.left + 91 * 4);
+}
+
+TEST_F(ProjectionTest, ViewOverTheDateLineShiftsLongitudesIntoIt) {
+    SetView(-10, 170, 10, -170, projection::kCartesian);  // 18 pixels a degree
+    EXPECT_EQ(Project(0, 175 * 60).x, mapView.rect.left + 5 * 18);
+    EXPECT_EQ(Project(0, -175 * 60).x, mapView.rect.left + 15 * 18);
+    EXPECT_EQ(Project(0, 10800).x, mapView.rect.left + 10 * 18);
+    EXPECT_EQ(Project(0, -10800).x, mapView.rect.left + 10 * 18);
+}
+
+TEST_F(ProjectionTest, PointFarOutsideAZoomedViewIsHeldAtThirtyTwoThousand) {
+    SetView(0, 0, 0.5F, 0.5F, projection::kCartesian);
+    EXPECT_EQ(Project(5400, 0).y, -32000);
+    EXPECT_EQ(Project(-5400, 0).y, 32000);
+    EXPECT_EQ(Project(0, 100 * 60).x, 32000);
+    EXPECT_EQ(Project(0, -50 * 60).x, -32000);
+    EXPECT_EQ(Pending(), 0);
+    SetView(0, 0, 0.5F, 0.5F, projection::kMercator);
+    EXPECT_EQ(Project(5400, 0).y, -32000);
+    EXPECT_EQ(Project(-5400, 0).y, 32000);
+    EXPECT_EQ(Pending(), 0);
+}
+
+// Snyder, equation 7-2, in the form asinh(tan(lat)), which shares no step with the routine.
+TEST_F(ProjectionTest, MercatorYAgreesWithTheInverseHyperbolicForm) {
+    for (double lat = -89.5; lat < 90; lat += 0.25) {
+        EXPECT_NEAR(MercatorY(lat), std::asinh(std::tan(lat * PI / 180)), 1e-11) << lat;
+    }
+}
+
+TEST_F(ProjectionTest, MercatorOfTheSouthPoleIsMinusTen) {
+    EXPECT_EQ(MercatorY(-90), -10);
+    EXPECT_EQ(MercatorY(-90.1), -10);
+}
+
+TEST_F(ProjectionTest, MercatorMapHasItsEdgesAtTopAndBottom) {
+    SetView(-65, -180, 75, 180, projection::kMercator);
+    EXPECT_EQ(Project(75 * 60, 0).y, mapView.rect.top);
+    EXPECT_EQ(Project(-65 * 60, 0).y, mapView.rect.top + mapView.rect.height);
+    // asinh(tan 75) = 2.02759, asinh(tan -65) = -1.50645: the equator is 0.57374 of the way down.
+    EXPECT_EQ(Project(0, 0).y, mapView.rect.top + 103);
+}
+
+// Snyder, equations 20-3 and 20-4. The routine rounds the turned position to whole minutes, the
+// test doesn't: on a globe of radius 90 pixels that is under 0.03 pixel.
+TEST_F(ProjectionTest, GlobesAgreeWithTheOrthographicFormula) {
+    for (const std::int16_t number : {projection::kGlobeSphere, projection::kGlobeOblate}) {
+        for (const int centreLat : {0, 20, -45, 90}) {
+            const float lat0 = static_cast<float>(centreLat);
+            SetView(lat0, -60, lat0, 120, number);  // centred on 30 east
+            const MapRect& rect = mapView.rect;
+            for (int lat = -90; lat <= 90; lat += 6) {
+                for (int longitude = -180; longitude < 180; longitude += 6) {
+                    if (AngularDistance(static_cast<float>(longitude), static_cast<float>(lat), 30,
+                                        lat0) >= 90) {
+                        continue;
+                    }
+                    const double dl = longitude - 30;
+                    const double right = CosD(lat) * SinD(dl);
+                    const double up = CosD(lat0) * SinD(lat) - SinD(lat0) * CosD(lat) * CosD(dl);
+                    const PixelAt p = Project(lat * 60, longitude * 60);
+                    EXPECT_NEAR(p.x, rect.left + rect.width / 2.0 * (1 + right), 0.6)
+                        << lat << ' ' << longitude << " from " << centreLat;
+                    EXPECT_NEAR(p.y, rect.top + rect.height / 2.0 * (1 - up), 0.6)
+                        << lat << ' ' << longitude << " from " << centreLat;
+                }
+            }
+        }
+    }
+    EXPECT_EQ(Pending(), 0);
+}
+
+TEST_F(ProjectionTest, PoleOfAGlobeGoesAsOneMinuteShortOfIt) {
+    SetView(40, -90, 40, 90, projection::kGlobeSphere);
+    EXPECT_EQ(Project(5400, 0).x, Project(5399, 0).x);
+    EXPECT_EQ(Project(5400, 7000).y, Project(5399, 7000).y);
+    EXPECT_EQ(Project(-5400, 0).y, Project(-5399, 0).y);
+}
+
+TEST_F(ProjectionTest, RotationOfTheEclipticGivesRightAscensionAndDeclination) {
+    // Meeus, Astronomical Algorithms, example 13.a: Pollux.
+    double a = 0;
+    double d = 0;
+    RotateCoords(113.215630, 6.684170, SinD(23.4392911), CosD(23.4392911), a, d);
+    EXPECT_NEAR(a, 116.328942, 2e-6);
+    EXPECT_NEAR(d, 28.026183, 2e-6);
+}
+
+// Projecting what a pixel stands for gives the pixel again, everywhere on the map.
+TEST_F(ProjectionTest, UnprojectedPixelsProjectBackOntoThemselves) {
+    struct Row {
+        float south, west, north, east;
+        std::int16_t projection;
+    };
+    const Row rows[] = {
+        {-90, -180, 90, 180, projection::kCartesian}, {-65, -180, 75, 180, projection::kMercator},
+        {-30, 40, 60, 140, projection::kCartesian},   {-20, 150, 40, -120, projection::kCartesian},
+        {10, -30, 70, 50, projection::kMercator},     {-90, 20, 90, 20, projection::kCartesian},
+    };
+    for (const Row& row : rows) {
+        SetView(row.south, row.west, row.north, row.east, row.projection);
+        const MapRect& rect = mapView.rect;
+        for (int y = rect.top + 1; y < rect.top + rect.height; y += 3) {
+            for (int x = rect.left + 1; x < rect.left + rect.width; x += 3) {
+                float lat = 0;
+                float longitude = 0;
+                UnprojectPoint(CurrentMap(), static_cast<float>(x), static_cast<float>(y), lat,
+                               longitude);
+                const PixelAt p = Project(RoundToInt16(lat * 60.0), RoundToInt16(longitude * 60.0));
+                ASSERT_EQ(p.x, x) << row.west << ' ' << row.projection << ' ' << y;
+                ASSERT_EQ(p.y, y) << row.west << ' ' << row.projection << ' ' << x;
+            }
+        }
+    }
+}
+
+TEST_F(ProjectionTest, UnprojectingOffAFlatMapGivesItsEdges) {
+    SetView(-30, 40, 60, 140, projection::kCartesian);
+    float lat = 0;
+    float longitude = 0;
+    UnprojectPoint(CurrentMap(), 0, 0, lat, longitude);
+    EXPECT_EQ(lat, 60);
+    EXPECT_EQ(longitude, 40);
+    UnprojectPoint(CurrentMap(), 5000, 5000, lat, longitude);
+    EXPECT_EQ(lat, -30);
+    EXPECT_EQ(longitude, 140);
+}
+
+TEST_F(ProjectionTest, UnprojectingAcrossTheDateLineStaysInRange) {
+    SetView(-10, 170, 10, -170, projection::kCartesian);
+    float lat = 0;
+    float longitude = 0;
+    UnprojectPoint(CurrentMap(), static_cast<float>(mapView.rect.left + 15 * 18), 100, lat,
+                   longitude);
+    EXPECT_FLOAT_EQ(longitude, -175);
+}
+
+// Within 70 degrees of the centre one pixel stays under two degrees.
+TEST_F(ProjectionTest, UnprojectedPixelsOfAGlobeProjectBackOntoThemselves) {
+    for (const std::int16_t number : {projection::kGlobeSphere, projection::kGlobeOblate}) {
+        for (const float centreLat : {0.0F, 35.0F, -60.0F}) {
+            SetView(centreLat, -80, centreLat, 100, number);  // centred on 10 east
+            const MapRect& rect = mapView.rect;
+            for (int down = -80; down <= 80; down += 8) {
+                for (int right = -80; right <= 80; right += 8) {
+                    if (right * right + down * down > 80 * 80) continue;
+                    const int x = rect.left + rect.width / 2 + right * rect.width / 180;
+                    const int y = rect.top + rect.height / 2 + down;
+                    float lat = 0;
+                    float longitude = 0;
+                    UnprojectPoint(CurrentMap(), static_cast<float>(x), static_cast<float>(y), lat,
+                                   longitude);
+                    const PixelAt p =
+                        Project(RoundToInt16(lat * 60.0), RoundToInt16(longitude * 60.0));
+                    // A row's chord is rounded to whole pixels, which moves a point by up to one.
+                    EXPECT_NEAR(p.x, x, 1) << centreLat << ' ' << right << ' ' << down;
+                    EXPECT_NEAR(p.y, y, 1) << centreLat << ' ' << right << ' ' << down;
+                }
+            }
+        }
+    }
+}
+
+TEST_F(ProjectionTest, LongitudeInViewIsStrictAndKnowsTheDateLine) {
+    struct Row {
+        double longitude;
+        std::int16_t west, east;
+        bool seen;
+    };
+    const Row rows[] = {
+        {10, 600, 1200, false},     {10.02, 600, 1200, true},    {20, 600, 1200, false},
+        {175, 10200, -10200, true}, {-175, 10200, -10200, true}, {170, 10200, -10200, false},
+        {0, 10200, -10200, false},  {123, 777, 777, true},       {10.004, 600, 1200, false},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(LongInView(row.longitude, row.west, row.east), row.seen) << row.longitude;
+    }
+}
+
+TEST_F(ProjectionTest, PointInViewIsStrictInLatitude) {
+    SetView(-10, 0, 10, 20, projection::kCartesian);
+    EXPECT_TRUE(PointInView(9.99, 10, -600, 600, 0, 1200));
+    EXPECT_FALSE(PointInView(10, 10, -600, 600, 0, 1200));
+    EXPECT_FALSE(PointInView(-10, 10, -600, 600, 0, 1200));
+    EXPECT_FALSE(PointInView(0, 30, -600, 600, 0, 1200));
+}
+
+TEST_F(ProjectionTest, PointInViewOfAGlobeLiesOnItsNearSide) {
+    SetView(0, -90, 0, 90, projection::kGlobeSphere);
+    EXPECT_TRUE(PointInView(0, 89, 0, 0, 0, 0));
+    EXPECT_FALSE(PointInView(0, 91, 0, 0, 0, 0));
+    EXPECT_TRUE(PointInView(89, 0, 0, 0, 0, 0));
+}
+
+TEST_F(ProjectionTest, ChangeOfProjectionRewritesTheEdges) {
+    struct Edges {
+        float south, west, north, east;
+    };
+    struct Row {
+        const char* what;
+        Edges before;
+        std::int16_t from, to;
+        Edges after;
+    };
+    const Row rows[] = {
+        {"Mercator world to Cartesian", {-65, -180, 75, 180}, 1, 0, {-90, -180, 90, 180}},
+        {"Cartesian world to Mercator", {-90, -180, 90, 180}, 0, 1, {-65, -180, 75, 180}},
+        {"narrow Mercator to Cartesian", {0, 0, 20, 80}, 1, 0, {-10, 0, 30, 80}},
+        {"narrow Cartesian to Mercator", {0, 0, 20, 80}, 0, 1, {-10, 0, 30, 80}},
+        {"held below the north pole", {70, 0, 90, 80}, 0, 1, {50, 0, 90, 80}},
+        {"held above the south pole", {-90, 0, -70, 80}, 0, 1, {-90, 0, -50, 80}},
+        {"globe to Cartesian", {20, -60, 20, 120}, 2, 0, {-90, -150, 90, -150}},
+        {"globe to Mercator", {20, -60, 20, 120}, 3, 1, {-65, -150, 75, -150}},
+        {"Cartesian to globe", {0, 0, 20, 80}, 0, 2, {10, -50, 10, 130}},
+        {"globe over the date line", {0, 150, 20, -170}, 0, 3, {10, 80, 10, -100}},
+        {"sphere to oblate", {20, -60, 20, 120}, 2, 3, {20, -60, 20, 120}},
+        {"to the same", {1, 2, 3, 4}, 0, 0, {1, 2, 3, 4}},
+    };
+    for (const Row& row : rows) {
+        SetView(row.before.south, row.before.west, row.before.north, row.before.east, row.from);
+        ChangeProjection(row.to, row.from);
+        const MapDocument& map = CurrentMap();
+        EXPECT_EQ(map.south, row.after.south) << row.what;
+        EXPECT_EQ(map.west, row.after.west) << row.what;
+        EXPECT_EQ(map.north, row.after.north) << row.what;
+        EXPECT_EQ(map.east, row.after.east) << row.what;
+    }
+}
+
+// Whatever a file says, a position is a position or a run-time error, never worse.
+TEST_F(ProjectionTest, AnyPositionInAnyViewProjects) {
+    const unsigned seed = 20261121;
+    std::mt19937 random(seed);
+    std::uniform_int_distribution<int> word(-32768, 32767);
+    std::uniform_real_distribution<float> edge(-600, 600);
+    for (int view = 0; view < 400; ++view) {
+        SetView(edge(random), edge(random), edge(random), edge(random),
+                static_cast<std::int16_t>(view % 4));
+        Pending();
+        for (int n = 0; n < 100; ++n) {
+            const PixelAt p = Project(word(random), word(random));
+            const bool held = std::abs(p.x) <= 32767 && std::abs(p.y) <= 32767;
+            EXPECT_TRUE(held || Pending() != 0) << "seed " << seed;
+        }
+        Pending();
+    }
+}
+
+}  // namespace
+}  // namespace orvantis

@@ -1,0 +1,204 @@
+// The sea of the shipped map, as it is drawn and filled, against land and water of the source.
+#include <cmath>
+#include <gtest/gtest.h>
+
+#include "map/map_document.h"
+#include "map/plot.h"
+#include "map/point_database.h"
+#include "map/projection.h"
+#include "raster/image_surface.h"
+#include "session/session_state.h"
+#include "session/settings.h"
+#include "support/land_mask.h"
+#include "support/reset_all.h"
+#include "support/temp_folder.h"
+
+namespace orvantis {
+namespace {
+
+const std::string kData = ORVANTIS_DATA;
+
+const LandMask& Mask() {
+    static const LandMask mask(kData + "/../tests/data/land_mask.bin");
+    return mask;
+}
+
+// What a picture's colours say against the mask, pixels.
+struct SeaCount {
+    long filledSea = 0;
+    long filledLand = 0;  // land in the colour of the sea: the coast's thinning, or a leak
+    long bareSea = 0;     // sea that no fill reached
+    long worstLeak = 0;   // size of the largest filled region that is mostly land
+};
+
+// A picture of the current map and what lies where on it.
+class Picture {
+  public:
+    Picture(int width, int height) : surface_(width, height) {
+        session.picture = &surface_;
+        PlotMap4(kFalse, surface_, kTrue);
+        surface_.CopyImage(image_);
+        session.picture = nullptr;
+    }
+
+    SeaCount Count() {
+        SeaCount count;
+        seen_.assign(image_.pixels.size(), false);
+        const MapRect& rect = mapView.rect;
+        for (int y = rect.top + 1; y < rect.top + rect.height; ++y) {
+            for (int x = rect.left + 1; x < rect.left + rect.width; ++x) {
+                if (At(x, y) == PixelOf(LandColour()) && !IsLand(x, y)) ++count.bareSea;
+                if (At(x, y) == PixelOf(SeaColour())) AddRegion(x, y, count);
+            }
+        }
+        return count;
+    }
+
+  private:
+    std::size_t Index(int x, int y) const {
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(image_.width) +
+               static_cast<std::size_t>(x);
+    }
+    std::uint32_t At(int x, int y) const { return image_.pixels[Index(x, y)]; }
+
+    // The plate carree and the Mercator projection (Snyder, "Map Projections: A Working Manual",
+    // USGS 1395, equations 12-1, 12-2 and 7-1, 7-4), backwards.
+    bool IsLand(int x, int y) const {
+        const MapDocument& map = CurrentMap();
+        const MapRect& rect = mapView.rect;
+        const double across = static_cast<double>(x - rect.left) / rect.width;
+        const double down = static_cast<double>(y - rect.top) / rect.height;
+        double span = map.east - map.west;
+        if (span <= 0) span += 360;
+        double lat = map.north + (map.south - map.north) * down;
+        if (map.projection == projection::kMercator) {
+            constexpr double kRadians = 3.14159265358979 / 180;
+            const double north = std::asinh(std::tan(map.north * kRadians));
+            const double south = std::asinh(std::tan(map.south * kRadians));
+            lat = std::atan(std::sinh(north + (south - north) * down)) / kRadians;
+        }
+        return Mask().IsLand(lat, map.west + span * across);
+    }
+
+    // Counts the filled region at a pixel, once.
+    void AddRegion(int startX, int startY, SeaCount& count) {
+        if (seen_[Index(startX, startY)]) return;
+        std::vector<SurfacePoint> stack = {{startX, startY}};
+        seen_[Index(startX, startY)] = true;
+        long land = 0;
+        long sea = 0;
+        while (!stack.empty()) {
+            const SurfacePoint p = stack.back();
+            stack.pop_back();
+            ++(IsLand(p.x, p.y) ? land : sea);
+            for (const SurfacePoint& step : {SurfacePoint{1, 0}, {-1, 0}, {0, 1}, {0, -1}}) {
+                const SurfacePoint q{p.x + step.x, p.y + step.y};
+                if (q.x < 0 || q.y < 0 || q.x >= image_.width || q.y >= image_.height) continue;
+                if (seen_[Index(q.x, q.y)] || At(q.x, q.y) != PixelOf(SeaColour())) continue;
+                seen_[Index(q.x, q.y)] = true;
+                stack.push_back(q);
+            }
+        }
+        count.filledSea += sea;
+        count.filledLand += land;
+        if (land > sea) count.worstLeak = std::max(count.worstLeak, land + sea);
+    }
+
+    ImageSurface surface_;
+    Image image_;
+    std::vector<bool> seen_;
+};
+
+class Sea : public ::testing::Test {
+  protected:
+    // The level files are made once for all tests.
+    static void SetUpTestSuite() {
+        ResetAll();
+        folder_ = new TempFolder;
+        folder_->Write("level1.pnt", FileBytes(kData + "/level1.pnt"));
+        GenerateLevels(folder_->File("level1.pnt"));
+    }
+    static void TearDownTestSuite() {
+        delete folder_;
+        folder_ = nullptr;
+    }
+    void SetUp() override {
+        ResetAll();
+        session.ProgramDir = folder_->Path();
+        LoadSettings(kData + "/default.ovs", kFalse);
+        ASSERT_EQ(LoadLineIndex(), kFalse);
+        ASSERT_EQ(OpenMap(kData + "/world.ovm", kFalse), kFalse);
+        ASSERT_FALSE(Mask().IsEmpty());
+    }
+    // Of a region that is mostly land up to 20 pixels are let pass: at the ragged edge of a thinned
+    // coast a few pixels of sea may stand where the mask has land.
+    static void ExpectTight(const SeaCount& count, const std::string& what) {
+        EXPECT_LE(count.worstLeak, 20) << what;
+        const double filled = static_cast<double>(count.filledSea + count.filledLand);
+        EXPECT_LT(static_cast<double>(count.filledLand), 0.01 * filled) << what;
+    }
+
+    static TempFolder* folder_;
+};
+
+TempFolder* Sea::folder_ = nullptr;
+
+constexpr std::array<SurfaceSize, 4> kSizes = {{{420, 500}, {800, 600}, {1280, 720}, {1920, 1080}}};
+
+TEST_F(Sea, RunsOverNoLandOnTheWholeWorldAtAnySizeAndPrecision) {
+    for (const SurfaceSize& size : kSizes) {
+        for (std::int16_t precision = 1; precision <= 5; ++precision) {
+            CurrentMap().precision = precision;
+            ExpectTight(Picture(size.width, size.height).Count(),
+                        std::to_string(size.width) + " at " + std::to_string(precision));
+        }
+    }
+}
+
+TEST_F(Sea, IsFilledButForNarrowFjordsOnTheWholeWorld) {
+    for (std::int16_t precision = 1; precision <= 5; ++precision) {
+        CurrentMap().precision = precision;
+        const SeaCount count = Picture(1920, 1080).Count();
+        EXPECT_GT(count.filledSea, 1'000'000) << precision;
+        EXPECT_LT(count.bareSea, 2500) << precision;
+    }
+}
+
+TEST_F(Sea, RunsOverNoLandInMercator) {
+    CurrentMap().projection = projection::kMercator;
+    CurrentMap().south = -65;
+    CurrentMap().north = 75;
+    for (std::int16_t precision = 1; precision <= 5; ++precision) {
+        CurrentMap().precision = precision;
+        ExpectTight(Picture(1280, 900).Count(), std::to_string(precision));
+    }
+}
+
+TEST_F(Sea, RunsOverNoLandInViewsOfAPart) {
+    // Europe, the date line, Antarctica's coast, the Caribbean; south, west, north, east.
+    constexpr std::array<std::array<float, 4>, 4> views = {
+        {{30, -15, 72, 45}, {-50, 140, 20, -150}, {-85, -90, -55, 0}, {5, -100, 35, -55}}};
+    for (const auto& view : views) {
+        CurrentMap().south = view[0];
+        CurrentMap().west = view[1];
+        CurrentMap().north = view[2];
+        CurrentMap().east = view[3];
+        for (std::int16_t precision = 1; precision <= 3; ++precision) {
+            CurrentMap().precision = precision;
+            ExpectTight(Picture(1280, 800).Count(), "view from " + std::to_string(view[0]) +
+                                                        " at " + std::to_string(precision));
+        }
+    }
+}
+
+TEST_F(Sea, HasEverySeedInTheWaterOfTheSource) {
+    ASSERT_GT(CurrentMap().fillCount, 50);
+    for (int i = 1; i <= CurrentMap().fillCount; ++i) {
+        const FillRecord& seed = mapState.fills[static_cast<std::size_t>(i)];
+        EXPECT_EQ(seed.colour, -1);
+        EXPECT_FALSE(Mask().IsLand(seed.lat, seed.longitude)) << seed.lat << " " << seed.longitude;
+    }
+}
+
+}  // namespace
+}  // namespace orvantis

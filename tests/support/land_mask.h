@@ -1,0 +1,27 @@
+// Land and water as the source of the map has them, in cells of 2 arc-minutes: what pictures of the
+// map are measured against. Made by build-world from whole coasts, so that it shares neither the
+// thinning nor the drawing with the program.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+namespace orvantis {
+
+class LandMask {
+  public:
+    /// Reads a mask file. A file that isn't one gives a mask without cells.
+    explicit LandMask(std::string_view path);
+
+    bool IsEmpty() const { return land_.empty(); }
+
+    /// True if a position is land; degrees, north and east positive, any longitude.
+    bool IsLand(double lat, double longitude) const;
+
+  private:
+    int columns_ = 0;
+    int rows_ = 0;
+    std::vector<bool> land_;
+};
+
+}  // namespace orvantis
