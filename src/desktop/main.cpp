@@ -9,6 +9,7 @@
 #include "desktop/signals.h"
 #include "desktop/window_options.h"
 #include "map/map_document.h"
+#include "raster/qt_gui.h"
 #include "session/driver.h"
 #include "session/files.h"
 #include "session/session_state.h"
@@ -87,6 +88,7 @@ int main(int argc, char** argv) {
     if (!options.complaint.empty())
         return orvantis::Complain(orvantis::kWrongCall, options.complaint);
 
+    orvantis::QuietQt();
     int ownCount = 1;
     QApplication application(ownCount, argv);
     QApplication::setApplicationName(QStringLiteral("orvantis"));
