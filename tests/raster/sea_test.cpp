@@ -191,6 +191,14 @@ TEST_F(Sea, RunsOverNoLandInViewsOfAPart) {
     }
 }
 
+// What the tests above would say if it did.
+TEST_F(Sea, IsSeenToRunOverLandWhereASeedLiesOnLand) {
+    AddFill(mapState.current, 5, 20, true, 0);
+    const SeaCount count = Picture(800, 600).Count();
+    EXPECT_GT(count.worstLeak, 20);
+    EXPECT_GT(count.filledLand, count.filledSea / 100);
+}
+
 TEST_F(Sea, HasEverySeedInTheWaterOfTheSource) {
     ASSERT_GT(CurrentMap().fillCount, 50);
     for (int i = 1; i <= CurrentMap().fillCount; ++i) {
