@@ -57,21 +57,22 @@ TEST_F(VectorsTest, GoldenDrawingOfASmallDatabase) {
     AddLine(5001, {At(5, -20, -30), At(5, -20, -20), At(5, -30, -20), At(5, -20, -30)});
     MakeDatabase();
     PlotMap4(kFalse, surface, kTrue);
-    EXPECT_EQ(surface.log,
-              (Log{"ClearClip", "Clear 51200", "SetPen 1 0 0", "SelectFont QX Symbol 9 0 0",
-                   "Rectangle 25 39 386 220 none", "FloodFill 1 1 12632256 0", "SetPen 1 0 8421504",
-                   "MoveTo 24 220", "LineTo 24 38", "LineTo 386 38", "SetPen 1 0 16777215",
-                   "MoveTo 386 38", "LineTo 386 220", "LineTo 24 220", "SetPen 1 0 0",
-                   "ClipToRectangle 25 39 385 219", "SetPen 1 0 0",
-                   // The coast, out at the right and in at the left.
-                   "MoveTo 375 129", "LineTo 380 119", "SetPixel 380 119", "LineTo 395 119",
-                   "MoveTo 20 119", "LineTo 35 119", "SetPixel 35 119",
-                   // The island, before the border.
-                   "MoveTo 175 149", "LineTo 185 149", "SetPixel 185 149", "LineTo 185 159",
-                   "SetPixel 185 159", "LineTo 175 149", "SetPixel 175 149", "MoveTo 205 109",
-                   "LineTo 215 99", "SetPixel 215 99", "SetPen 1 0 0",
-                   "SelectFont QX Symbol 8.25 0 0", "SelectFont QX Symbol 9 0 0", "CopyImage",
-                   "Refresh", "ClearClip", "ClearClip", "SelectFont QX Symbol 9 0 0"}));
+    EXPECT_EQ(
+        surface.log,
+        (Log{"ClearClip", "Clear 51200", "SetPen 1 0 0", "SelectFont QX Symbol 9 0 0",
+             "Rectangle 25 39 386 220 none", "FloodFill 1 1 12632256 0", "SetPen 1 0 8421504",
+             "MoveTo 24 220", "LineTo 24 38", "LineTo 386 38", "SetPen 1 0 16777215",
+             "MoveTo 386 38", "LineTo 386 220", "LineTo 24 220", "SetPen 1 0 0",
+             "ClipToRectangle 25 39 385 219", "SetPen 1 0 0",
+             // The coast, out at the right and in at the left.
+             "MoveTo 375 129", "LineTo 380 119", "SetPixel 380 119", "LineTo 395 119",
+             "MoveTo 20 119", "LineTo 35 119", "SetPixel 35 119",
+             // The island, before the border.
+             "MoveTo 175 149", "LineTo 185 149", "SetPixel 185 149", "LineTo 185 159",
+             "SetPixel 185 159", "LineTo 175 149", "SetPixel 175 149", "MoveTo 205 109",
+             "LineTo 215 99", "SetPixel 215 99", "SetPen 1 0 0", "SelectFont QX Symbol 8.25 0 0",
+             "SelectFont QX Symbol 9 0 0", "Refresh", "CopyImage", "Refresh", "ClearClip",
+             "ClearClip", "SelectFont QX Symbol 9 0 0"}));
 }
 
 TEST_F(VectorsTest, ClassesAreDrawnInTheirOrderAndHiddenOnesNot) {
