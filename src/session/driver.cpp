@@ -135,25 +135,24 @@ Flag LoadDatabase() {
     return pointDatabase.count > 0 ? kFalse : kTrue;
 }
 
-ChartStatus ReadChartFromFile(std::string_view path, std::int32_t n, FileChart& fileChart) {
+ChartStatus ReadChartFromFile(std::string_view path, std::int32_t n, FileChart& fileChart,
+                              RunTimeError& reason) {
     std::int32_t count = 0;
     const FileHandle file = OpenChartFile(path, count, kFalse);
     if (file < 1) {
-        const bool isOther = FileExists(path) != 0;
-        return isOther ? ChartStatus::NotSupported : ChartStatus::NoFile;
+        return FileExists(path) != 0 ? ChartStatus::NotSupported : ChartStatus::NoFile;
     }
     const std::int16_t type = currentChartFileType;
-    bool read = n >= 1 && n <= count;
-    if (read) read = ReadChart(type, file, n, fileChart);
+    const bool held = n >= 1 && n <= count;
+    const bool read = held && ReadChart(type, file, n, fileChart);
     CloseChartFile(type, file);
-    RunTimeError ignored;
-    TakeRunTimeError(ignored);
-    return read ? ChartStatus::Ok : ChartStatus::NoSuchChart;
+    if (TakeRunTimeError(reason) || (held && !read)) return ChartStatus::BadRecord;
+    return held ? ChartStatus::Ok : ChartStatus::NoSuchChart;
 }
 
-ChartStatus OpenChart(std::string_view path, std::int32_t n) {
+ChartStatus OpenChart(std::string_view path, std::int32_t n, RunTimeError& reason) {
     FileChart fileChart;
-    const ChartStatus status = ReadChartFromFile(path, n, fileChart);
+    const ChartStatus status = ReadChartFromFile(path, n, fileChart, reason);
     if (status != ChartStatus::Ok) return status;
     Format1Record record;
     ChartToFormat1(fileChart, record);

@@ -8,7 +8,9 @@
 
 #include "desktop/process.h"
 #include "desktop/x_display.h"
+#include "session/session_state.h"
 #include "session/settings.h"
+#include "support/scripted_shell.h"
 #include "support/temp_folder.h"
 
 namespace orvantis {
@@ -113,7 +115,7 @@ TEST_F(Window, ChartThatCantBeReadEndsTheProgramInOneLine) {
         std::string complaint;
     } rows[] = {
         {missing, "orvantis: " + missing + ": the file isn't there or can't be read\n"},
-        {empty, "orvantis: " + empty + ": not a chart file that can be read\n"},
+        {empty, "orvantis: " + empty + ": has no chart 1\n"},
         {kSample + ":30000", "orvantis: " + kSample + ": has no chart 30000\n"},
     };
     for (const auto& row : rows) {
@@ -139,6 +141,12 @@ TEST_F(Window, ShowsTheMapFollowsItsSizeAndClosesCleanly) {
     Process program(kProgram, {"--open", kSample + ":1"}, On(server));
     const unsigned long window = server.WaitForWindow("Orvantis: ", kPatience);
     ASSERT_NE(window, 0U) << program.Complaints();
+
+    // The colours are those that the program starts with.
+    ScriptedShell shell;
+    session.shell = &shell;
+    LoadSettings(ORVANTIS_DATA "/default.ovs", kFalse);
+    session.shell = nullptr;
 
     // Land fills a good part of the map, and reaches from side to side of it.
     ASSERT_TRUE(WaitUntil([&] { return LandOf(server.Look(window)).share > 0.1; }));
