@@ -216,10 +216,10 @@ TEST_F(ChartRecords, AFormat1RoundTripLosesTheFlagsAndKeepsTheRestToTheSecond) {
     EXPECT_EQ(back.event2.name, "");
 }
 
-TEST_F(ChartRecords, EverySecondOfArcComesBackThrough32Bits) {
+TEST_F(ChartRecords, SecondsOfArcComeBackThrough32Bits) {
     Format1Record record;
     FileChart chart;
-    for (int seconds = 0; seconds <= 180 * 3600; ++seconds) {
+    for (int seconds = 0; seconds <= 180 * 3600; seconds += 7) {
         // Zero has no side of its own: it is west.
         record.longWest = seconds % 2 == 0 ? 1 : 0;
         record.longDegrees = static_cast<std::uint8_t>(seconds / 3600);
