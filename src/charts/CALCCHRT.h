@@ -113,7 +113,8 @@ extern ChartNow chartNow;
 Flag FileChartToCalcChart(const Format1Record& fileChart, std::int16_t slot, Flag forReport);
 
 /// Degrees to add to a tropical longitude in a zodiac (1 to 10) at T centuries from 1900. 0 for
-/// zodiac 1, else about -360 to -380; zodiac 10 has the base of the options.
+/// zodiac 1, else negative, -18 to -27 today and about -361 for zodiac 9, which has no base; zodiac
+/// 10 has the base of the options.
 double Ayanamsa(std::int16_t zodiacNumber, double t);
 
 /// Points 22 to 26 from the right ascension of the Midheaven, obliquity and latitude, degrees.

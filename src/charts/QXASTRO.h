@@ -11,10 +11,10 @@
 
 namespace orvantis {
 
-/// The Julian days that routines here take: those of the years that 16 bits hold, with some days of
-/// margin for zones and times of day.
-inline constexpr double kFirstJD = -10248000;
-inline constexpr double kLastJD = 13690000;
+/// The Julian days that routines here take: those of the years that 16 bits hold, with a margin for
+/// zones, times of day and records whose month is out of range.
+inline constexpr double kFirstJD = -10250000;
+inline constexpr double kLastJD = 13700000;
 
 /// Delta T (ephemeris time less Universal Time) in hours, at T.
 void GetDeltaT(double t, double& hours);

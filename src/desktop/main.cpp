@@ -9,6 +9,7 @@
 #include "desktop/signals.h"
 #include "desktop/window_options.h"
 #include "map/map_document.h"
+#include "raster/qt_gui.h"
 #include "session/driver.h"
 #include "session/files.h"
 #include "session/session_state.h"
@@ -34,7 +35,8 @@ int OpenAskedChart(const WindowOptions& options) {
     if (FileExists(path) == 0) {
         return Complain(kBadInput, options.openPath + ": the file isn't there or can't be read");
     }
-    switch (OpenChart(path, options.openChart)) {
+    RunTimeError reason;
+    switch (OpenChart(path, options.openChart, reason)) {
         case ChartStatus::Ok:
             return kDone;
         case ChartStatus::NoFile:
@@ -44,6 +46,9 @@ int OpenAskedChart(const WindowOptions& options) {
         case ChartStatus::NoSuchChart:
             return Complain(kBadInput, options.openPath + ": has no chart " +
                                            std::to_string(options.openChart));
+        case ChartStatus::BadRecord:
+            return Complain(kBadInput, options.openPath + ": the chart's record can't be read (" +
+                                           reason.description + ")");
         case ChartStatus::Failed:
             break;
     }
@@ -87,6 +92,7 @@ int main(int argc, char** argv) {
     if (!options.complaint.empty())
         return orvantis::Complain(orvantis::kWrongCall, options.complaint);
 
+    orvantis::QuietQt();
     int ownCount = 1;
     QApplication application(ownCount, argv);
     QApplication::setApplicationName(QStringLiteral("orvantis"));

@@ -69,71 +69,106 @@ std::string AnnotationLetter(const EdgeMark& mark) {
     return PlotLineAnnotation(mark.type).substr(1, 1);
 }
 
-// A strip of the frame beside the map: how far texts along it already reach.
-struct Lane {
-    int taken = -32768;
+// A mark as it is written: glyph and letter in line outward from the map's edge, so that they are
+// never parted.
+struct WrittenMark {
+    EdgeMark mark;
+    std::string glyph;
+    std::string letter;
+    SurfaceSize glyphSize;
+    int length = 0;     // along the edge, pixels
+    double centre = 0;  // along the edge: where the line crosses it, then where the mark stands
 };
 
-// Puts a text of a length centred at a position along a lane, moved on if the place is taken.
-int TakePlace(Lane& lane, int centre, int length) {
-    const int start = std::max(centre - length / 2, lane.taken);
-    lane.taken = start + length + 1;
-    return start;
+bool RunsAlongX(std::int16_t side) {
+    return side == side::kTop || side == side::kBottom;
 }
 
-// Texts of one side of the map, in order along it: the marks' glyphs share two lanes next to the
-// map, letters have a third outside these.
-class SideLayout {
-  public:
-    explicit SideLayout(std::int16_t side)
-        : along_(side == side::kTop || side == side::kBottom), side_(side) {}
+WrittenMark Measure(const EdgeMark& mark) {
+    WrittenMark written;
+    written.mark = mark;
+    written.glyph = LabelText(mark.kind, mark.type);
+    written.letter = AnnotationLetter(mark);
+    written.glyphSize = mapView.surface->TextExtent(written.glyph);
+    const SurfaceSize letterSize = mapView.surface->TextExtent(written.letter);
+    const bool alongX = RunsAlongX(mark.side);
+    written.length = 1 + (alongX ? std::max(written.glyphSize.width, letterSize.width)
+                                 : written.glyphSize.height);
+    written.centre = alongX ? mark.x : mark.y;
+    return written;
+}
 
-    void Draw(const EdgeMark& mark) {
-        const int position = along_ ? mark.x : mark.y;
-        const std::string text = LabelText(mark.kind, mark.type);
-        const SurfaceSize size = mapView.surface->TextExtent(text);
-        const int length = along_ ? size.width : size.height;
-        const bool nearIsFree = lanes_[0].taken <= position - length / 2;
-        const std::size_t lane = nearIsFree || lanes_[0].taken <= lanes_[1].taken ? 0 : 1;
-        const int start = TakePlace(lanes_[lane], position, length);
-        Write(static_cast<int>(lane), start, text, size);
-
-        const std::string letter = AnnotationLetter(mark);
-        if (letter.empty()) return;
-        const SurfaceSize letterSize = mapView.surface->TextExtent(letter);
-        const int letterLength = along_ ? letterSize.width : letterSize.height;
-        Write(2, TakePlace(lanes_[2], start + length / 2, letterLength), letter, letterSize);
-    }
-
-  private:
-    // Writes a text whose extent along the side starts at `start`, in a lane counted outward.
-    void Write(int lane, int start, const std::string& text, const SurfaceSize& size) const {
-        const MapRect& rect = mapView.rect;
-        const int cellWidth = mapView.glyphWidth + 1;
-        const int cellHeight = mapView.glyphHeight;
-        int x = start;
-        int y = start;
-        switch (side_) {
-            case side::kTop:
-                y = rect.top - (lane + 1) * cellHeight;
-                break;
-            case side::kBottom:
-                y = rect.top + rect.height + 1 + lane * cellHeight;
-                break;
-            case side::kLeft:
-                x = rect.left - 2 - lane * cellWidth - size.width;
-                break;
-            default:
-                x = rect.left + rect.width + 3 + lane * cellWidth;
-                break;
+// Moves marks that would lie over one another apart, each as little as can be (least squares, by
+// pooling neighbours: M. Ayer and others, An empirical distribution function for sampling with
+// incomplete information, Annals of Mathematical Statistics 26, 1955). Marks are sorted by centre.
+void MoveApart(std::vector<WrittenMark>& marks) {
+    struct Pool {
+        double offset;  // mean of the marks' centres less their places within the pool
+        double length;
+        std::size_t count;
+    };
+    std::vector<Pool> pools;
+    for (const WrittenMark& mark : marks) {
+        pools.push_back({mark.centre - mark.length * 0.5, static_cast<double>(mark.length), 1});
+        while (pools.size() > 1) {
+            const Pool last = pools.back();
+            Pool& before = pools[pools.size() - 2];
+            if (before.offset + before.length <= last.offset) break;
+            const auto n = static_cast<double>(before.count);
+            const auto m = static_cast<double>(last.count);
+            before.offset = (before.offset * n + (last.offset - before.length) * m) / (n + m);
+            before.length += last.length;
+            before.count += last.count;
+            pools.pop_back();
         }
-        mapView.surface->TextOut(x, y, text, TextAlign::Left);
     }
+    std::size_t next = 0;
+    for (const Pool& pool : pools) {
+        double at = pool.offset;
+        for (std::size_t i = 0; i < pool.count; ++i, ++next) {
+            marks[next].centre = at + marks[next].length * 0.5;
+            at += marks[next].length;
+        }
+    }
+}
 
-    bool along_;
-    std::int16_t side_;
-    std::array<Lane, 3> lanes_;
-};
+// Writes a mark beside the map: the letter next to it, the glyph outside.
+void Write(const WrittenMark& written) {
+    DrawingSurface& surface = *mapView.surface;
+    Pen pen;
+    pen.colour = MarkColour(LineColour(written.mark.kind, written.mark.type));
+    surface.SetPen(pen);
+
+    const MapRect& rect = mapView.rect;
+    const int centre = RoundToInt16(written.centre);
+    const int half = written.glyphSize.height / 2;
+    const int letterHeight = written.letter.empty() ? 0 : mapView.glyphHeight;
+    const int letterWidth = written.letter.empty() ? 0 : mapView.glyphWidth + 1;
+    switch (written.mark.side) {
+        case side::kTop:
+            surface.TextOut(centre, rect.top - letterHeight, written.letter, TextAlign::Centre);
+            surface.TextOut(centre, rect.top - letterHeight - mapView.glyphHeight, written.glyph,
+                            TextAlign::Centre);
+            break;
+        case side::kBottom: {
+            const int below = rect.top + rect.height + 1;
+            surface.TextOut(centre, below, written.letter, TextAlign::Centre);
+            surface.TextOut(centre, below + letterHeight, written.glyph, TextAlign::Centre);
+            break;
+        }
+        case side::kLeft:
+            surface.TextOut(rect.left - 3, centre - half, written.letter, TextAlign::Right);
+            surface.TextOut(rect.left - 3 - letterWidth, centre - half, written.glyph,
+                            TextAlign::Right);
+            break;
+        default: {
+            const int beside = rect.left + rect.width + 4;
+            surface.TextOut(beside, centre - half, written.letter, TextAlign::Left);
+            surface.TextOut(beside + letterWidth, centre - half, written.glyph, TextAlign::Left);
+            break;
+        }
+    }
+}
 
 }  // namespace
 
@@ -174,20 +209,16 @@ void DrawLineLabels() {
 
 void DrawEdgeMarks() {
     mapView.surface->SelectFont({std::string(kGlyphFontName), settings.symbolSize, false, false});
-    std::vector<EdgeMark> marks = mapView.edgeMarks;
-    std::stable_sort(marks.begin(), marks.end(), [](const EdgeMark& a, const EdgeMark& b) {
-        if (a.side != b.side) return a.side < b.side;
-        return a.side == side::kTop || a.side == side::kBottom ? a.x < b.x : a.y < b.y;
-    });
-    for (std::size_t i = 0; i < marks.size();) {
-        SideLayout layout(marks[i].side);
-        const std::int16_t current = marks[i].side;
-        for (; i < marks.size() && marks[i].side == current; ++i) {
-            Pen pen;
-            pen.colour = MarkColour(LineColour(marks[i].kind, marks[i].type));
-            mapView.surface->SetPen(pen);
-            layout.Draw(marks[i]);
+    for (const std::int16_t edge : {side::kLeft, side::kRight, side::kTop, side::kBottom}) {
+        std::vector<WrittenMark> marks;
+        for (const EdgeMark& mark : mapView.edgeMarks) {
+            if (mark.side == edge) marks.push_back(Measure(mark));
         }
+        std::stable_sort(
+            marks.begin(), marks.end(),
+            [](const WrittenMark& a, const WrittenMark& b) { return a.centre < b.centre; });
+        MoveApart(marks);
+        for (const WrittenMark& mark : marks) Write(mark);
     }
 }
 

@@ -269,13 +269,25 @@ TEST_F(ChartLines, MarksAtOnePlaceDoNotLieOverOneAnother) {
     EXPECT_EQ(cells.size(), 12U);  // a glyph and a letter each
 }
 
+TEST_F(ChartLines, AMarkWithRoomStandsWhereItsLineCrossesTheEdge) {
+    SetView();
+    mapView.edgeMarks.push_back({100, mapView.rect.top, side::kTop, 3, line_type::kCulminate});
+    mapView.edgeMarks.push_back({300, mapView.rect.top, side::kTop, 1, line_type::kCulminate});
+    surface_.log.clear();
+    DrawEdgeMarks();
+    const std::string y = std::to_string(mapView.rect.top - surface_.charHeight);
+    EXPECT_EQ(surface_.Calls("TextOut").front(), "TextOut 100 " + y + " 1 U");
+}
+
 TEST_F(ChartLines, WithoutExtraAnnotationMarksHaveNoLetter) {
     options.extraAnnotation = kFalse;
     SetView();
     mapView.edgeMarks.push_back({100, mapView.rect.top, side::kTop, 3, line_type::kCulminate});
     surface_.log.clear();
     DrawEdgeMarks();
-    EXPECT_EQ(surface_.Calls("TextOut").size(), 1U);
+    std::size_t texts = 0;
+    for (const std::string& line : surface_.Calls("TextOut")) texts += line.back() == ' ' ? 0 : 1;
+    EXPECT_EQ(texts, 1U);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "charts/CALCCHRT.h"
 #include "charts/KVCharts.h"
+#include "charts/QXASTRO.h"
 #include "charts/SwissEph.h"
 #include "lines/chart_lines.h"
 #include "map/map_document.h"
@@ -50,6 +51,7 @@ void ResetAll() {
     calcChart = {};
     chartNow = {};
     swissState = {};
+    calcPlanetsStandard = nullptr;
 
     chartLines = {};
     refreshCaption = nullptr;

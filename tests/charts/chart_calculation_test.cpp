@@ -1,0 +1,398 @@
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+
+#include "charts/CALCCHRT.h"
+#include "charts/QXASTRO.h"
+#include "charts/SwissEph.h"
+#include "session/settings.h"
+#include "support/reset_all.h"
+#include "text/numbers.h"
+
+namespace orvantis {
+namespace {
+
+constexpr const char* kEphemeris = "/usr/share/libswe/ephe";
+
+double Apart(double a, double b) {
+    return std::abs(std::remainder(a - b, 360));
+}
+
+// 31 December 1992, 23:59:07 in the zone of Adelaide.
+Format1Record SampleRecord() {
+    Format1Record record;
+    record.chartType = 3;
+    record.chartSubType = 12;
+    record.chartFlags = 2;
+    record.name = "  A chart  ";
+    record.place = "Adelaide";
+    record.country = "Australia";
+    record.zoneHours = -9.5F;
+    record.zoneName = "ACST";
+    record.day = 31;
+    record.month = 12;
+    record.year = 1992;
+    record.hour = 23;
+    record.minute = 59;
+    record.second = 7;
+    record.longWest = 0;
+    record.longDegrees = 138;
+    record.longMinutes = 34;
+    record.longSeconds = 10;
+    record.latNorth = 0;
+    record.latDegrees = 35;
+    record.latMinutes = 55;
+    record.houseCode = 5;
+    record.ayanamsaCode = 1;
+    record.recordForm = 1;
+    return record;
+}
+
+class ChartCalculation : public testing::Test {
+  protected:
+    void SetUp() override {
+        ResetAll();
+        OpenSwissEphemeris(kEphemeris);
+    }
+    void TearDown() override { CloseSwissEphemeris(); }
+};
+
+TEST_F(ChartCalculation, TextsAndCodesComeFromTheRecord) {
+    calcChart[1].Name2 = "stale";
+    options.monthFirst = kFalse;
+    ASSERT_EQ(FileChartToCalcChart(SampleRecord(), 1, kFalse), kFalse);
+    const CalcChart& chart = calcChart[1];
+    EXPECT_EQ(chart.Name, "A chart");
+    EXPECT_EQ(chart.Name2, "");
+    EXPECT_EQ(chart.ChartType, 3);
+    EXPECT_EQ(chart.ChartSubType, 12);
+    EXPECT_EQ(chart.ChartFlags, 2);
+    EXPECT_EQ(chart.HouseCode, 5);
+    EXPECT_EQ(chart.AyanamsaCode, 1);
+    EXPECT_EQ(chart.RecordForm, 1);
+    EXPECT_EQ(chart.DateText, "31 Dec 1992");
+    EXPECT_EQ(chart.TimeText, "11:59:07 PM");
+    EXPECT_EQ(chart.ZoneHours, -9.5F);
+    EXPECT_EQ(chart.ZoneText, "ACST");
+    EXPECT_EQ(chart.Place, "Adelaide");
+    EXPECT_EQ(chart.Country, "Australia");
+    EXPECT_EQ(chart.LatText, "35S55");
+    EXPECT_EQ(chart.LongText, "138E34 10");
+    EXPECT_EQ(chart.Frame, 1);
+    EXPECT_EQ(chart.HouseSystem, 5);
+    EXPECT_EQ(chart.TrueNodeFlag, kTrue);
+}
+
+TEST_F(ChartCalculation, TextsFollowTheRegionalOrderAndClock) {
+    options.monthFirst = kTrue;
+    options.clock24 = kTrue;
+    FileChartToCalcChart(SampleRecord(), 1, kFalse);
+    EXPECT_EQ(calcChart[1].DateText, "Dec 31 1992");
+    EXPECT_EQ(calcChart[1].TimeText, "23:59:07");
+}
+
+TEST_F(ChartCalculation, AZeroCoordinateKeepsTheSideOfItsRecord) {
+    Format1Record record = SampleRecord();
+    record.latDegrees = record.latMinutes = 0;
+    FileChartToCalcChart(record, 1, kFalse);
+    EXPECT_EQ(calcChart[1].LatText, "00S00");
+    EXPECT_EQ(chartNow.PlaceLat, 0);
+}
+
+TEST_F(ChartCalculation, TextsThatAreTooLongAreCut) {
+    Format1Record record = SampleRecord();
+    record.latDegrees = record.latMinutes = record.latSeconds = 255;
+    record.year = -32768;
+    FileChartToCalcChart(record, 1, kFalse);
+    EXPECT_LE(calcChart[1].LatText.size(), 8U);
+    EXPECT_LE(calcChart[1].DateText.size(), 14U);
+}
+
+TEST_F(ChartCalculation, TheMomentAndThePlaceAreKept) {
+    FileChartToCalcChart(SampleRecord(), 1, kFalse);
+    EXPECT_NEAR(calcChart[1].TimeUT, 23 + 59 / 60.0 + 7 / 3600.0 - 9.5, 1e-12);
+    EXPECT_NEAR(chartNow.JulianDayUT, 2448987.5 + (23 + 59 / 60.0 + 7 / 3600.0 - 9.5) / 24, 1e-9);
+    EXPECT_NEAR(calcChart[1].JulianDayET, chartNow.JulianDayUT + chartNow.DeltaT / 24, 1e-9);
+    // Delta T of January 1993: 59.12 seconds (table of Astronomical Almanac).
+    EXPECT_NEAR(chartNow.DeltaT * 3600, 59.12, 0.05);
+    EXPECT_NEAR(chartNow.PlaceLat, -(35 + 55 / 60.0), 1e-12);
+    EXPECT_NEAR(chartNow.PlaceLongW, -(138 + 34 / 60.0 + 10 / 3600.0), 1e-12);
+    EXPECT_EQ(chartNow.ZodiacOffsetNow, 0);
+}
+
+TEST_F(ChartCalculation, PointsThatNothingGivesAreNotCalculated) {
+    FileChartToCalcChart(SampleRecord(), 1, kFalse);
+    const CalcChart& chart = calcChart[1];
+    for (std::size_t n = 1; n <= 36; ++n) {
+        // The files of Hygeia and Astraea aren't among the basic ones.
+        if (n == 18 || n == 19) {
+            EXPECT_EQ(chart.Lon[n], -1) << n;
+        } else {
+            EXPECT_GE(chart.Lon[n], 0) << n;
+            EXPECT_LT(chart.Lon[n], 360) << n;
+        }
+    }
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(ChartCalculation, TheMotionFlagEndsAsAMarkOfPointsThatAreNotCalculated) {
+    FileChartToCalcChart(SampleRecord(), 1, kFalse);
+    const CalcChart& chart = calcChart[1];
+    for (std::size_t n = 1; n <= 36; ++n) {
+        EXPECT_EQ(chart.Retro[n], n == 18 || n == 19 ? kTrue : kFalse) << n;
+        EXPECT_EQ(chart.SortLon[n], chart.Lon[n]);
+        EXPECT_EQ(chart.SortOrder[n], static_cast<std::int16_t>(n));
+        EXPECT_EQ(chart.Shown[n], 1);
+    }
+    // Mars was retrograde on that day; the speed tells it.
+    EXPECT_LT(chart.LonSpeed[7], 0);
+}
+
+TEST_F(ChartCalculation, TheZodiacIsTheRecordsOrThatOfTheOptions) {
+    Format1Record record = SampleRecord();
+    options.ayanamsa = 3;
+    record.ayanamsaCode = 2;
+    FileChartToCalcChart(record, 1, kFalse);
+    EXPECT_EQ(calcChart[1].Zodiac, 2);
+    for (const std::uint8_t code : {std::uint8_t{0}, std::uint8_t{11}, std::uint8_t{255}}) {
+        record.ayanamsaCode = code;
+        FileChartToCalcChart(record, 1, kFalse);
+        EXPECT_EQ(calcChart[1].Zodiac, 3) << int{code};
+        EXPECT_EQ(calcChart[1].AyanamsaCode, code);
+    }
+}
+
+TEST_F(ChartCalculation, ASiderealChartHasTheOffsetInLonAndNotInRAAndDec) {
+    Format1Record record = SampleRecord();
+    FileChartToCalcChart(record, 1, kFalse);
+    const CalcChart tropical = calcChart[1];
+    record.ayanamsaCode = 3;
+    FileChartToCalcChart(record, 1, kFalse);
+    const CalcChart& sidereal = calcChart[1];
+    EXPECT_NEAR(chartNow.ZodiacOffsetNow, -23.76, 0.01);
+    for (std::size_t n = 1; n <= 36; ++n) {
+        if (tropical.Lon[n] < 0) continue;
+        // The Part of Fortune is Ascendant + Moon - Sun: the offsets of two cancel out.
+        EXPECT_LE(Apart(sidereal.Lon[n], tropical.Lon[n] + chartNow.ZodiacOffsetNow), 1e-9) << n;
+        EXPECT_LE(Apart(static_cast<double>(sidereal.RA[n]), static_cast<double>(tropical.RA[n])),
+                  3.1e-5)
+            << n;
+        EXPECT_NEAR(sidereal.Dec[n], tropical.Dec[n], 4e-6) << n;
+    }
+    for (std::size_t i = 1; i <= 12; ++i) {
+        EXPECT_LE(Apart(sidereal.Cusp[i], tropical.Cusp[i] + chartNow.ZodiacOffsetNow), 1e-9);
+    }
+}
+
+TEST_F(ChartCalculation, HouseSystemZeroOfARecordStays) {
+    Format1Record record = SampleRecord();
+    record.houseCode = 0;
+    FileChartToCalcChart(record, 1, kFalse);
+    EXPECT_EQ(calcChart[1].HouseSystem, 0);
+    EXPECT_EQ(calcChart[1].Cusp[2], 30);
+    EXPECT_EQ(calcChart[1].Cusp[1], calcChart[1].Lon[22]);
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(ChartCalculation, AnUnknownHouseSystemOfARecordShowsTheBoxAndTheChartIsCalculated) {
+    Format1Record record = SampleRecord();
+    record.houseCode = 10;
+    EXPECT_EQ(FileChartToCalcChart(record, 1, kFalse), kFalse);
+    ASSERT_EQ(TestShell().boxes.size(), 1U);
+    EXPECT_EQ(TestShell().boxes[0], "Sub CalcHouses: Unrecognised house system");
+    EXPECT_GE(calcChart[1].Lon[3], 0);
+    for (std::size_t i = 1; i <= 12; ++i) EXPECT_EQ(calcChart[1].Cusp[i], 0);
+}
+
+TEST_F(ChartCalculation, ANumberThatDoesNotFitIsToldAndLeavesTheSlot) {
+    FileChartToCalcChart(SampleRecord(), 1, kFalse);
+    Format1Record record = SampleRecord();
+    record.name = "Another";
+    for (const float zone : {1e30F, -1e30F, std::numeric_limits<float>::infinity(),
+                             std::numeric_limits<float>::quiet_NaN()}) {
+        TestShell().boxes.clear();
+        record.zoneHours = zone;
+        EXPECT_NE(FileChartToCalcChart(record, 1, kFalse), kFalse);
+        ASSERT_EQ(TestShell().boxes.size(), 1U);
+        EXPECT_EQ(TestShell().boxes[0], "Orvantis: FileChartToCalcChart Error: 6");
+        EXPECT_EQ(calcChart[1].Name, "A chart");
+        EXPECT_EQ(PendingRunTimeError(), 0);
+    }
+}
+
+TEST_F(ChartCalculation, AFailureOfReadingTheRecordIsToldByTheCalculation) {
+    FileChart fileChart;
+    fileChart.event.longitude = 1e9F;
+    Format1Record record;
+    ChartToFormat1(fileChart, record);
+    EXPECT_NE(FileChartToCalcChart(record, 1, kFalse), kFalse);
+    ASSERT_EQ(TestShell().boxes.size(), 1U);
+    EXPECT_EQ(TestShell().boxes[0], "Orvantis: FileChartToCalcChart Error: 6");
+}
+
+TEST_F(ChartCalculation, ThereAreTwoSlots) {
+    for (const std::int16_t slot : {0, 3, -1}) {
+        TestShell().boxes.clear();
+        EXPECT_NE(FileChartToCalcChart(SampleRecord(), slot, kFalse), kFalse);
+        ASSERT_EQ(TestShell().boxes.size(), 1U);
+        EXPECT_EQ(TestShell().boxes[0], "Orvantis: FileChartToCalcChart Error: 9");
+    }
+    EXPECT_EQ(FileChartToCalcChart(SampleRecord(), 2, kFalse), kFalse);
+    EXPECT_EQ(calcChart[2].Name, "A chart");
+}
+
+TEST_F(ChartCalculation, AnyDateOfTheYearsThatARecordHoldsIsTaken) {
+    Format1Record record = SampleRecord();
+    swissState.messages = kFalse;
+    for (const std::int16_t year : {-32768, -4713, -4712, -3000, 0, 1, 1582, 9999, 17000, 32767}) {
+        for (const std::uint8_t month : {std::uint8_t{0}, std::uint8_t{2}, std::uint8_t{255}}) {
+            record.year = year;
+            record.month = month;
+            EXPECT_EQ(FileChartToCalcChart(record, 1, kFalse), kFalse) << year;
+            for (std::size_t n = 1; n <= 36; ++n) EXPECT_TRUE(std::isfinite(calcChart[1].Lon[n]));
+            for (std::size_t i = 1; i <= 12; ++i) EXPECT_TRUE(std::isfinite(calcChart[1].Cusp[i]));
+        }
+    }
+}
+
+TEST_F(ChartCalculation, TheCalendarOfADateIsTheOneOfItsTime) {
+    Format1Record record = SampleRecord();
+    record.zoneHours = 0;
+    record.hour = record.minute = record.second = 0;
+    record.year = 1582;
+    record.month = 10;
+    record.day = 4;
+    FileChartToCalcChart(record, 1, kFalse);
+    EXPECT_EQ(chartNow.JulianDayUT, 2299159.5);
+    record.day = 15;
+    FileChartToCalcChart(record, 1, kFalse);
+    EXPECT_EQ(chartNow.JulianDayUT, 2299160.5);
+}
+
+TEST_F(ChartCalculation, AnglesForAnotherPlaceLeaveThePlanets) {
+    FileChartToCalcChart(SampleRecord(), 1, kFalse);
+    const CalcChart before = calcChart[1];
+    chartNow.PlaceLat = 52.5;
+    chartNow.PlaceLongW = 13;
+    CalcAnglesForPlace(1);
+    const CalcChart moved = calcChart[1];
+    EXPECT_GT(Apart(moved.Lon[22], before.Lon[22]), 1);
+    for (std::size_t n = 1; n <= 36; ++n) {
+        if (n >= 22 && n <= 26) continue;
+        EXPECT_EQ(moved.Lon[n], before.Lon[n]) << n;
+    }
+    // The same chart made for that place.
+    Format1Record record = SampleRecord();
+    record.latNorth = record.longWest = 1;
+    record.latDegrees = 52;
+    record.latMinutes = 30;
+    record.longDegrees = 13;
+    record.longMinutes = record.longSeconds = 0;
+    FileChartToCalcChart(record, 2, kFalse);
+    for (std::size_t n = 22; n <= 26; ++n) {
+        EXPECT_LE(Apart(moved.Lon[n], calcChart[2].Lon[n]), 1e-6) << n;
+    }
+    for (std::size_t i = 1; i <= 12; ++i) {
+        EXPECT_LE(Apart(moved.Cusp[i], calcChart[2].Cusp[i]), 1e-6) << i;
+    }
+}
+
+TEST_F(ChartCalculation, AnglesForAPlaceOnTheEquatorAreCalculatedAHairNorthOfIt) {
+    FileChartToCalcChart(SampleRecord(), 1, kFalse);
+    chartNow.PlaceLat = 0;
+    CalcAnglesForPlace(1);
+    EXPECT_EQ(chartNow.PlaceLat, 0);
+    const double vertex = calcChart[1].Lon[24];
+    CalcAngles(1, chartNow.RAMCNow, chartNow.ObliquityNow, 0.00001, 0, kFalse);
+    EXPECT_EQ(vertex, calcChart[1].Lon[24]);
+    CalcAngles(1, chartNow.RAMCNow, chartNow.ObliquityNow, 0, 0, kFalse);
+    EXPECT_EQ(std::remainder(calcChart[1].Lon[24], 180), 90);
+    EXPECT_NE(vertex, calcChart[1].Lon[24]);
+}
+
+// Places the bodies by hand; RAMC and latitude put the Ascendant somewhere, the Sun follows it.
+class PtFortune : public testing::Test {
+  protected:
+    void SetUp() override {
+        ResetAll();
+        CalcAngles(1, 50, 23.44, 40, 0, kFalse);
+        ascendant_ = calcChart[1].Lon[22];
+        calcChart[1].Lon[1] = 100;
+        calcChart[1].Lat[1] = 4;
+    }
+    void Place(double sunFromAscendant, Flag alwaysDay = kFalse) {
+        calcChart[1].Lon[3] = Modulo(ascendant_ + sunFromAscendant, 360);
+        CalcAngles(1, 50, 23.44, 40, 0, alwaysDay);
+    }
+    double ascendant_ = 0;
+};
+
+TEST_F(PtFortune, ByDayIsAscendantAndMoonLessSun) {
+    Place(-60);
+    EXPECT_LE(Apart(calcChart[1].Lon[26], ascendant_ + 100 - calcChart[1].Lon[3]), 1e-12);
+    EXPECT_EQ(calcChart[1].Lat[26], 4);
+}
+
+TEST_F(PtFortune, ByNightIsAscendantAndSunLessMoon) {
+    Place(60);
+    EXPECT_LE(Apart(calcChart[1].Lon[26], ascendant_ + calcChart[1].Lon[3] - 100), 1e-12);
+    EXPECT_EQ(calcChart[1].Lat[26], -4);
+}
+
+TEST_F(PtFortune, ByNightTakesTheDayFormulaIfAlwaysAskedFor) {
+    Place(60, kTrue);
+    EXPECT_LE(Apart(calcChart[1].Lon[26], ascendant_ + 100 - calcChart[1].Lon[3]), 1e-12);
+    EXPECT_EQ(calcChart[1].Lat[26], 4);
+}
+
+TEST_F(PtFortune, WithTheSunExactlyOnTheAscendantItIsNight) {
+    Place(0);
+    EXPECT_EQ(calcChart[1].Lat[26], -4);
+}
+
+TEST_F(PtFortune, IsNotCalculatedWithoutSunAndMoon) {
+    calcChart[1].Lon[1] = -1;
+    Place(60);
+    EXPECT_EQ(calcChart[1].Lon[26], -1);
+}
+
+// Worked by hand: the arguments in degrees, less whole turns, and the seconds of arc.
+TEST(AyanamsaFormula, AgreesWithTheFormulaWorkedByHand) {
+    ResetAll();
+    // t = 0: node 259.1833333, Sun 199.3933333:
+    // 17.23 (-0.9822333) + 1.27 (-0.3320592) = -17.345575.
+    EXPECT_NEAR(Ayanamsa(2, 0), 336.6560694 - 360 - 17.345575 / 3600, 1e-9);
+    // t = 1: node 125.0434722, Sun 200.9311111:
+    // 17.23 (0.8187179) + 1.27 (-0.3572548) - 5026.75 = -5013.097214.
+    EXPECT_NEAR(Ayanamsa(3, 1), 337.53953 - 360 - 5013.097214 / 3600, 1e-9);
+}
+
+// Published values for 1 January 2000: 24 44 for Fagan and Allen, 23 51 for Lahiri. The bases of
+// the systems differ by some tenths of a minute between publications: 0.02 degrees.
+TEST(AyanamsaFormula, AgreesWithPublishedValuesOf2000) {
+    ResetAll();
+    const double t = JulianCenturies(2451544.5);
+    EXPECT_NEAR(Modulo(-Ayanamsa(2, t), 360), 24 + 44 / 60.0, 0.02);
+    EXPECT_NEAR(Modulo(-Ayanamsa(3, t), 360), 23 + 51 / 60.0, 0.02);
+}
+
+TEST(AyanamsaFormula, EachZodiacHasItsBase) {
+    ResetAll();
+    options.userSVP = 340.25;
+    const double draconic = Ayanamsa(9, 0.5);
+    const std::pair<std::int16_t, double> bases[] = {
+        {2, 336.6560694}, {3, 337.53953},  {4, 333.58695},   {5, 338.98556},
+        {6, 341.33904},   {7, 337.636111}, {8, 333.0369024}, {10, 340.25}};
+    for (const auto& [zodiacNumber, base] : bases) {
+        EXPECT_NEAR(Ayanamsa(zodiacNumber, 0.5) - draconic, base, 1e-9) << zodiacNumber;
+    }
+    EXPECT_EQ(Ayanamsa(1, 0.5), 0);
+    // No base: the term of precession alone, less a whole turn.
+    EXPECT_LT(draconic, -360);
+    EXPECT_GT(draconic, -362);
+    EXPECT_EQ(Ayanamsa(0, 0.5), draconic);
+    EXPECT_EQ(Ayanamsa(99, 0.5), draconic);
+}
+
+}  // namespace
+}  // namespace orvantis

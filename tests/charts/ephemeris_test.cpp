@@ -1,0 +1,349 @@
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+#include <swephexp.h>
+
+#include "charts/CALCCHRT.h"
+#include "charts/QXASTRO.h"
+#include "charts/SwissEph.h"
+#include "support/reset_all.h"
+#include "support/temp_folder.h"
+#include "text/dates.h"
+#include "text/numbers.h"
+
+namespace orvantis {
+namespace {
+
+constexpr const char* kEphemeris = "/usr/share/libswe/ephe";
+constexpr double kJ2000 = 2451545.0;
+
+double Apart(double a, double b) {
+    return std::abs(std::remainder(a - b, 360));
+}
+
+class Ephemeris : public testing::Test {
+  protected:
+    void SetUp() override {
+        ResetAll();
+        OpenSwissEphemeris(kEphemeris);
+    }
+    void TearDown() override { CloseSwissEphemeris(); }
+
+    const CalcChart& Calculate(double jd, std::int16_t frame = 1, Flag weston = kTrue,
+                               double offset = 0) {
+        CalcPlanets(1, 0, 0, JulianCenturies(jd), offset, 0, frame, kTrue, "", kTrue, weston);
+        return calcChart[1];
+    }
+};
+
+TEST_F(Ephemeris, DeltaTIsInHours) {
+    double hours = 0;
+    GetDeltaT(JulianCenturies(kJ2000), hours);
+    // 63.83 seconds (Astronomical Almanac, K9).
+    EXPECT_NEAR(hours * 3600, 63.83, 0.02);
+}
+
+TEST_F(Ephemeris, TheObliquityIsTheTrueOne) {
+    double degrees = 0;
+    GetObliquity(JulianCenturies(2446895.5), degrees);
+    // Meeus, example 22.a: 23 26 36.850 with nutation (1980 theory; the newer one differs by some
+    // hundredths of a second).
+    EXPECT_NEAR(degrees, 23 + 26 / 60.0 + 36.850 / 3600, 0.1 / 3600);
+}
+
+TEST_F(Ephemeris, TheSiderealTimeIsTheApparentOneInHours) {
+    double hours = 0;
+    GetST(2446895.5, hours);
+    // Meeus, example 12.a: 13 10 46.1351 (mean: 46.3668), by the nutation of 1980, which is some
+    // hundredths of a second of arc off the newer one: 0.005 seconds of time.
+    EXPECT_NEAR(hours, 13 + 10 / 60.0 + 46.1351 / 3600, 0.005 / 3600);
+}
+
+TEST_F(Ephemeris, TheRamcIsTheSiderealTimeLessTheWestLongitude) {
+    double ramc = 0;
+    GetRAMC(75, 6, ramc);
+    EXPECT_EQ(ramc, 15);
+    GetRAMC(120, 6, ramc);
+    EXPECT_EQ(ramc, 330);
+    GetRAMC(-180, 23, ramc);
+    EXPECT_EQ(ramc, 165);
+}
+
+TEST_F(Ephemeris, TheJulianDayTakesHoursOutsideADay) {
+    double jd = 0;
+    GetJDxhUT(1, 1, 2000, 12, jd);
+    EXPECT_EQ(jd, kJ2000);
+    GetJDxhUT(1, 1, 2000, -12, jd);
+    EXPECT_EQ(jd, kJ2000 - 1);
+    GetJDxhUT(31, 12, 1999, 36, jd);
+    EXPECT_EQ(jd, kJ2000);
+}
+
+TEST_F(Ephemeris, JDToDateTurnsEveryDayBack) {
+    for (int start = -1000000; start < 4000000; start += 977) {
+        const double jd = start - 0.5;
+        float day = 0;
+        std::int32_t month = 0;
+        std::int32_t year = 0;
+        JDToDate(jd, day, month, year);
+        ASSERT_EQ(DateToJD(day, static_cast<std::int16_t>(month), static_cast<std::int16_t>(year)),
+                  jd);
+    }
+}
+
+TEST_F(Ephemeris, JDToDateChangesTheCalendarOnThe15thOfOctober1582) {
+    float day = 0;
+    std::int32_t month = 0;
+    std::int32_t year = 0;
+    JDToDate(2299160.5, day, month, year);
+    EXPECT_EQ(day, 15);
+    EXPECT_EQ(month, 10);
+    EXPECT_EQ(year, 1582);
+    JDToDate(2299159.5, day, month, year);
+    EXPECT_EQ(day, 4);
+    JDToDate(2299160.4999, day, month, year);
+    EXPECT_EQ(std::floor(day), 4);
+}
+
+TEST_F(Ephemeris, JDToDateHasTheFractionAndNeverRoundsUpToTheNextDay) {
+    float day = 0;
+    std::int32_t month = 0;
+    std::int32_t year = 0;
+    JDToDate(2436116.31, day, month, year);  // Meeus, example 7.c
+    EXPECT_NEAR(day, 4.81F, 1e-5);
+    EXPECT_EQ(month, 10);
+    EXPECT_EQ(year, 1957);
+    JDToDate(2451210.5 - 1e-8, day, month, year);  // the end of 31 January 1999
+    EXPECT_LT(day, 32);
+    EXPECT_EQ(std::floor(day), 31);
+    EXPECT_EQ(month, 1);
+}
+
+TEST_F(Ephemeris, JDToDateRefusesWhatIsNoDay) {
+    for (const double jd : {1e9, -1e9, std::numeric_limits<double>::quiet_NaN(),
+                            std::numeric_limits<double>::infinity()}) {
+        float day = 1;
+        std::int32_t month = 1;
+        std::int32_t year = 1;
+        JDToDate(jd, day, month, year);
+        EXPECT_EQ(year, 0);
+        RunTimeError failure;
+        ASSERT_TRUE(TakeRunTimeError(failure));
+        EXPECT_EQ(failure.number, error::kOverflow);
+    }
+}
+
+TEST_F(Ephemeris, ConvertCoordsTurnsTheEclipticIntoTheEquator) {
+    double a = 0;
+    double d = 0;
+    ConvertCoords(90, 0, SinD(23.44), CosD(23.44), a, d);
+    EXPECT_NEAR(a, 90, 1e-12);
+    EXPECT_NEAR(d, 23.44, 1e-12);
+}
+
+TEST_F(Ephemeris, TheEarthAndTheSouthNodeStandOpposite) {
+    const CalcChart& chart = Calculate(kJ2000);
+    EXPECT_LE(Apart(chart.Lon[2], chart.Lon[3] + 180), 1e-12);
+    EXPECT_EQ(chart.Lat[2], -chart.Lat[3]);
+    EXPECT_EQ(chart.LonSpeed[2], chart.LonSpeed[3]);
+    EXPECT_EQ(chart.LatSpeed[2], -chart.LatSpeed[3]);
+    EXPECT_LE(Apart(chart.Lon[21], chart.Lon[20] + 180), 1e-12);
+    EXPECT_EQ(chart.LonSpeed[21], chart.LonSpeed[20]);
+    EXPECT_EQ(chart.Retro[21], chart.Retro[20]);
+}
+
+TEST_F(Ephemeris, TheOffsetIsAddedToEveryLongitude) {
+    const CalcChart tropical = Calculate(kJ2000);
+    const CalcChart sidereal = Calculate(kJ2000, 1, kTrue, -24);
+    for (std::size_t n = 1; n <= 36; ++n) {
+        if (tropical.Lon[n] < 0 || (n >= 22 && n <= 26)) continue;
+        EXPECT_LE(Apart(sidereal.Lon[n], tropical.Lon[n] - 24), 1e-9) << n;
+    }
+}
+
+TEST_F(Ephemeris, TheSpeedAcrossZeroAriesIsSmall) {
+    // The Sun at the equinox of March 2000 (20 March, 7:35 UT).
+    const CalcChart& chart = Calculate(2451623.8160);
+    EXPECT_LE(Apart(chart.Lon[3], 0), 0.01);
+    EXPECT_NEAR(chart.LonSpeed[3], 0.9935, 0.01);
+}
+
+TEST_F(Ephemeris, TheMotionFlagFollowsTheSpeed) {
+    const CalcChart& chart = Calculate(kJ2000);
+    for (std::size_t n = 1; n <= 36; ++n) {
+        if (chart.Lon[n] < 0 || (n >= 22 && n <= 26)) continue;
+        EXPECT_EQ(chart.Retro[n], chart.LonSpeed[n] < 0 ? kTrue : kFalse) << n;
+    }
+}
+
+TEST_F(Ephemeris, TheSunAndTheEarthAreGivenForAnyRange) {
+    CalcPlanets(1, 5, 6, JulianCenturies(kJ2000), 0, 0, 1, kTrue, "", kTrue, kTrue);
+    EXPECT_GT(calcChart[1].Lon[3], 0);
+    EXPECT_GT(calcChart[1].Lon[2], 0);
+    EXPECT_GT(calcChart[1].Lon[5], 0);
+    EXPECT_GT(calcChart[1].Lon[6], 0);
+    EXPECT_EQ(calcChart[1].Lon[1], 0);
+    EXPECT_EQ(calcChart[1].Lon[7], 0);
+    calcChart = {};
+    CalcPlanets(1, 1, 3, JulianCenturies(kJ2000), 0, 0, 1, kTrue, "", kTrue, kTrue);
+    EXPECT_GT(calcChart[1].Lon[1], 0);
+    EXPECT_EQ(calcChart[1].Lon[5], 0);
+}
+
+TEST_F(Ephemeris, HeliocentricallyTheEarthStandsWhereTheSunIsSeenFrom) {
+    const double sun = Calculate(kJ2000).Lon[3];
+    const CalcChart& chart = Calculate(kJ2000, 2);
+    // But for aberration, 20.5 seconds of arc.
+    EXPECT_LE(Apart(chart.Lon[2], sun + 180), 0.006);
+    EXPECT_LE(Apart(chart.Lon[3], sun), 0.006);
+    EXPECT_EQ(chart.Frame, 2);
+    // Mars against the library itself.
+    double xx[6] = {};
+    char ignored[AS_MAXCH] = {};
+    swe_calc(kJ2000, SE_MARS, SEFLG_SPEED | SEFLG_HELCTR, xx, ignored);
+    EXPECT_LE(Apart(chart.Lon[7], xx[0]), 1e-9);
+}
+
+// Mercury within three degrees of the Sun: Vulcan is the Sun's twin. Farther off it stands three
+// degrees from Mercury on the Sun's side.
+TEST_F(Ephemeris, VulcanKeepsThreeDegreesFromMercuryOnTheSunsSide) {
+    int near = 0;
+    int ahead = 0;
+    int behind = 0;
+    for (int days = 0; days < 400; ++days) {
+        const CalcChart& chart = Calculate(kJ2000 + days, 1, kFalse);
+        const double apart = std::remainder(chart.Lon[5] - chart.Lon[3], 360);
+        if (std::abs(apart) < 3) {
+            ++near;
+            EXPECT_EQ(chart.Lon[4], chart.Lon[3]);
+            EXPECT_EQ(chart.Lat[4], chart.Lat[3]);
+        } else {
+            ++(apart > 0 ? ahead : behind);
+            EXPECT_LE(Apart(chart.Lon[4], chart.Lon[5] - (apart > 0 ? 3 : -3)), 1e-9);
+            EXPECT_EQ(chart.Lat[4], chart.Lat[5]);
+        }
+        EXPECT_EQ(chart.LonSpeed[4], chart.LonSpeed[3]);
+        EXPECT_EQ(chart.Retro[4], chart.Retro[3]);
+    }
+    EXPECT_GT(near, 10);
+    EXPECT_GT(ahead, 100);
+    EXPECT_GT(behind, 100);
+}
+
+TEST_F(Ephemeris, HeliocentricallyVulcanByMercuryStandsWithMercury) {
+    const CalcChart& chart = Calculate(kJ2000, 2, kFalse);
+    EXPECT_EQ(chart.Lon[4], chart.Lon[5]);
+    EXPECT_EQ(chart.Lat[4], chart.Lat[5]);
+}
+
+// By Kepler's law the semi-axis 0.13744 has a period of 18.61 days, and seen from the Earth the
+// planet never leaves the Sun by more than asin(0.13744 * 1.019 / 0.983) = 8.2 degrees.
+TEST_F(Ephemeris, VulcanOnItsOwnOrbitStaysWithinEightDegreesOfTheSun) {
+    double most = 0;
+    for (int days = 0; days < 366; ++days) {
+        const CalcChart& chart = Calculate(kJ2000 + days);
+        most = std::max(most, Apart(chart.Lon[4], chart.Lon[3]));
+    }
+    EXPECT_LT(most, 8.3);
+    EXPECT_GT(most, 7.5);
+}
+
+TEST_F(Ephemeris, AMinorPlanetWhoseFileIsNotInstalledIsNotAskedFor) {
+    const CalcChart& chart = Calculate(kJ2000);
+    EXPECT_EQ(chart.Lon[18], -1);
+    EXPECT_EQ(chart.Lon[19], -1);
+    EXPECT_TRUE(TestShell().boxes.empty());
+    EXPECT_NE(swissState.enabled, kFalse);
+}
+
+TEST_F(Ephemeris, FilesOfMinorPlanetsAreFoundInTheFolderOrInTheFolderOfTheirThousand) {
+    const TempFolder folder;
+    const std::string path = folder.Path().substr(0, folder.Path().size() - 1);
+    swissState.messages = kFalse;
+    OpenSwissEphemeris(path);
+    EXPECT_EQ(swissState.hygeiaInstalled, kFalse);
+    folder.Write("se00010s.se1", "");
+    OpenSwissEphemeris(path);
+    EXPECT_EQ(swissState.hygeiaInstalled, kTrue);
+    EXPECT_EQ(swissState.astraeaInstalled, kFalse);
+    std::filesystem::create_directory(folder.File("ast0"));
+    folder.Write("ast0/se00005.se1", "");
+    OpenSwissEphemeris(path);
+    EXPECT_EQ(swissState.astraeaInstalled, kTrue);
+}
+
+TEST_F(Ephemeris, ADateThatTheLibraryCannotGiveIsToldOnceAndCostsThePointsAlone) {
+    const CalcChart& chart = Calculate(5373484.5);  // the year 9999
+    EXPECT_EQ(chart.Lon[3], -1);
+    EXPECT_EQ(chart.Lon[2], -1);
+    EXPECT_EQ(chart.Lon[1], -1);
+    ASSERT_EQ(TestShell().log.size(), 1U);
+    const std::string& call = TestShell().log[0];
+    // The library's own words come first.
+    EXPECT_TRUE(call.starts_with("MessageBox|Orvantis|SwissEph file 'se")) << call;
+    EXPECT_TRUE(
+        call.ends_with("\\r\\nSwiss Ephemeris file/s missing or incorrectly installed.|Ok|"
+                       "Exclamation"))
+        << call;
+    Calculate(5373484.5);
+    EXPECT_EQ(TestShell().log.size(), 1U);
+    // The route stays on: other dates are given.
+    EXPECT_NE(swissState.enabled, kFalse);
+    EXPECT_GT(Calculate(kJ2000).Lon[3], 0);
+}
+
+TEST_F(Ephemeris, MissingFilesAreToldWhenTheLibraryIsOpened) {
+    const TempFolder folder;
+    OpenSwissEphemeris(folder.Path().substr(0, folder.Path().size() - 1));
+    EXPECT_EQ(TestShell().boxes.size(), 1U);
+    // Without files the planets come from the library's own theory; Chiron doesn't.
+    const CalcChart& chart = Calculate(kJ2000);
+    EXPECT_NEAR(chart.Lon[3], 280.3689, 0.01);
+    EXPECT_EQ(chart.Lon[13], -1);
+    EXPECT_EQ(TestShell().boxes.size(), 1U);
+}
+
+TEST_F(Ephemeris, OpeningTheLibraryLeavesTheSlots) {
+    calcChart[1].Lon[3] = 1;
+    calcChart[2].Lon[3] = 2;
+    calcChart[2].Name = "kept";
+    OpenSwissEphemeris(kEphemeris);
+    EXPECT_EQ(calcChart[1].Lon[3], 1);
+    EXPECT_EQ(calcChart[2].Lon[3], 2);
+    EXPECT_EQ(calcChart[2].Name, "kept");
+}
+
+TEST_F(Ephemeris, WithoutAnyRouteNoBodyIsCalculated) {
+    CloseSwissEphemeris();
+    calcChart[1].Lon[22] = 77;
+    const CalcChart& chart = Calculate(kJ2000);
+    for (std::size_t n = 1; n <= 36; ++n) {
+        if (n >= 22 && n <= 26) continue;
+        EXPECT_EQ(chart.Lon[n], -1) << n;
+    }
+    EXPECT_EQ(chart.Lon[22], 77);
+}
+
+// Where another route stands ready, it takes over for good after a failure.
+std::int16_t standardCalls = 0;
+
+void StandardRoute(std::int16_t slot, std::int16_t, std::int16_t, double, double, double,
+                   std::int16_t, Flag, std::string_view, Flag, Flag) {
+    ++standardCalls;
+    calcChart[static_cast<std::size_t>(slot)].Lon[3] = 123;
+}
+
+TEST_F(Ephemeris, AStandardRouteTakesOverAfterAFailure) {
+    standardCalls = 0;
+    calcPlanetsStandard = StandardRoute;
+    EXPECT_NE(Calculate(kJ2000).Lon[3], 123);
+    EXPECT_EQ(standardCalls, 0);
+    EXPECT_EQ(Calculate(5373484.5).Lon[3], 123);
+    EXPECT_EQ(TestShell().boxes.size(), 1U);
+    EXPECT_EQ(swissState.enabled, kFalse);
+    EXPECT_EQ(Calculate(kJ2000).Lon[3], 123);
+    EXPECT_EQ(standardCalls, 2);
+}
+
+}  // namespace
+}  // namespace orvantis

@@ -1,0 +1,136 @@
+#include "desktop/x_display.h"
+
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <array>
+#include <chrono>
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace orvantis {
+
+namespace {
+
+// A window may go between being found and being looked at; that is no reason to end the tests.
+int IgnoreError(Display* /*display*/, XErrorEvent* /*event*/) {
+    return 0;
+}
+
+void Pause() {
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+}
+
+}  // namespace
+
+XServer::XServer() {
+    std::array<int, 2> answer{};
+    if (::pipe(answer.data()) != 0) return;
+    server_ = ::fork();
+    if (server_ == 0) {
+        ::close(answer[0]);
+        const int quiet = ::open("/dev/null", O_WRONLY);
+        ::dup2(quiet, 2);
+        const std::string where = std::to_string(answer[1]);
+        ::execlp("Xvfb", "Xvfb", "-displayfd", where.c_str(), "-screen", "0", "1400x900x24",
+                 "-nolisten", "tcp", nullptr);
+        ::_exit(127);
+    }
+    ::close(answer[1]);
+
+    // The server writes the number of its display once it listens, and nothing if it can't start.
+    char digit = 0;
+    while (::read(answer[0], &digit, 1) == 1 && digit != '\n') name_ += digit;
+    ::close(answer[0]);
+    if (name_.empty()) return;
+    name_.insert(0, 1, ':');
+    XSetErrorHandler(IgnoreError);
+    display_ = XOpenDisplay(name_.c_str());
+}
+
+XServer::~XServer() {
+    if (display_ != nullptr) XCloseDisplay(display_);
+    if (server_ > 0) {
+        ::kill(server_, SIGTERM);
+        ::waitpid(server_, nullptr, 0);
+    }
+}
+
+std::string XServer::Title(unsigned long window) {
+    const Atom property = XInternAtom(display_, "_NET_WM_NAME", False);
+    const Atom utf8 = XInternAtom(display_, "UTF8_STRING", False);
+    Atom type = 0;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long rest = 0;
+    unsigned char* text = nullptr;
+    XGetWindowProperty(display_, window, property, 0, 1000, False, utf8, &type, &format, &count,
+                       &rest, &text);
+    if (text == nullptr) return "";
+    std::string title(reinterpret_cast<char*>(text), count);
+    XFree(text);
+    return title;
+}
+
+unsigned long XServer::WaitForWindow(const std::string& titleStart, int seconds) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
+    while (std::chrono::steady_clock::now() < end) {
+        Window root = 0;
+        Window parent = 0;
+        Window* windows = nullptr;
+        unsigned int count = 0;
+        XQueryTree(display_, DefaultRootWindow(display_), &root, &parent, &windows, &count);
+        unsigned long found = 0;
+        for (unsigned int i = 0; i < count; ++i) {
+            XWindowAttributes attributes{};
+            if (XGetWindowAttributes(display_, windows[i], &attributes) != 0 &&
+                attributes.map_state == IsViewable && Title(windows[i]).starts_with(titleStart)) {
+                found = windows[i];
+            }
+        }
+        if (windows != nullptr) XFree(windows);
+        if (found != 0) return found;
+        Pause();
+    }
+    return 0;
+}
+
+XServer::Picture XServer::Look(unsigned long window) {
+    Picture picture;
+    XWindowAttributes attributes{};
+    if (XGetWindowAttributes(display_, window, &attributes) == 0) return picture;
+    XImage* image =
+        XGetImage(display_, window, 0, 0, attributes.width, attributes.height, AllPlanes, ZPixmap);
+    if (image == nullptr) return picture;
+    picture.width = image->width;
+    picture.height = image->height;
+    for (int y = 0; y < image->height; ++y) {
+        for (int x = 0; x < image->width; ++x) {
+            picture.pixels.push_back(static_cast<std::uint32_t>(XGetPixel(image, x, y)) & 0xFFFFFF);
+        }
+    }
+    XDestroyImage(image);
+    return picture;
+}
+
+void XServer::Resize(unsigned long window, int width, int height) {
+    XResizeWindow(display_, window, static_cast<unsigned>(width), static_cast<unsigned>(height));
+    XSync(display_, False);
+}
+
+void XServer::Close(unsigned long window) {
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window;
+    event.xclient.message_type = XInternAtom(display_, "WM_PROTOCOLS", False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = static_cast<long>(XInternAtom(display_, "WM_DELETE_WINDOW", False));
+    event.xclient.data.l[1] = CurrentTime;
+    XSendEvent(display_, window, False, NoEventMask, &event);
+    XSync(display_, False);
+}
+
+}  // namespace orvantis

@@ -1,0 +1,48 @@
+// A display of its own for tests of windows, and what a user sees and does on it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+struct _XDisplay;
+
+namespace orvantis {
+
+/// A virtual X server. It ends with the object.
+class XServer {
+  public:
+    XServer();
+    ~XServer();
+    XServer(const XServer&) = delete;
+    XServer& operator=(const XServer&) = delete;
+
+    /// False if there is no such server on this system.
+    bool Runs() const { return display_ != nullptr; }
+    /// Name of the display, for the variable DISPLAY.
+    std::string Name() const { return name_; }
+
+    /// Waits until a window shows whose title begins so. 0 if none comes within the time.
+    unsigned long WaitForWindow(const std::string& titleStart, int seconds);
+    std::string Title(unsigned long window);
+
+    /// What a window shows: 0xRRGGBB row by row.
+    struct Picture {
+        int width = 0;
+        int height = 0;
+        std::vector<std::uint32_t> pixels;
+    };
+    Picture Look(unsigned long window);
+
+    void Resize(unsigned long window, int width, int height);
+    /// Asks the window to close, as its close button does.
+    void Close(unsigned long window);
+
+  private:
+    pid_t server_ = -1;
+    std::string name_;
+    _XDisplay* display_ = nullptr;
+};
+
+}  // namespace orvantis
