@@ -60,7 +60,8 @@ class Bench {
         LoadDatabase();
         session.picture = &surface_;
         NewMap(kFalse);
-        OpenChart(kSample, 1);
+        RunTimeError reason;
+        OpenChart(kSample, 1, reason);
     }
     ~Bench() {
         std::error_code ignored;
@@ -145,7 +146,8 @@ BENCHMARK(AllLinesOfAChartWithoutDrawing)->Unit(benchmark::kMillisecond);
 
 Format1Record SampleRecord() {
     FileChart chart;
-    ReadChartFromFile(kSample, 1, chart);
+    RunTimeError reason;
+    ReadChartFromFile(kSample, 1, chart, reason);
     Format1Record record;
     ChartToFormat1(chart, record);
     return record;
@@ -185,7 +187,8 @@ void OpeningAndListingAChartFileOf10000Charts(benchmark::State& state) {
     Bytes file(static_cast<std::size_t>(kFileChartSize) * 10001);
     PutI16(file.data(), 2);
     FileChart chart;
-    ReadChartFromFile(kSample, 1, chart);
+    RunTimeError reason;
+    ReadChartFromFile(kSample, 1, chart, reason);
     for (std::size_t n = 1; n <= 10000; ++n) {
         PutFileChart(&file[n * static_cast<std::size_t>(kFileChartSize)], chart);
     }

@@ -227,9 +227,9 @@ double Degrees(double degrees, double minutes, double seconds) {
 
 // Degrees of a format 0 coordinate, without its sign.
 float Format0Degrees(std::int16_t degrees, std::int16_t minutes, bool packed) {
-    const double value =
-        packed ? Degrees(degrees, minutes / 100, minutes % 100) : Degrees(degrees, minutes, 0);
-    return static_cast<float>(value);
+    const int wholeMinutes = packed ? minutes / 100 : minutes;
+    const int seconds = packed ? minutes % 100 : 0;
+    return static_cast<float>(Degrees(degrees, wholeMinutes, seconds));
 }
 
 struct SplitDegrees {

@@ -1,5 +1,6 @@
 // The verbs "chart" and "charts".
 #include <cmath>
+#include <filesystem>
 #include <iomanip>
 #include <iostream>
 #include <nlohmann/json.hpp>
@@ -93,8 +94,10 @@ void PrintChart(const CalcChart& chart) {
 }
 
 // One chart of a list. Degrees; longitude east positive.
-Json ListedChart(std::int32_t number, const ChartEvent& event, const std::string& date,
-                 const std::string& time) {
+Json ListedChart(std::int32_t number, const ChartEvent& event) {
+    const std::string date = FormatDateText(event.day, event.month, event.year, options.monthFirst);
+    const std::string time =
+        FormatTimeText(event.hour, event.minute, event.second, options.clock24);
     return {{"number", number},
             {"name", ToUtf8(Trim(event.name))},
             {"date", ToUtf8(date)},
@@ -107,11 +110,58 @@ Json ListedChart(std::int32_t number, const ChartEvent& event, const std::string
             {"longitude", -event.longitude}};
 }
 
+void PrintListedChart(const Json& chart) {
+    std::cout << chart["number"].get<int>() << "  " << chart["name"].get<std::string>() << ", "
+              << chart["date"].get<std::string>() << ", " << chart["time"].get<std::string>() << " "
+              << chart["zoneName"].get<std::string>() << ", " << chart["place"].get<std::string>()
+              << ", " << chart["country"].get<std::string>() << "\n";
+}
+
+// The reason why there is no chart file of a name.
+std::string WhyNoFile(const std::string& path) {
+    std::error_code failure;
+    return std::filesystem::exists(NativePath(path), failure) ? "not a file that can be read"
+                                                              : "File not found";
+}
+
 int UnreadableChartFile(const std::string& path, const CliShell& shell) {
     if (shell.complained) return kUnreadable;
-    const bool exists = FileExists(path) != 0;
-    return Complain(kUnreadable, path,
-                    exists ? "this kind of chart file isn't read" : "File not found");
+    if (FileExists(path) != 0) {
+        return Complain(kUnreadable, path, "this kind of chart file isn't read");
+    }
+    return Complain(kUnreadable, path, WhyNoFile(path));
+}
+
+int BadRecord(const std::string& path, std::int32_t n, const RunTimeError& reason) {
+    return Complain(kUnreadable, path + ":" + std::to_string(n),
+                    "the record can't be read (" + reason.description + ")");
+}
+
+// Writes the charts of an open file one by one, as they are read: a file may hold any number. A
+// record that can't be read is told and passed over.
+int ListCharts(const std::string& path, std::int16_t type, FileHandle file, std::int32_t count,
+               bool json) {
+    int exitCode = kDone;
+    bool first = true;
+    if (json) std::cout << "{\n  \"type\": " << type << ",\n  \"charts\": [";
+    for (std::int32_t n = 1; n <= count && std::cout; ++n) {
+        FileChart chart;
+        if (!ReadChart(type, file, n, chart)) {
+            RunTimeError reason;
+            TakeRunTimeError(reason);
+            exitCode = BadRecord(path, n, reason);
+            continue;
+        }
+        const Json listed = ListedChart(n, chart.event);
+        if (json) {
+            std::cout << (first ? "\n    " : ",\n    ") << listed.dump();
+        } else {
+            PrintListedChart(listed);
+        }
+        first = false;
+    }
+    if (json) std::cout << "\n  ]\n}\n";
+    return exitCode;
 }
 
 }  // namespace
@@ -137,12 +187,15 @@ Example: orvantis-cli charts data/sample.cht
 
 int OpenNamedChart(const std::string& address, const CliShell& shell) {
     const ChartAddress chart = ParseChartAddress(address);
-    switch (OpenChart(chart.path, chart.number)) {
+    RunTimeError reason;
+    switch (OpenChart(chart.path, chart.number, reason)) {
         case ChartStatus::Ok:
             return kDone;
         case ChartStatus::NoSuchChart:
             return Complain(kUnreadable, chart.path,
                             "holds no chart " + std::to_string(chart.number));
+        case ChartStatus::BadRecord:
+            return BadRecord(chart.path, chart.number, reason);
         case ChartStatus::Failed:
             return shell.complained ? kWorkFailed
                                     : Complain(kWorkFailed, address, "can't be calculated");
@@ -175,29 +228,15 @@ int RunCharts(const std::vector<std::string>& words, CliShell& shell) {
     const FileHandle file = OpenChartFile(path, count, kFalse);
     if (file < 1) return UnreadableChartFile(path, shell);
     const std::int16_t type = currentChartFileType;
-    Json list = Json::array();
-    for (std::int32_t n = 1; n <= count; ++n) {
-        FileChart chart;
-        if (!ReadChart(type, file, n, chart)) break;
-        const ChartEvent& event = chart.event;
-        list.push_back(ListedChart(
-            n, event, FormatDateText(event.day, event.month, event.year, options.monthFirst),
-            FormatTimeText(event.hour, event.minute, event.second, options.clock24)));
+    // A head alone is a chart file without charts; less than that is none.
+    const std::int64_t least = type == chart_file::kFormat2 ? kFileChartSize : kFormat1Size;
+    if (count == 0 && FileLength(file) < least) {
+        CloseChartFile(type, file);
+        return Complain(kUnreadable, path, "holds no charts");
     }
+    const int exitCode = ListCharts(path, type, file, count, call->Has("--json"));
     CloseChartFile(type, file);
-
-    if (call->Has("--json")) {
-        std::cout << Json{{"type", type}, {"charts", list}}.dump(2) << "\n";
-        return kDone;
-    }
-    for (const Json& chart : list) {
-        std::cout << chart["number"].get<int>() << "  " << chart["name"].get<std::string>() << ", "
-                  << chart["date"].get<std::string>() << ", " << chart["time"].get<std::string>()
-                  << " " << chart["zoneName"].get<std::string>() << ", "
-                  << chart["place"].get<std::string>() << ", "
-                  << chart["country"].get<std::string>() << "\n";
-    }
-    return kDone;
+    return exitCode;
 }
 
 }  // namespace orvantis::cli

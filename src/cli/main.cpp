@@ -57,6 +57,7 @@ int Run(const std::vector<std::string>& words) {
     }
     CliShell shell;
     StartSession(SystemPaths(), shell);
+    shell.complained = false;  // what the start has told isn't the verb's failure
     const int exitCode = verb->run(rest, shell);
     EndSession();
     std::cout.flush();

@@ -35,7 +35,8 @@ int OpenAskedChart(const WindowOptions& options) {
     if (FileExists(path) == 0) {
         return Complain(kBadInput, options.openPath + ": the file isn't there or can't be read");
     }
-    switch (OpenChart(path, options.openChart)) {
+    RunTimeError reason;
+    switch (OpenChart(path, options.openChart, reason)) {
         case ChartStatus::Ok:
             return kDone;
         case ChartStatus::NoFile:
@@ -45,6 +46,9 @@ int OpenAskedChart(const WindowOptions& options) {
         case ChartStatus::NoSuchChart:
             return Complain(kBadInput, options.openPath + ": has no chart " +
                                            std::to_string(options.openChart));
+        case ChartStatus::BadRecord:
+            return Complain(kBadInput, options.openPath + ": the chart's record can't be read (" +
+                                           reason.description + ")");
         case ChartStatus::Failed:
             break;
     }

@@ -10,6 +10,7 @@
 #include "surface/drawing_surface.h"
 #include "surface/shell.h"
 #include "surface/values.h"
+#include "text/run_time_error.h"
 
 namespace orvantis {
 
@@ -40,14 +41,16 @@ enum class ChartStatus {
     NoFile,        ///< the file can't be opened, or isn't there; the user has been told
     NotSupported,  ///< a chart file of a kind that isn't read
     NoSuchChart,   ///< the file holds no chart of that number
+    BadRecord,     ///< the chart's record can't be read
     Failed,        ///< the calculation failed; the user has been told
 };
 
-/// Reads chart `n` (from 1) of a chart file.
-ChartStatus ReadChartFromFile(std::string_view path, std::int32_t n, FileChart& fileChart);
+/// Reads chart `n` (from 1) of a chart file. After BadRecord `reason` tells why.
+ChartStatus ReadChartFromFile(std::string_view path, std::int32_t n, FileChart& fileChart,
+                              RunTimeError& reason);
 
-/// Reads chart `n` of a chart file, calculates it into slot 1 and puts it on display.
-ChartStatus OpenChart(std::string_view path, std::int32_t n);
+/// Reads chart `n` of a chart file as above, calculates it into slot 1 and puts it on display.
+ChartStatus OpenChart(std::string_view path, std::int32_t n, RunTimeError& reason);
 
 /// Ends what StartSession began: files and the ephemeris are closed.
 void EndSession();

@@ -80,7 +80,8 @@ TEST_F(Ephemeris, TheJulianDayTakesHoursOutsideADay) {
 }
 
 TEST_F(Ephemeris, JDToDateTurnsEveryDayBack) {
-    for (double jd = -1000000.5; jd < 4000000; jd += 977) {
+    for (int start = -1000000; start < 4000000; start += 977) {
+        const double jd = start - 0.5;
         float day = 0;
         std::int32_t month = 0;
         std::int32_t year = 0;
@@ -209,8 +210,8 @@ TEST_F(Ephemeris, VulcanKeepsThreeDegreesFromMercuryOnTheSunsSide) {
     int near = 0;
     int ahead = 0;
     int behind = 0;
-    for (double jd = kJ2000; jd < kJ2000 + 400; jd += 1) {
-        const CalcChart& chart = Calculate(jd, 1, kFalse);
+    for (int days = 0; days < 400; ++days) {
+        const CalcChart& chart = Calculate(kJ2000 + days, 1, kFalse);
         const double apart = std::remainder(chart.Lon[5] - chart.Lon[3], 360);
         if (std::abs(apart) < 3) {
             ++near;
@@ -239,8 +240,8 @@ TEST_F(Ephemeris, HeliocentricallyVulcanByMercuryStandsWithMercury) {
 // planet never leaves the Sun by more than asin(0.13744 * 1.019 / 0.983) = 8.2 degrees.
 TEST_F(Ephemeris, VulcanOnItsOwnOrbitStaysWithinEightDegreesOfTheSun) {
     double most = 0;
-    for (double jd = kJ2000; jd < kJ2000 + 366; jd += 0.5) {
-        const CalcChart& chart = Calculate(jd);
+    for (int days = 0; days < 366; ++days) {
+        const CalcChart& chart = Calculate(kJ2000 + days);
         most = std::max(most, Apart(chart.Lon[4], chart.Lon[3]));
     }
     EXPECT_LT(most, 8.3);

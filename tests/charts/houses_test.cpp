@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <swephexp.h>
+#include <vector>
 
 #include "charts/CALCCHRT.h"
 #include "support/reset_all.h"
@@ -12,6 +13,14 @@ namespace orvantis {
 namespace {
 
 constexpr double kObliquity = 23.44;
+
+// From `first` up to `end`, `end` excluded.
+std::vector<double> Steps(double first, double end, double step) {
+    std::vector<double> values;
+    const int count = static_cast<int>(std::ceil((end - first) / step));
+    for (int i = 0; i < count; ++i) values.push_back(first + i * step);
+    return values;
+}
 
 double Apart(double a, double b) {
     return std::abs(std::remainder(a - b, 360));
@@ -30,28 +39,28 @@ class Houses : public testing::Test {
 };
 
 struct SystemRow {
-    std::int16_t system;
-    char letter;       // of Swiss Ephemeris
+    const char* name;
     double tolerance;  // degrees
+    std::int16_t system;
     Flag cusp1AtAscendant;
     Flag cusp10AtMidheaven;
-    const char* name;
+    char letter;  // of Swiss Ephemeris
 };
 
 // Placidus isn't among them: it stops after ten passes, see below. Campanus is turned by a
 // millionth of a degree; near the polar circles the ecliptic runs along the horizon and stretches
 // that a hundredfold.
 const SystemRow kSystems[] = {
-    {1, 'C', 1e-4, kTrue, kTrue, "Campanus"},    {2, 'K', 1e-8, kTrue, kTrue, "Koch"},
-    {3, 'X', 1e-8, kFalse, kTrue, "Meridian"},   {4, 'M', 1e-8, kFalse, kFalse, "Morinus"},
-    {6, 'O', 1e-8, kTrue, kTrue, "Porphyry"},    {7, 'R', 1e-8, kTrue, kTrue, "Regiomontanus"},
-    {8, 'T', 1e-8, kTrue, kTrue, "Topocentric"}, {9, 'A', 1e-8, kTrue, kFalse, "Equal"},
+    {"Campanus", 1e-4, 1, kTrue, kTrue, 'C'},    {"Koch", 1e-8, 2, kTrue, kTrue, 'K'},
+    {"Meridian", 1e-8, 3, kFalse, kTrue, 'X'},   {"Morinus", 1e-8, 4, kFalse, kFalse, 'M'},
+    {"Porphyry", 1e-8, 6, kTrue, kTrue, 'O'},    {"Regiomontanus", 1e-8, 7, kTrue, kTrue, 'R'},
+    {"Topocentric", 1e-8, 8, kTrue, kTrue, 'T'}, {"Equal", 1e-8, 9, kTrue, kFalse, 'A'},
 };
 
 TEST_F(Houses, AgreeWithSwissEphemerisBetweenThePolarCircles) {
     for (const SystemRow& row : kSystems) {
         for (int latitude = -66; latitude <= 66; latitude += 6) {
-            for (double ramc = 0.5; ramc < 360; ramc += 7) {
+            for (const double ramc : Steps(0.5, 360, 7)) {
                 const CalcChart& chart = Calculate(ramc, latitude, row.system);
                 double cusps[13] = {};
                 double angles[10] = {};
@@ -71,7 +80,7 @@ TEST_F(Houses, AgreeWithSwissEphemerisBetweenThePolarCircles) {
 
 TEST_F(Houses, AnglesAgreeWithSwissEphemerisBetweenThePolarCircles) {
     for (int latitude = -66; latitude <= 66; latitude += 6) {
-        for (double ramc = 0.25; ramc < 360; ramc += 3.5) {
+        for (const double ramc : Steps(0.25, 360, 3.5)) {
             const CalcChart& chart = Calculate(ramc, latitude, 9);
             double cusps[13] = {};
             double angles[10] = {};
@@ -93,8 +102,8 @@ TEST_F(Houses, AnglesAgreeWithSwissEphemerisBetweenThePolarCircles) {
 // (Within them the formula goes on to the setting degree while the ecliptic's pole has crossed the
 // zenith.) By the altitude alone: sin(alt) = sin(p) sin(d) + cos(p) cos(d) cos(H).
 TEST_F(Houses, TheAscendantLiesOnTheHorizonAndRisesBetweenThePolarCircles) {
-    for (double latitude = -89.5; latitude <= 89.5; latitude += 3.7) {
-        for (double ramc = 0.5; ramc < 360; ramc += 5) {
+    for (const double latitude : Steps(-89.5, 89.6, 3.7)) {
+        for (const double ramc : Steps(0.5, 360, 5)) {
             const double l = Calculate(ramc, latitude, 9).Lon[22] * DegToRad;
             const double e = kObliquity * DegToRad;
             const double p = latitude * DegToRad;
@@ -111,8 +120,8 @@ TEST_F(Houses, TheAscendantLiesOnTheHorizonAndRisesBetweenThePolarCircles) {
 }
 
 TEST_F(Houses, TheVertexLiesOnThePrimeVertical) {
-    for (double latitude = -80.5; latitude <= 80.5; latitude += 7) {
-        for (double ramc = 0.5; ramc < 360; ramc += 5) {
+    for (const double latitude : Steps(-80.5, 80.6, 7)) {
+        for (const double ramc : Steps(0.5, 360, 5)) {
             const CalcChart& chart = Calculate(ramc, latitude, 9);
             const double l = chart.Lon[24] * DegToRad;
             const double e = kObliquity * DegToRad;
@@ -168,7 +177,7 @@ TEST_F(Houses, PlacidusMakesExactlyTenPasses) {
                         {2, 120, 2 / 3.0, true},
                         {3, 150, 1 / 3.0, true}};
     for (const double latitude : {-65.0, -40.0, 10.0, 52.0, 66.0}) {
-        for (double ramc = 3; ramc < 360; ramc += 11) {
+        for (const double ramc : Steps(3, 360, 11)) {
             const CalcChart& chart = Calculate(ramc, latitude, 5);
             for (const Row& row : rows) {
                 const double expected =
@@ -187,7 +196,7 @@ TEST_F(Houses, PlacidusMakesExactlyTenPasses) {
 
 TEST_F(Houses, PlacidusAgreesWithSwissEphemerisWhereTenPassesSuffice) {
     for (int latitude = -30; latitude <= 30; latitude += 6) {
-        for (double ramc = 0.5; ramc < 360; ramc += 7) {
+        for (const double ramc : Steps(0.5, 360, 7)) {
             const CalcChart& chart = Calculate(ramc, latitude, 5);
             double cusps[13] = {};
             double angles[10] = {};

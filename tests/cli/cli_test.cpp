@@ -1,4 +1,5 @@
 // The command line as a user calls it.
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -115,6 +116,11 @@ TEST_F(CommandLine, AFileThatCannotBeReadIsToldInOneLineWithExitCode3) {
         {{"chart", none}, 3, "orvantis-cli: " + none + ": File not found\n"},
         {{"charts", none}, 3, "orvantis-cli: " + none + ": File not found\n"},
         {{"lines", none, "--csv"}, 3, "orvantis-cli: " + none + ": File not found\n"},
+        {{"charts", empty}, 3, "orvantis-cli: " + empty + ": holds no charts\n"},
+        {{"charts", cut}, 3, "orvantis-cli: " + cut + ": holds no charts\n"},
+        {{"chart", folder_.Path()},
+         3,
+         "orvantis-cli: " + folder_.Path() + ": not a file that can be read\n"},
         {{"chart", empty}, 3, "orvantis-cli: " + empty + ": holds no chart 1\n"},
         {{"chart", cut}, 3, "orvantis-cli: " + cut + ": holds no chart 1\n"},
         {{"chart", kSample + ":9999"}, 3, "orvantis-cli: " + kSample + ": holds no chart 9999\n"},
@@ -132,6 +138,49 @@ TEST_F(CommandLine, AFileThatCannotBeReadIsToldInOneLineWithExitCode3) {
         EXPECT_EQ(result.errors, call.errors);
     }
     EXPECT_FALSE(std::filesystem::exists(folder_.File("a.png")));
+}
+
+// A chart of the oldest format, with an hour that a byte can't hold if it is spoilt.
+Bytes OldRecord(char initial, std::int16_t hour) {
+    Bytes record(static_cast<std::size_t>(kFormat0Size), ' ');
+    record[0] = static_cast<std::uint8_t>(initial);
+    for (const std::size_t at : {30, 32, 83, 85, 107, 109}) PutI16(&record[at], 1);
+    PutI16(&record[87], 1990);
+    PutI16(&record[89], hour);
+    for (const std::size_t at : {91, 93, 95, 97, 99, 101, 103, 111, 113}) PutI16(&record[at], 0);
+    PutF32(&record[74], 0);
+    PutI16(&record[105], -1);
+    return record;
+}
+
+TEST_F(CommandLine, ARecordThatCannotBeReadIsToldAndTheChartsBehindItAreListed) {
+    Bytes bytes;
+    for (const auto& [initial, hour] :
+         {std::pair{'A', 1}, std::pair{'B', 300}, std::pair{'C', 2}}) {
+        const Bytes record = OldRecord(initial, static_cast<std::int16_t>(hour));
+        bytes.insert(bytes.end(), record.begin(), record.end());
+    }
+    const std::string path = folder_.Write("old.cht", bytes);
+    const ProgramResult list = Run({"charts", path, "--json"});
+    EXPECT_EQ(list.exitCode, 3);
+    EXPECT_EQ(list.errors, "orvantis-cli: " + path + ":2: the record can't be read (Overflow)\n");
+    const Json charts = Json::parse(list.output);
+    ASSERT_EQ(charts["charts"].size(), 2U);
+    EXPECT_EQ(charts["charts"][1]["name"], "C");
+    EXPECT_EQ(charts["charts"][1]["number"], 3);
+    const ProgramResult one = Run({"chart", path + ":2"});
+    EXPECT_EQ(one.exitCode, 3);
+    EXPECT_EQ(one.errors, list.errors);
+    EXPECT_EQ(Run({"chart", path + ":3"}).exitCode, 0);
+}
+
+TEST_F(CommandLine, AHugeFileOfChartsIsListedInLittleMemory) {
+    const std::string path = folder_.Write("huge.cht", Bytes{2, 0});
+    std::filesystem::resize_file(path, kFileChartSize * 200000);
+    const ProgramResult result = Run({"charts", path});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(std::count(result.output.begin(), result.output.end(), '\n'), 199999);
+    EXPECT_LT(result.peakKilobytes, 200 * 1024);
 }
 
 TEST_F(CommandLine, ATruncatedMapIsToldInTheProgramsWordsAndNothingIsWritten) {
