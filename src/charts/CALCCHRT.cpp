@@ -65,6 +65,7 @@ void CopyCodes(const Format1Record& record, CalcChart& chart) {
         record.ayanamsaCode < zodiac::kTropical || record.ayanamsaCode > zodiac::kUserSVP;
     chart.Zodiac = open ? options.ayanamsa : record.ayanamsaCode;
     chart.Frame = kGeocentric;
+    chart.TrueNodeFlag = options.trueNode;
     chart.HouseSystem = record.houseCode;
     chart.ZoneHours = record.zoneHours;
 }

@@ -18,7 +18,6 @@ inline constexpr std::int16_t kEarth = 2;
 inline constexpr std::int16_t kSun = 3;
 inline constexpr std::int16_t kVulcan = 4;
 inline constexpr std::int16_t kMercury = 5;
-inline constexpr std::int16_t kPluto = 12;
 inline constexpr std::int16_t kNorthNode = 20;
 inline constexpr std::int16_t kSouthNode = 21;
 inline constexpr std::int16_t kAscendant = 22;
@@ -26,7 +25,6 @@ inline constexpr std::int16_t kMidheaven = 23;
 inline constexpr std::int16_t kVertex = 24;
 inline constexpr std::int16_t kEastPoint = 25;
 inline constexpr std::int16_t kPtFortune = 26;
-inline constexpr std::int16_t kBlackMoon = 36;
 inline constexpr std::int16_t kLastBody = 36;
 inline constexpr std::int16_t kLast = 72;
 }  // namespace point
@@ -68,7 +66,7 @@ struct CalcChart {
     std::string LongText;          ///< up to 9
     std::int16_t Zodiac = 1;       ///< 1 to 10
     std::int16_t Frame = 1;        ///< 1 geocentric, 2 heliocentric
-    std::int16_t HouseSystem = 5;  ///< 1 to 9
+    std::int16_t HouseSystem = 5;  ///< 1 to 9; 0 none chosen
     Flag TrueNodeFlag = kTrue;
     double TimeUT = 0;       ///< hours; outside 0 to 24 on another civil day
     double JulianDayET = 0;  ///< Julian day, ephemeris time
@@ -109,7 +107,7 @@ extern ChartNow chartNow;
 /// ones included; a zodiac outside 1 to 10 means that the record leaves it open, and that of the
 /// options is taken. A number that doesn't fit, also one that an earlier step of reading the record
 /// left behind as a run-time error, is told in a box "FileChartToCalcChart Error: " and the number;
-/// the slot then stays as it stands. Returns nonzero on failure.
+/// the slot then stays as far as it was filled. Returns nonzero on failure.
 Flag FileChartToCalcChart(const Format1Record& fileChart, std::int16_t slot, Flag forReport);
 
 /// Degrees to add to a tropical longitude in a zodiac (1 to 10) at T centuries from 1900. 0 for

@@ -81,7 +81,6 @@ std::int16_t ClampChartSubType(std::int16_t subType) {
 
 FileHandle OpenChartFile(std::string_view path, std::int32_t& count, Flag forceLegacy) {
     count = 0;
-    currentChartFileType = chart_file::kFormat0;
     if (FileExists(path) == 0) return 0;
     const FileHandle file = FileOpener(path, open_mode::kRecords, 0, kFalse);
     if (file == 0) return 0;

@@ -4,11 +4,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
+#include <filesystem>
 #include <swephexp.h>
+#include <system_error>
 
 #include "charts/CALCCHRT.h"
 #include "charts/QXASTRO.h"
-#include "session/files.h"
 #include "session/session_state.h"
 #include "text/numbers.h"
 #include "text/strings.h"
@@ -31,6 +33,7 @@ constexpr std::int32_t kVulcanBody = SE_FICT_OFFSET_1 + 16;
 // Body numbers of points 1 to 36. The nodes, Vulcan and the Earth have their own routines; minor
 // planets are asked for if their file is installed; chart points are no bodies. The Black Moon is
 // the mean apogee of the Moon: there is no choice for the osculating one.
+// clang-format off: the rows are the table's own.
 constexpr std::array<std::int32_t, point::kLastBody + 1> kBodies = {kNoBody,  // unused
                                                                     SE_MOON,
                                                                     kNoBody,
@@ -66,8 +69,9 @@ constexpr std::array<std::int32_t, point::kLastBody + 1> kBodies = {kNoBody,  //
                                                                     SE_ADMETOS,
                                                                     SE_VULKANUS,
                                                                     SE_POSEIDON,
-                                                                    SE_ISIS,        // 32 to 35
-                                                                    SE_MEAN_APOG};  // 36
+                                                                    SE_ISIS,
+                                                                    SE_MEAN_APOG};  // 32 to 36
+// clang-format on
 
 // Whether a minor planet's file is where the library looks for it: the long form or the short one
 // (marked "s", six centuries), in the folder of its thousand or in the folder itself.
@@ -76,7 +80,9 @@ Flag MinorPlanetInstalled(std::string_view path, std::string_view number) {
         for (const std::string_view ending : {".se1", "s.se1"}) {
             std::string file(path);
             file.append(folder).append(number).append(ending);
-            if (FileExists(file) != 0) return kTrue;
+            // The library minds the case of names.
+            std::error_code failure;
+            if (std::filesystem::is_regular_file(file, failure)) return kTrue;
         }
     }
     return kFalse;
@@ -107,9 +113,16 @@ void TellFailure(std::string_view libraryText) {
     if (calcPlanetsStandard != nullptr) CloseSwissEphemeris();
 }
 
+// A point that isn't calculated: nothing of a chart before stays.
+void ClearPoint(CalcChart& chart, std::size_t n) {
+    chart.Lon[n] = -1;
+    chart.Lat[n] = chart.Dist[n] = chart.LonSpeed[n] = chart.LatSpeed[n] = 0;
+    chart.Retro[n] = kFalse;
+}
+
 // One body into the arrays of a point; Lon -1 if the library can't give it.
 void CalcBody(CalcChart& chart, std::size_t n, std::int32_t body, const Moment& moment) {
-    chart.Lon[n] = -1;
+    ClearPoint(chart, n);
     if (swissState.enabled == 0) return;
     std::array<double, 6> xx{};
     std::array<char, AS_MAXCH> errorText{};
@@ -178,6 +191,8 @@ void VulcanByMercury(CalcChart& chart, std::int16_t frame) {
 }  // namespace
 
 void OpenSwissEphemeris(std::string_view path) {
+    // The library would prefer the folder that this variable names to the one that is set here.
+    ::unsetenv("SE_EPHE_PATH");
     // The library keeps the path in a buffer of AS_MAXCH bytes and takes a longer one for none.
     swe_set_ephe_path(std::string(path).c_str());
     swissState.enabled = kTrue;
@@ -202,7 +217,7 @@ void CalcPlanetsSwiss(std::int16_t slot, std::int16_t first, std::int16_t last, 
     const Moment moment = {t * 36525 + 2415020, offset,
                            SEFLG_SPEED | (frame == 2 ? SEFLG_HELCTR : 0)};
 
-    if (first <= point::kMoon) CalcBody(chart, point::kMoon, SE_MOON, moment);
+    CalcBody(chart, point::kMoon, SE_MOON, moment);
     CalcSunAndEarth(chart, frame, moment);
 
     for (std::int16_t n = std::max(first, point::kVulcan); n <= last; ++n) {
@@ -216,14 +231,13 @@ void CalcPlanetsSwiss(std::int16_t slot, std::int16_t first, std::int16_t last, 
         } else if (n < point::kAscendant || n > point::kPtFortune) {
             const std::int32_t body = BodyOfPoint(n);
             if (body < 0) {
-                chart.Lon[index] = -1;
+                ClearPoint(chart, index);
             } else {
                 CalcBody(chart, index, body, moment);
             }
         }
     }
-    const bool withVulcan = first <= point::kVulcan && last >= point::kVulcan;
-    if (withVulcan && weston == 0) VulcanByMercury(chart, frame);
+    if (weston == 0) VulcanByMercury(chart, frame);
 }
 
 }  // namespace orvantis

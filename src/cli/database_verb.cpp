@@ -14,13 +14,21 @@ namespace orvantis::cli {
 
 namespace {
 
-// Levels and index are made in the folder of the file.
-int Build(const std::string& path, const CliShell& shell) {
+// Levels and index are made in the folder of the file, if it is a point file at all.
+int Build(const std::string& path, CliShell& shell) {
     const std::string name = BaseName(path, false);
     if (!SameText(name, "level1.pnt")) {
         return Complain(kWrongCall, path, "a file named level1.pnt is needed");
     }
+    for (const DatabaseFinding& finding : CheckDatabase(path)) {
+        const bool unfit =
+            finding.severity == Severity::Unreadable ||
+            (finding.severity == Severity::Error && finding.rule == DatabaseRule::Structure);
+        if (unfit) return Complain(kUnreadable, path, ToUtf8(finding.text));
+    }
     session.ProgramDir = ProgramPath(path.substr(0, path.size() - name.size()));
+    DeleteFile(session.ProgramDir + "levelx.ndx");
+    shell.complained = false;
     if (GenerateLevels(path) != 0 || LoadLineIndex() != 0 || shell.complained) {
         return shell.complained ? kWorkFailed : Complain(kWorkFailed, path, "can't be worked");
     }

@@ -101,7 +101,7 @@ int ApplyMapOptions(const Arguments& call) {
 }
 
 // Settings, points and map that the call names.
-int LoadNamedFiles(const Arguments& call, const CliShell& shell) {
+int LoadNamedFiles(const Arguments& call) {
     for (const std::string_view option : {"--settings", "--points", "--map"}) {
         const auto path = call.Value(option);
         if (path && FileExists(*path) == 0) return Complain(kUnreadable, *path, "File not found");
@@ -115,9 +115,7 @@ int LoadNamedFiles(const Arguments& call, const CliShell& shell) {
     }
     if (const auto path = call.Value("--points")) LoadPointSelection(*path);
     if (const auto path = call.Value("--map")) {
-        if (OpenMap(*path, kFalse) != 0) {
-            return shell.complained ? kUnreadable : Complain(kUnreadable, *path, "can't be opened");
-        }
+        if (OpenMap(*path, kFalse) != 0) return kUnreadable;
     } else {
         NewMap(kFalse);
     }
@@ -171,11 +169,8 @@ int RunRender(const std::vector<std::string>& words, CliShell& shell) {
         if (parsed != kDone) return parsed;
     }
 
-    if (LoadDatabase() != 0) {
-        return shell.complained ? kWorkFailed
-                                : Complain(kWorkFailed, "map database", "can't be read");
-    }
-    int status = LoadNamedFiles(*call, shell);
+    if (LoadDatabase() != 0) return kUnreadable;
+    int status = LoadNamedFiles(*call);
     if (status == kDone) status = ApplyMapOptions(*call);
     if (status == kDone && !call->words.empty()) {
         status = OpenNamedChart(call->words.front(), shell);
@@ -186,6 +181,7 @@ int RunRender(const std::vector<std::string>& words, CliShell& shell) {
     if (module == nullptr) return kWorkFailed;
     const std::unique_ptr<DrawingSurface> surface(module->makeSurface(size.width, size.height));
     session.picture = surface.get();
+    shell.complained = false;
     PlotMap4(kFalse, *surface, kTrue);
     session.picture = nullptr;
     if (shell.complained) return kWorkFailed;

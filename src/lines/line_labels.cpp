@@ -8,6 +8,7 @@
 #include "session/settings.h"
 #include "session/tables.h"
 #include "surface/label.h"
+#include "text/code_page.h"
 #include "text/numbers.h"
 
 namespace orvantis {
@@ -24,7 +25,6 @@ constexpr std::int16_t kEclipticType = 10;
 constexpr std::int16_t kSignType = 11;
 constexpr std::int16_t kEclipseType = 12;
 constexpr std::int16_t kPartialType = 13;
-constexpr char kEclipseGlyph = static_cast<char>(225);
 
 bool IsOfPoint(std::int16_t type) {
     return type < kHouseType || type == line_type::kPointLabel;
@@ -182,7 +182,7 @@ std::string LabelText(std::int16_t code, std::int16_t type) {
         case kSignType:
             return std::string(1, SignGlyph(code));
         case kEclipseType:
-            return std::string(1, kEclipseGlyph);
+            return std::string(1, kSolarEclipseGlyph);
         case kPartialType:
             return MagnitudeText(code);
         default:

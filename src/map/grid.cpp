@@ -41,13 +41,22 @@ void DrawUprightMeridian(double longitude) {
                          rect.top + rect.height + 1, x > mirror ? -90 : 90, 180);
 }
 
-// Multiples of a step from -limit to limit, both included.
-template <typename Draw>
-void ForMultiples(float step, int limit, Draw draw) {
-    // The dialog keeps a step within 1 to 90; a file may hold anything, even no number.
-    const double held = step >= 1 ? std::min(step, 90.0F) : 1;
-    const int count = static_cast<int>(limit / held);
-    for (int i = -count; i <= count; ++i) draw(held * i);
+// A step as it can be drawn: the dialog keeps it within 1 to 90, but a file may hold anything, even
+// no number.
+double HeldStep(float step) {
+    return step >= 1 ? std::min(step, 90.0F) : 1;
+}
+
+// A tilted globe shows parts of every meridian.
+bool MeridianInView(double longitude) {
+    const ViewExtent& view = mapView.extent;
+    const bool tilted = !IsFlat(view.projection) && view.centreLat != 0;
+    return tilted || view.spanLong >= 360 || LongInView(longitude, view.westMin, view.eastMin);
+}
+
+bool ParallelInView(double lat) {
+    const ViewExtent& view = mapView.extent;
+    return !IsFlat(view.projection) || (lat * 60 > view.southMin && lat * 60 < view.northMin);
 }
 
 }  // namespace
@@ -105,21 +114,20 @@ void DrawParallel(double lat, std::int16_t labelKind, std::int16_t labelCode, Ma
 
 void DrawGrid() {
     const MapDocument& document = CurrentMap();
-    const ViewExtent& view = mapView.extent;
     if (document.gridOn == kFalse) return;
 
-    const bool upright = IsFlat(view.projection) || view.centreLat == 0;
-    ForMultiples(document.gridLongStep, 180, [&](double longitude) {
-        // A tilted globe shows parts of every meridian.
-        const bool inView =
-            view.spanLong >= 360 || !upright || LongInView(longitude, view.westMin, view.eastMin);
-        if (inView) DrawMeridian(longitude, kNoMark, 0, MarkEnds::None);
-    });
-    ForMultiples(document.gridLatStep, 90, [&](double lat) {
-        const bool inView =
-            !IsFlat(view.projection) || (lat * 60 > view.southMin && lat * 60 < view.northMin);
-        if (inView) DrawParallel(lat, kNoMark, 0, MarkEnds::None);
-    });
+    const double longStep = HeldStep(document.gridLongStep);
+    const int meridians = static_cast<int>(180 / longStep);
+    for (int i = -meridians; i <= meridians; ++i) {
+        const double longitude = longStep * i;
+        if (MeridianInView(longitude)) DrawMeridian(longitude, kNoMark, 0, MarkEnds::None);
+    }
+    const double latStep = HeldStep(document.gridLatStep);
+    const int parallels = static_cast<int>(90 / latStep);
+    for (int i = -parallels; i <= parallels; ++i) {
+        const double lat = latStep * i;
+        if (ParallelInView(lat)) DrawParallel(lat, kNoMark, 0, MarkEnds::None);
+    }
 }
 
 }  // namespace orvantis

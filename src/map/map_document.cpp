@@ -162,7 +162,11 @@ Flag OpenMap(std::string_view path, Flag redraw) {
     if (TakeRunTimeError(failure)) {
         CurrentMap() = saved;
         std::string text = "Unable to open map file:";
-        text.append(kCrLf).append(path).append(" (").append(failure.description).append(")");
+        text.append(kCrLf)
+            .append(ShownPath(path))
+            .append(" (")
+            .append(failure.description)
+            .append(")");
         if (session.shell != nullptr) {
             session.shell->MessageBox(text, "Orvantis", BoxButtons::Ok, BoxIcon::Error);
         }

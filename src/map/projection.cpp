@@ -31,31 +31,6 @@ std::int16_t HeldPixel(double value) {
     return RoundToInt16(value);
 }
 
-std::int16_t FlatY(std::int16_t latMin) {
-    const ViewExtent& view = mapView.extent;
-    const MapRect& rect = mapView.rect;
-    if (view.projection == projection::kMercator) {
-        const double m = MercatorY(latMin / 60.0);
-        return HeldPixel(rect.top - ((m - view.mercNorth) / view.mercSpan) * rect.height);
-    }
-    const double scale = static_cast<double>(rect.height) / view.spanLatMin;
-    return HeldPixel(rect.top - scale * (latMin + view.offsetLatMin));
-}
-
-std::int16_t FlatX(std::int16_t longMin) {
-    const ViewExtent& view = mapView.extent;
-    const MapRect& rect = mapView.rect;
-    const int span = view.spanLongMin;
-    if (span == kFullCircleMin) {
-        const int east = (longMin + view.offsetLongMin + kFullCircleMin) % kFullCircleMin;
-        return RoundToInt16(rect.left + static_cast<double>(east * rect.width) / span);
-    }
-    const int east =
-        (view.offsetLongMin + kWestReachMin + longMin + kFullCircleMin) % kFullCircleMin -
-        kWestReachMin;
-    return HeldPixel(rect.left + static_cast<double>(rect.width) / span * east);
-}
-
 void ProjectOnGlobe(std::int16_t latMin, std::int16_t longMin, std::int16_t& y, std::int16_t& x) {
     const ViewExtent& view = mapView.extent;
     const MapRect& rect = mapView.rect;
@@ -155,6 +130,31 @@ void RotateCoords(double longitude, double latitude, double sinTilt, double cosT
     const double x = CosD(longitude);
     const double y = sinLong * cosTilt - TanD(latitude) * sinTilt;
     a = Modulo(RadToDeg(ArcTan2(x, y)), 360);
+}
+
+std::int16_t FlatY(std::int16_t latMin) {
+    const ViewExtent& view = mapView.extent;
+    const MapRect& rect = mapView.rect;
+    if (view.projection == projection::kMercator) {
+        const double m = MercatorY(latMin / 60.0);
+        return HeldPixel(rect.top - ((m - view.mercNorth) / view.mercSpan) * rect.height);
+    }
+    const double scale = static_cast<double>(rect.height) / view.spanLatMin;
+    return HeldPixel(rect.top - scale * (latMin + view.offsetLatMin));
+}
+
+std::int16_t FlatX(std::int16_t longMin) {
+    const ViewExtent& view = mapView.extent;
+    const MapRect& rect = mapView.rect;
+    const int span = view.spanLongMin;
+    if (span == kFullCircleMin) {
+        const int east = (longMin + view.offsetLongMin + kFullCircleMin) % kFullCircleMin;
+        return RoundToInt16(rect.left + static_cast<double>(east * rect.width) / span);
+    }
+    const int east =
+        (view.offsetLongMin + kWestReachMin + longMin + kFullCircleMin) % kFullCircleMin -
+        kWestReachMin;
+    return HeldPixel(rect.left + static_cast<double>(rect.width) / span * east);
 }
 
 void ProjectPoint(std::int16_t latMin, std::int16_t longMin, std::int16_t& y, std::int16_t& x) {

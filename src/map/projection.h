@@ -112,6 +112,11 @@ void ClipToMap();
 /// Whole arc-minutes to pixels.
 void ProjectPoint(std::int16_t latMin, std::int16_t longMin, std::int16_t& y, std::int16_t& x);
 
+/// The same on a flat map, where each depends on one of the two alone. A position far outside a
+/// narrow view is held within 32000 pixels.
+std::int16_t FlatY(std::int16_t latMin);
+std::int16_t FlatX(std::int16_t longMin);
+
 /// Pixels to degrees.
 void UnprojectPoint(const MapDocument& doc, float x, float y, float& lat, float& longitude);
 

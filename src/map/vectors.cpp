@@ -36,12 +36,12 @@ constexpr float kCodeFontSize = 6;
 // every minute of latitude and longitude, so that a point costs two look-ups.
 struct VectorPass {
     MapRect rect;
-    bool flat = true;
     bool notFull = false;  // no wrap is looked for
     std::int16_t precision = 5;
     LevelReader reader;
-    std::vector<std::int16_t> yOfLat;   // from -kMostLatMin
-    std::vector<std::int16_t> xOfLong;  // from -kMostLongMin
+    std::vector<std::int16_t> positions;    // of the two tables
+    const std::int16_t* yOfLat = nullptr;   // from -kMostLatMin
+    const std::int16_t* xOfLong = nullptr;  // from -kMostLongMin
 };
 
 struct Pixel {
@@ -50,29 +50,25 @@ struct Pixel {
 };
 
 void FillPositions(VectorPass& pass) {
-    std::int16_t ignored = 0;
-    pass.yOfLat.resize(2 * kMostLatMin + 1);
-    pass.xOfLong.resize(2 * kMostLongMin + 1);
+    pass.positions.resize(2 * kMostLatMin + 1 + 2 * kMostLongMin + 1);
+    std::int16_t* const y = pass.positions.data() + kMostLatMin;
+    std::int16_t* const x = y + kMostLatMin + 1 + kMostLongMin;
     for (int lat = -kMostLatMin; lat <= kMostLatMin; ++lat) {
-        ProjectPoint(static_cast<std::int16_t>(lat), 0,
-                     pass.yOfLat[static_cast<std::size_t>(lat + kMostLatMin)], ignored);
+        y[lat] = FlatY(static_cast<std::int16_t>(lat));
     }
     for (int longitude = -kMostLongMin; longitude <= kMostLongMin; ++longitude) {
-        ProjectPoint(0, static_cast<std::int16_t>(longitude), ignored,
-                     pass.xOfLong[static_cast<std::size_t>(longitude + kMostLongMin)]);
+        x[longitude] = FlatX(static_cast<std::int16_t>(longitude));
     }
+    pass.yOfLat = y;
+    pass.xOfLong = x;
 }
 
 Pixel Position(const VectorPass& pass, std::int16_t lat, std::int16_t longitude) {
-    Pixel pixel;
     const bool onEarth = lat >= -kMostLatMin && lat <= kMostLatMin && longitude >= -kMostLongMin &&
                          longitude <= kMostLongMin;
-    if (pass.flat && onEarth) {
-        pixel.y = pass.yOfLat[static_cast<std::size_t>(lat + kMostLatMin)];
-        pixel.x = pass.xOfLong[static_cast<std::size_t>(longitude + kMostLongMin)];
-    } else {
-        ProjectPoint(lat, longitude, pixel.y, pixel.x);
-    }
+    if (pass.yOfLat != nullptr && onEarth) return {pass.xOfLong[longitude], pass.yOfLat[lat]};
+    Pixel pixel;
+    ProjectPoint(lat, longitude, pixel.y, pixel.x);
     return pixel;
 }
 
@@ -229,11 +225,10 @@ void PlotVectors(Flag printing) {
 
     VectorPass pass;
     pass.rect = mapView.rect;
-    pass.flat = IsFlat(mapView.extent.projection);
     pass.notFull = mapView.extent.spanLong != 360;
     pass.precision = CurrentMap().precision;
     if (!OpenLevel(pass.reader, LevelPath(pass.precision))) return;
-    if (pass.flat) FillPositions(pass);
+    if (IsFlat(mapView.extent.projection)) FillPositions(pass);
 
     plotState.crossings.assign(1, {});
     plotState.plotted = false;

@@ -15,6 +15,7 @@
 #include "session/session_state.h"
 #include "session/settings.h"
 #include "text/run_time_error.h"
+#include "text/strings.h"
 
 namespace orvantis {
 
@@ -36,7 +37,9 @@ fs::path UserDataFolder() {
     if (!dataHome.empty() && dataHome.front() == '/') return dataHome;
     const std::string home = Environment("HOME");
     if (!home.empty()) return fs::path(home) / ".local/share";
-    return fs::temp_directory_path();
+    std::error_code failure;
+    const fs::path temporary = fs::temp_directory_path(failure);
+    return failure ? fs::path("/tmp") : temporary;
 }
 
 // The shipped data: beside an installed program, or in the source tree that it was built in.
@@ -119,20 +122,23 @@ Flag LoadDatabase() {
     if (FileExists(level1) == 0) {
         session.shell->MessageBox(
             "The main database file LEVEL1.PNT was not found in the directory " +
-                session.ProgramDir,
+                ShownPath(session.ProgramDir),
             "Orvantis", BoxButtons::Ok, BoxIcon::Error);
         return kTrue;
     }
+    // Level files that couldn't be made anew may still serve as they are.
     if (LevelsNeedRebuild()) {
         session.shell->ShowProgress("Loading map database for first use...", 0);
-        const Flag failed = GenerateLevels(level1);
+        GenerateLevels(level1);
         session.shell->ShowProgress("", 100);
-        if (failed != 0) return kTrue;
     }
-    // A code that differs between levels leaves the index usable; what can't be read leaves it
-    // empty, and with it the map.
+    // A code that differs between levels leaves the index usable.
     LoadLineIndex();
-    return pointDatabase.count > 0 ? kFalse : kTrue;
+    if (pointDatabase.count > 0) return kFalse;
+    session.shell->MessageBox(
+        ShownPath(level1) + std::string(kCrLf) + "The file holds no map lines.", "Database Error",
+        BoxButtons::Ok, BoxIcon::Error);
+    return kTrue;
 }
 
 ChartStatus ReadChartFromFile(std::string_view path, std::int32_t n, FileChart& fileChart,

@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include "session/session_state.h"
+#include "text/code_page.h"
 #include "text/strings.h"
 
 namespace orvantis {
@@ -104,7 +105,7 @@ int OpenInMode(const std::string& nativePath, std::int16_t mode, std::int16_t& e
 
 void ShowOpenError(std::string_view path, std::int16_t errorNumber) {
     if (session.shell == nullptr) return;
-    std::string text(path);
+    std::string text = ShownPath(path);
     text.append(kCrLf).append(kCrLf).append(RunTimeErrorText(errorNumber));
     session.shell->MessageBox(text, "Open Error", BoxButtons::Ok, BoxIcon::None);
 }
@@ -122,27 +123,49 @@ bool WriteAll(int descriptor, std::int64_t offset, std::span<const std::uint8_t>
     return true;
 }
 
-// Writes the bytes beside the file and renames. Returns the error number, 0 on success.
-std::int16_t ReplaceNative(const std::string& target, std::span<const std::uint8_t> bytes) {
-    // The process number keeps two copies of the program from writing into one another.
-    const std::string aside = target + "~" + std::to_string(::getpid());
+// Writes the bytes aside and gives the file the access rights of the one that it will replace.
+std::int16_t WriteAside(const std::string& aside, const std::string& target,
+                        std::span<const std::uint8_t> bytes) {
     std::int16_t errorNumber = 0;
     const int descriptor = OpenRegular(aside, O_WRONLY | O_CREAT | O_TRUNC, errorNumber);
     if (descriptor < 0) return errorNumber;
-
-    if (!WriteAll(descriptor, 0, bytes)) errorNumber = ErrorOfErrno(errno, aside);
+    struct stat old {};
+    if (::stat(target.c_str(), &old) == 0 && ::fchmod(descriptor, old.st_mode & 07777) != 0) {
+        errorNumber = ErrorOfErrno(errno, aside);
+    }
+    if (errorNumber == 0 && !WriteAll(descriptor, 0, bytes)) {
+        errorNumber = ErrorOfErrno(errno, aside);
+    }
     if (::close(descriptor) != 0 && errorNumber == 0) errorNumber = ErrorOfErrno(errno, aside);
+    return errorNumber;
+}
+
+// Writes the bytes beside the file and renames. Returns the error number, 0 on success.
+std::int16_t ReplaceNative(const std::string& path, std::span<const std::uint8_t> bytes) {
+    std::error_code failure;
+    const fs::path resolved = fs::weakly_canonical(path, failure);
+    const std::string target = failure ? path : resolved.string();
+    if (fs::is_directory(target, failure)) return error::kPathAccess;
+    if (fs::exists(target, failure) && ::access(target.c_str(), W_OK) != 0) {
+        return ErrorOfErrno(errno, target);
+    }
+    // The process number keeps two copies of the program from writing into one another.
+    const std::string aside = target + "~" + std::to_string(::getpid());
+    std::int16_t errorNumber = WriteAside(aside, target, bytes);
     if (errorNumber == 0) {
-        std::error_code failure;
-        if (fs::is_directory(target, failure)) {
-            errorNumber = error::kPathAccess;
-        } else {
-            fs::rename(aside, target, failure);
-            if (failure) errorNumber = ErrorOfErrno(failure.value(), target);
-        }
+        fs::rename(aside, target, failure);
+        if (failure) errorNumber = ErrorOfErrno(failure.value(), target);
     }
     if (errorNumber != 0) ::unlink(aside.c_str());
     return errorNumber;
+}
+
+// True if two names differ at most by the case of the letters a to z. Other letters may have more
+// than one byte in the names of the platform and must be the same.
+bool SameName(std::string_view a, std::string_view b) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [&](char x, char y) { return lower(x) == lower(y); });
 }
 
 // A name in `folder` that is `name` but for the case of its letters; `name` if there is none.
@@ -151,7 +174,7 @@ std::string FindName(const fs::path& folder, const std::string& name) {
     for (fs::directory_iterator it(folder.empty() ? fs::path(".") : folder, failure), end;
          !failure && it != end; it.increment(failure)) {
         std::string candidate = it->path().filename().string();
-        if (SameText(candidate, name)) return candidate;
+        if (SameName(candidate, name)) return candidate;
     }
     return name;
 }
@@ -167,8 +190,8 @@ FileHandle FileOpener(std::string_view path, std::int16_t mode, std::int16_t /*r
         return 0;
     }
     const std::string native = NativePath(path);
-    if (clearReadOnly != 0) {
-        std::error_code ignored;
+    std::error_code ignored;
+    if (clearReadOnly != 0 && fs::is_regular_file(native, ignored)) {
         fs::permissions(native, fs::perms::owner_write, fs::perm_options::add, ignored);
     }
     std::int16_t errorNumber = 0;
@@ -311,7 +334,7 @@ bool ReadWholeFile(std::string_view path, std::int64_t limit, Bytes& bytes) {
     ::close(descriptor);
     if (sized && filled == bytes.size()) return true;
     bytes.clear();
-    RaiseRunTimeError(sized ? error::kDeviceInput : error::kOutOfMemory);
+    RaiseRunTimeError(sized ? error::kDeviceInput : error::kFileTooLarge);
     return false;
 }
 
@@ -340,6 +363,12 @@ std::string NativePath(std::string_view path) {
         found = std::move(next);
     }
     return found.string();
+}
+
+std::string ShownPath(std::string_view path) {
+    std::string native(path);
+    std::replace(native.begin(), native.end(), '\\', '/');
+    return FromUtf8(native);
 }
 
 std::string ProgramPath(std::string_view nativePath) {

@@ -31,8 +31,9 @@ inline constexpr std::int16_t kBinary = 5;      ///< bytes, read and write
 }  // namespace open_mode
 
 /// Opens a file. Modes kRecords and kBinary open an existing file, for reading alone where it may
-/// not be written; they make no new one. `recordLength` (bytes) counts for kRecords alone. With
-/// `clearReadOnly` set, a read-only file is first made writable and stays so.
+/// not be written; they make no new one, since files are made whole by ReplaceFile.
+/// `recordLength` (bytes) is the caller's unit in mode kRecords and isn't kept: positions are bytes
+/// in every mode. With `clearReadOnly` set, a read-only file is first made writable and stays so.
 /// On failure shows the box "Open Error" (the path, a blank line, the reason) and returns 0; an
 /// unknown mode opens nothing and returns 0 without a box.
 FileHandle FileOpener(std::string_view path, std::int16_t mode, std::int16_t recordLength,
@@ -60,15 +61,18 @@ bool ReadBytes(FileHandle file, std::int64_t position, std::span<std::uint8_t> b
 /// Writes bytes at `position`, counted from 1. False, with a run-time error, on failure.
 bool WriteBytes(FileHandle file, std::int64_t position, std::span<const std::uint8_t> bytes);
 
-/// Replaces the file by one that holds just these bytes: written beside it under the name with
-/// "~" added, then renamed, so that whoever reads sees the old file or the new one. On failure
-/// shows "Open Error", leaves the old file as it was and returns false.
+/// Replaces the file by one that holds just these bytes: written beside it under the name with "~"
+/// and the process's number added, then renamed, so that whoever reads sees the old file or the
+/// new one. The file keeps its access rights; what a link points to is replaced, not the link. On
+/// failure (a file that may not be written is one) shows "Open Error", leaves the old file as it
+/// was and returns false.
 bool ReplaceFile(std::string_view path, std::span<const std::uint8_t> bytes);
 
 /// The same without a box; the run-time error tells the reason.
 bool ReplaceFileSilently(std::string_view path, std::span<const std::uint8_t> bytes);
 
-/// Reads a whole file of at most `limit` bytes. False, with a run-time error, on failure.
+/// Reads a whole file of at most `limit` bytes. False, with a run-time error ("File too large" for
+/// a longer file), on failure.
 bool ReadWholeFile(std::string_view path, std::int64_t limit, Bytes& bytes);
 
 /// Deletes a file; a missing one is no error.
@@ -80,6 +84,9 @@ std::optional<std::filesystem::file_time_type> FileDate(std::string_view path);
 /// The platform's form of a path. Where no file of that very name exists, an existing one that
 /// differs by case alone is taken, folder by folder.
 std::string NativePath(std::string_view path);
+
+/// The path as a user reads it in a message: native, in the core's code page.
+std::string ShownPath(std::string_view path);
 
 /// The program's form ("\" between folders) of a platform path.
 std::string ProgramPath(std::string_view nativePath);

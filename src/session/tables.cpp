@@ -77,10 +77,6 @@ const std::array<std::string_view, 13> kSignNames = {
 const std::array<std::string_view, 13> kSignAbbrevs = {"",   "Ar", "Ta", "Ge", "Cn", "Le", "Vi",
                                                        "Li", "Sc", "Sg", "Cp", "Aq", "Pi"};
 
-const std::array<std::string_view, 13> kMonthNames = {
-    "",     "January", "February",  "March",   "April",    "May",     "June",
-    "July", "August",  "September", "October", "November", "December"};
-
 const std::array<std::string_view, 11> kAyanamsaNames = {
     "",        "Tropical",    "Fagan-Allen",  "Lahiri",      "DeLuce",
     "Raman",   "Usha-Shashi", "Krishnamurti", "Djwhal Khul", "Draconic",

@@ -23,7 +23,6 @@ char SignGlyph(std::int16_t sign);
 
 extern const std::array<std::string_view, 13> kSignNames;         ///< 1 to 12
 extern const std::array<std::string_view, 13> kSignAbbrevs;       ///< 1 to 12
-extern const std::array<std::string_view, 13> kMonthNames;        ///< 1 to 12
 extern const std::array<std::string_view, 11> kAyanamsaNames;     ///< 1 to 10
 extern const std::array<std::string_view, 10> kHouseSystemNames;  ///< 1 to 9
 extern const std::array<std::string_view, 15> kLineTypeNames;     ///< 0 to 14

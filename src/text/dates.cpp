@@ -1,19 +1,17 @@
 #include "text/dates.h"
 
-#include <array>
 #include <cmath>
-#include <string_view>
 
 #include "text/numbers.h"
 #include "text/strings.h"
 
 namespace orvantis {
 
-namespace {
-
-constexpr std::array<std::string_view, 13> kMonths = {
+const std::array<std::string_view, 13> kMonthNames = {
     "",     "January", "February",  "March",   "April",    "May",     "June",
     "July", "August",  "September", "October", "November", "December"};
+
+namespace {
 
 // The first Gregorian day, 15 October 1582, as year + month / 100 + day / 10000.
 constexpr double kFirstGregorianDay = 1582.1015;
@@ -46,7 +44,7 @@ std::string FormatDateText(std::int16_t day, std::int16_t month, std::int16_t ye
                            Flag monthFirst) {
     const std::string dayText = std::to_string(ClampInt(day, 1, 31));
     const std::string monthText(
-        kMonths[static_cast<std::size_t>(ClampInt(month, 1, 12))].substr(0, 3));
+        kMonthNames[static_cast<std::size_t>(ClampInt(month, 1, 12))].substr(0, 3));
     const std::string yearText = year < 1 ? ZeroPadded(1 - year, 4) + " BC" : ZeroPadded(year, 4);
     const std::string& first = monthFirst != 0 ? monthText : dayText;
     const std::string& second = monthFirst != 0 ? dayText : monthText;

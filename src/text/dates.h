@@ -5,12 +5,17 @@
 // here depends on who keeps them.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "surface/values.h"
 
 namespace orvantis {
+
+/// "January" to "December", 1 to 12; element 0 stands empty.
+extern const std::array<std::string_view, 13> kMonthNames;
 
 /// Julian day of a civil date; the day may have a fraction. The calendar is the Gregorian one from
 /// 15 October 1582 on and the Julian one before; with `calendarOverride` set it is the other one.

@@ -38,9 +38,10 @@ std::int16_t ClampInt(std::int16_t value, std::int16_t low, std::int16_t high) {
 }
 
 void SplitDMS(float value, std::int16_t& whole, std::int16_t& minutes, std::int16_t& seconds) {
-    whole = RoundToInt16(std::floor(value));
-    minutes = RoundToInt16(std::floor((value - whole) * 60));
-    seconds = RoundToInt16(std::floor((value - whole - static_cast<float>(minutes) / 60) * 3600));
+    const double exact = value;
+    whole = RoundToInt16(std::floor(exact));
+    minutes = RoundToInt16(std::floor((exact - whole) * 60));
+    seconds = RoundToInt16(std::floor((exact - whole - minutes / 60.0) * 3600));
 }
 
 double AngularDistance(float long1, float lat1, float long2, float lat2) {

@@ -49,7 +49,7 @@ inline double JulianCenturies(double julianDay) {
     return (julianDay - 2415020.0) / 36525.0;
 }
 
-/// Whole units, minutes and seconds of a value, each by floor, in 32-bit arithmetic.
+/// Whole units, minutes and seconds of a value, each by floor.
 void SplitDMS(float value, std::int16_t& whole, std::int16_t& minutes, std::int16_t& seconds);
 
 /// Great-circle distance in degrees by the spherical law of cosines. Arguments in degrees.

@@ -32,6 +32,8 @@ std::string RunTimeErrorText(std::int16_t number) {
             return "Disk full";
         case error::kPastEnd:
             return "Input past end of file";
+        case error::kFileTooLarge:
+            return "File too large";
         case error::kTooManyFiles:
             return "Too many files";
         case error::kPermission:

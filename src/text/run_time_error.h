@@ -26,6 +26,7 @@ inline constexpr std::int16_t kFileAlreadyOpen = 55;
 inline constexpr std::int16_t kDeviceInput = 57;
 inline constexpr std::int16_t kDiskFull = 61;
 inline constexpr std::int16_t kPastEnd = 62;
+inline constexpr std::int16_t kFileTooLarge = 63;
 inline constexpr std::int16_t kTooManyFiles = 67;
 inline constexpr std::int16_t kPermission = 70;
 inline constexpr std::int16_t kPathAccess = 75;

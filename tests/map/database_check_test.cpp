@@ -379,9 +379,12 @@ TEST_F(DatabaseCheck, FindsAnEdgeAlongTheDateLine) {
         auto lines = SmallWorld();
         lines[1].points = {{5, 0, longitude}, {5, 10, longitude}};
         const std::string place = longitude > 0 ? " 180E00" : " 180W00";
-        ExpectOnly(
-            Check(lines), DatabaseRule::DateLine, 2000,
-            "The segment from 00N00" + place + " to 00N10" + place + " runs along the date line.");
+        ExpectOnly(Check(lines), DatabaseRule::DateLine, 2000,
+                   std::string("The segment from 00N00")
+                       .append(place)
+                       .append(" to 00N10")
+                       .append(place)
+                       .append(" runs along the date line."));
     }
 }
 

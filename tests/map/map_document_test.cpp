@@ -1,6 +1,5 @@
 #include "map/map_document.h"
 
-#include <filesystem>
 #include <limits>
 
 #include "map/map_fixture.h"
@@ -8,8 +7,6 @@
 
 namespace orvantis {
 namespace {
-
-namespace fs = std::filesystem;
 
 // What the connection points were called with.
 std::vector<std::string> calls;

@@ -103,6 +103,29 @@ TEST_F(Files, AFailedReplaceTellsTheUserAndLeavesTheOldFile) {
     EXPECT_TRUE(std::filesystem::is_directory(folder_.File("held")));
 }
 
+TEST_F(Files, AReplacedFileKeepsItsAccessRightsAndALinkStaysALink) {
+    namespace fs = std::filesystem;
+    const std::string path = folder_.Write("a.bin", "old");
+    fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);
+    fs::create_symlink(path, folder_.File("link.bin"));
+    EXPECT_TRUE(ReplaceFile(folder_.File("link.bin"), Bytes{'n'}));
+    EXPECT_TRUE(fs::is_symlink(folder_.File("link.bin")));
+    EXPECT_EQ(FileBytes(path), Bytes{'n'});
+    EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(Files, WriteTextReplacesAndAppendTextAdds) {
+    const std::string path = folder_.Write("a.txt", "old text");
+    FileHandle file = FileOpener(path, open_mode::kWriteText, 0, kFalse);
+    EXPECT_EQ(FileLength(file), 0);
+    EXPECT_TRUE(WriteBytes(file, 1, Bytes{'a'}));
+    CloseFile(file);
+    file = FileOpener(path, open_mode::kAppendText, 0, kFalse);
+    EXPECT_TRUE(WriteBytes(file, FileLength(file) + 1, Bytes{'b'}));
+    CloseFile(file);
+    EXPECT_EQ(FileBytes(path), (Bytes{'a', 'b'}));
+}
+
 TEST_F(Files, ReadWholeFileRefusesMoreThanItsLimit) {
     const std::string path = folder_.Write("a.bin", "abcd");
     Bytes bytes;
@@ -127,6 +150,9 @@ TEST_F(Files, DiskErrorsShowTheirWordsAndMapTheAnswer) {
         {57, "Internal disk error.|YesNo|Exclamation", BoxAnswer::No, 3},
         {61, "Disk is full. Continue?|YesNoCancel|Question", BoxAnswer::Yes, 3},
         {61, "Disk is full. Continue?|YesNoCancel|Question", BoxAnswer::Cancel, 2},
+        {76, "Path does not exist.|Ok|Exclamation", BoxAnswer::Retry, 0},
+        {76, "Path does not exist.|Ok|Exclamation", BoxAnswer::Ignore, 1},
+        {76, "Path does not exist.|Ok|Exclamation", BoxAnswer::Abort, 2},
         {62,
          "File has nonstandard end-of-file marker, or an attempt has been made to read beyond the "
          "end-of-file marker.|Ok|Exclamation",

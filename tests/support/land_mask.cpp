@@ -41,7 +41,7 @@ LandMask::LandMask(std::string_view path) {
     for (int row = 0; row < rows_; ++row) {
         const std::size_t runs = reader.Take();
         for (std::size_t run = 0; run < runs; ++run) {
-            land_.insert(land_.end(), reader.Take(), run % 2 == 1);
+            land_.insert(land_.end(), reader.Take(), run % 2);
         }
     }
     const auto cells = static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows_);
@@ -53,7 +53,7 @@ bool LandMask::IsLand(double lat, double longitude) const {
     const int column = static_cast<int>((turn - std::floor(turn)) * columns_);
     const int row = std::clamp(static_cast<int>((90 - lat) / 180 * rows_), 0, rows_ - 1);
     return land_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
-                 static_cast<std::size_t>(std::min(column, columns_ - 1))];
+                 static_cast<std::size_t>(std::min(column, columns_ - 1))] != 0;
 }
 
 }  // namespace orvantis

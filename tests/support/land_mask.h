@@ -3,6 +3,7 @@
 // thinning nor the drawing with the program.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -21,7 +22,7 @@ class LandMask {
   private:
     int columns_ = 0;
     int rows_ = 0;
-    std::vector<bool> land_;
+    std::vector<std::uint8_t> land_;  // 1 land, 0 water
 };
 
 }  // namespace orvantis
