@@ -153,7 +153,7 @@ void PlotChartLines(Flag printing, Flag fullPlot, std::int16_t slot) {
 
     chartLines.anyVisible = false;
     if (session.ChartNumber >= 1) PlotLinesOfChart(printing, slot);
-    if (session.EclipseNumber != 0 && plotEclipseLines != nullptr) plotEclipseLines(printing);
+    if (session.EclipseNumber >= 1 && plotEclipseLines != nullptr) plotEclipseLines(printing);
     AskAboutHiddenLines();
     chartLines.askedByUser = kFalse;
 

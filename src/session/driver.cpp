@@ -90,11 +90,19 @@ void SetPaths(const StartPaths& paths) {
     session.UserColourFile = session.UserDataPath + "orvantis.pco";
 }
 
-void ReadPreferences() {
-    LoadPointSelection(session.PointFile);
+// The user's file if it is there, else the shipped one: a folder that can't be written to still
+// shows a map with its lines.
+std::string OwnOrShipped(const StartPaths& paths, const char* name) {
+    std::string own = session.UserDataPath + name;
+    if (FileExists(own) != 0 || paths.shippedData.empty()) return own;
+    return ProgramPath(paths.shippedData) + "\\" + name;
+}
+
+void ReadPreferences(const StartPaths& paths) {
+    LoadPointSelection(OwnOrShipped(paths, "ovdeflt.pts"));
     const bool own = FileExists(session.UserColourFile) != 0;
-    LoadPointColours(own ? session.UserColourFile : session.ColourFile);
-    const std::string defaults = session.UserDataPath + "default.ovs";
+    LoadPointColours(own ? session.UserColourFile : OwnOrShipped(paths, "brimwell.cpt"));
+    const std::string defaults = OwnOrShipped(paths, "default.ovs");
     if (FileExists(defaults) != 0) LoadSettings(defaults, kFalse);
 }
 
@@ -113,7 +121,7 @@ void StartSession(const StartPaths& paths, Shell& shell) {
     ConnectRooms();
     SetPaths(paths);
     SeedProgramDir(paths);
-    ReadPreferences();
+    ReadPreferences(paths);
     OpenSwissEphemeris(session.SwissEphemPath);
 }
 
@@ -143,6 +151,8 @@ Flag LoadDatabase() {
 
 ChartStatus ReadChartFromFile(std::string_view path, std::int32_t n, FileChart& fileChart,
                               RunTimeError& reason) {
+    TakeRunTimeError(reason);  // what stood before belongs to others
+    reason = {};
     std::int32_t count = 0;
     const FileHandle file = OpenChartFile(path, count, kFalse);
     if (file < 1) {
@@ -152,8 +162,9 @@ ChartStatus ReadChartFromFile(std::string_view path, std::int32_t n, FileChart& 
     const bool held = n >= 1 && n <= count;
     const bool read = held && ReadChart(type, file, n, fileChart);
     CloseChartFile(type, file);
-    if (TakeRunTimeError(reason) || (held && !read)) return ChartStatus::BadRecord;
-    return held ? ChartStatus::Ok : ChartStatus::NoSuchChart;
+    TakeRunTimeError(reason);
+    if (!held) return ChartStatus::NoSuchChart;
+    return read ? ChartStatus::Ok : ChartStatus::BadRecord;
 }
 
 ChartStatus OpenChart(std::string_view path, std::int32_t n, RunTimeError& reason) {

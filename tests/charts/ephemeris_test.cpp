@@ -176,13 +176,13 @@ TEST_F(Ephemeris, TheMotionFlagFollowsTheSpeed) {
     }
 }
 
-TEST_F(Ephemeris, TheSunAndTheEarthAreGivenForAnyRange) {
+TEST_F(Ephemeris, MoonSunAndEarthAreGivenForAnyRange) {
     CalcPlanets(1, 5, 6, JulianCenturies(kJ2000), 0, 0, 1, kTrue, "", kTrue, kTrue);
     EXPECT_GT(calcChart[1].Lon[3], 0);
     EXPECT_GT(calcChart[1].Lon[2], 0);
     EXPECT_GT(calcChart[1].Lon[5], 0);
     EXPECT_GT(calcChart[1].Lon[6], 0);
-    EXPECT_EQ(calcChart[1].Lon[1], 0);
+    EXPECT_GT(calcChart[1].Lon[1], 0);
     EXPECT_EQ(calcChart[1].Lon[7], 0);
     calcChart = {};
     CalcPlanets(1, 1, 3, JulianCenturies(kJ2000), 0, 0, 1, kTrue, "", kTrue, kTrue);
