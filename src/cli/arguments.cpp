@@ -5,8 +5,6 @@
 #include <cmath>
 #include <iostream>
 
-#include "session/files.h"
-
 namespace orvantis::cli {
 
 namespace {
@@ -62,14 +60,6 @@ std::optional<Arguments> TakeApart(const std::vector<std::string>& words,
         }
     }
     return arguments;
-}
-
-ChartAddress ParseChartAddress(const std::string& text) {
-    const std::size_t colon = text.rfind(':');
-    if (colon == std::string::npos || FileExists(text) != 0) return {text, 1};
-    const std::optional<std::int32_t> number = ParseInteger(text.substr(colon + 1));
-    if (!number) return {text, 1};
-    return {text.substr(0, colon), *number};
 }
 
 std::optional<std::vector<std::int16_t>> ParseNumberList(std::string_view text, std::int16_t low,

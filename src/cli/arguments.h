@@ -37,13 +37,6 @@ struct Arguments {
 /// Takes the words after the verb apart. On a wrong call complains and gives no value.
 std::optional<Arguments> TakeApart(const std::vector<std::string>& words, const OptionNames& names);
 
-/// "FILE" or "FILE:N". A name that exists as it stands is a file, whatever it ends in.
-struct ChartAddress {
-    std::string path;
-    std::int32_t number = 1;
-};
-ChartAddress ParseChartAddress(const std::string& text);
-
 /// A list such as "1,3,5-12" of numbers from `low` to `high`; no value if it is malformed.
 std::optional<std::vector<std::int16_t>> ParseNumberList(std::string_view text, std::int16_t low,
                                                          std::int16_t high);

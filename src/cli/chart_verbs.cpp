@@ -1,4 +1,5 @@
 // The verbs "chart" and "charts".
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <iomanip>
@@ -7,6 +8,7 @@
 
 #include "charts/CALCCHRT.h"
 #include "cli/verbs.h"
+#include "session/chart_place.h"
 #include "session/driver.h"
 #include "session/files.h"
 #include "session/settings.h"
@@ -53,7 +55,7 @@ Json ChartJson(const CalcChart& chart) {
             {"ramc", chartNow.RAMCNow},
             {"zodiacOffset", chartNow.ZodiacOffsetNow},
             {"latitude", chartNow.PlaceLat},
-            {"longitude", -chartNow.PlaceLongW},
+            {"longitude", 0.0 - chartNow.PlaceLongW},
             {"houseSystem", chart.HouseSystem},
             {"cusps", cusps},
             {"points", points}};
@@ -107,7 +109,7 @@ Json ListedChart(std::int32_t number, const ChartEvent& event) {
             {"place", ToUtf8(Trim(event.place))},
             {"country", ToUtf8(Trim(event.country))},
             {"latitude", event.latitude},
-            {"longitude", -event.longitude}};
+            {"longitude", 0.0F - event.longitude}};
 }
 
 void PrintListedChart(const Json& chart) {
@@ -115,13 +117,6 @@ void PrintListedChart(const Json& chart) {
               << chart["date"].get<std::string>() << ", " << chart["time"].get<std::string>() << " "
               << chart["zoneName"].get<std::string>() << ", " << chart["place"].get<std::string>()
               << ", " << chart["country"].get<std::string>() << "\n";
-}
-
-// The reason why there is no chart file of a name.
-std::string WhyNoFile(const std::string& path) {
-    std::error_code failure;
-    return std::filesystem::exists(NativePath(path), failure) ? "not a file that can be read"
-                                                              : "File not found";
 }
 
 int UnreadableChartFile(const std::string& path, const CliShell& shell) {
@@ -132,36 +127,45 @@ int UnreadableChartFile(const std::string& path, const CliShell& shell) {
     return Complain(kUnreadable, path, WhyNoFile(path));
 }
 
-int BadRecord(const std::string& path, std::int32_t n, const RunTimeError& reason) {
-    return Complain(kUnreadable, path + ":" + std::to_string(n),
-                    "the record can't be read (" + reason.description + ")");
-}
-
-// Writes the charts of an open file one by one, as they are read: a file may hold any number. A
-// record that can't be read is told and passed over.
+// Writes the charts of an open file one by one, as they are read: a file may hold any number.
+// Records that can't be read are passed over, and told in one line at the end.
 int ListCharts(const std::string& path, std::int16_t type, FileHandle file, std::int32_t count,
                bool json) {
-    int exitCode = kDone;
-    bool first = true;
+    std::int32_t listedCount = 0;
+    std::int32_t firstBad = 0;
+    RunTimeError firstReason;
     if (json) std::cout << "{\n  \"type\": " << type << ",\n  \"charts\": [";
     for (std::int32_t n = 1; n <= count && std::cout; ++n) {
         FileChart chart;
         if (!ReadChart(type, file, n, chart)) {
             RunTimeError reason;
             TakeRunTimeError(reason);
-            exitCode = BadRecord(path, n, reason);
+            if (firstBad == 0) {
+                firstBad = n;
+                firstReason = reason;
+            }
             continue;
         }
         const Json listed = ListedChart(n, chart.event);
         if (json) {
-            std::cout << (first ? "\n    " : ",\n    ") << listed.dump();
+            std::cout << (listedCount == 0 ? "\n    " : ",\n    ") << listed.dump();
         } else {
             PrintListedChart(listed);
         }
-        first = false;
+        ++listedCount;
     }
     if (json) std::cout << "\n  ]\n}\n";
-    return exitCode;
+    if (firstBad == 0 || !std::cout) return kDone;
+    return Complain(kUnreadable, path,
+                    std::to_string(count - listedCount) + " of " + std::to_string(count) +
+                        " records can't be read, the first " + std::to_string(firstBad) + " (" +
+                        firstReason.description + ")");
+}
+
+// True if some body of the chart has a position.
+bool HasPositions(const CalcChart& chart) {
+    return std::any_of(chart.Lon.begin() + point::kMoon, chart.Lon.begin() + point::kNorthNode,
+                       [](double longitude) { return longitude >= 0; });
 }
 
 }  // namespace
@@ -171,7 +175,8 @@ const std::string_view kChartHelp =
 
 Calculates chart N of a chart file (the first if N isn't given).
 --json prints degrees; latitude is north positive, longitude EAST positive. A point that isn't
-calculated has "lon" below 0. "deltaT" is in seconds, speeds are degrees a day.
+calculated has "lon" below 0; if no body is, the exit code is 1. What else is complained of while the
+exit code is 0 left the rest of the chart as it should be. "deltaT" is in seconds, speeds are degrees a day.
 
 Example: orvantis-cli chart data/sample.cht:2 --json
 )";
@@ -185,22 +190,34 @@ the hours that are added to the clock's time to reach Universal Time.
 Example: orvantis-cli charts data/sample.cht
 )";
 
+std::string WhyNoFile(const std::string& path) {
+    std::error_code failure;
+    return std::filesystem::exists(NativePath(path), failure) ? "not a file that can be read"
+                                                              : "File not found";
+}
+
 int OpenNamedChart(const std::string& address, const CliShell& shell) {
-    const ChartAddress chart = ParseChartAddress(address);
+    std::string path;
+    std::int32_t number = 1;
+    if (!SplitChartPlace(address, path, number)) {
+        return Complain(kWrongCall, address, "a chart's number, from 1, must follow the colon");
+    }
     RunTimeError reason;
-    switch (OpenChart(chart.path, chart.number, reason)) {
+    switch (OpenChart(path, number, reason)) {
         case ChartStatus::Ok:
-            return kDone;
+            if (HasPositions(calcChart[1])) return kDone;
+            return shell.complained ? kWorkFailed
+                                    : Complain(kWorkFailed, address, "has no positions");
         case ChartStatus::NoSuchChart:
-            return Complain(kUnreadable, chart.path,
-                            "holds no chart " + std::to_string(chart.number));
+            return Complain(kUnreadable, path, "holds no chart " + std::to_string(number));
         case ChartStatus::BadRecord:
-            return BadRecord(chart.path, chart.number, reason);
+            return Complain(kUnreadable, path + ":" + std::to_string(number),
+                            "the record can't be read (" + reason.description + ")");
         case ChartStatus::Failed:
             return shell.complained ? kWorkFailed
                                     : Complain(kWorkFailed, address, "can't be calculated");
         default:
-            return UnreadableChartFile(chart.path, shell);
+            return UnreadableChartFile(path, shell);
     }
 }
 

@@ -71,7 +71,7 @@ int RunDatabase(const std::vector<std::string>& words, CliShell& shell) {
         call->words.size() == 2 && (call->words[0] == "build" || call->words[0] == "check");
     if (!known) return Complain(kWrongCall, "database", "takes build FILE or check FILE");
     const std::string& path = call->words[1];
-    if (FileExists(path) == 0) return Complain(kUnreadable, path, "File not found");
+    if (FileExists(path) == 0) return Complain(kUnreadable, path, WhyNoFile(path));
     return call->words[0] == "build" ? Build(path, shell) : Check(path);
 }
 

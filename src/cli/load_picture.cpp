@@ -32,7 +32,9 @@ const PictureModule* LoadPictureModule() {
             Complain(kWorkFailed, kPictureModuleFile, ::dlerror());
             return nullptr;
         }
-        return static_cast<const PictureModule*>(::dlsym(library, kPictureModuleSymbol));
+        const void* symbol = ::dlsym(library, kPictureModuleSymbol);
+        if (symbol == nullptr) Complain(kWorkFailed, kPictureModuleFile, ::dlerror());
+        return static_cast<const PictureModule*>(symbol);
     }();
     return module;
 }

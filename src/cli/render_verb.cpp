@@ -32,6 +32,14 @@ bool IsSize(std::optional<std::int32_t> number) {
     return number && *number >= kLeastSize && *number <= kMostSize;
 }
 
+// What a call asks for; a value that it doesn't name is empty.
+struct RenderCall {
+    SurfaceSize size{1920, 1080};
+    std::optional<std::int16_t> projection;
+    std::optional<std::int16_t> precision;
+    std::optional<std::array<float, 4>> view;  // south, west, north, east, degrees
+};
+
 // "WIDTHxHEIGHT" in pixels.
 int ParseSize(const std::string& text, SurfaceSize& size) {
     const std::size_t cross = text.find('x');
@@ -47,8 +55,10 @@ int ParseSize(const std::string& text, SurfaceSize& size) {
     return kDone;
 }
 
-// "S,W,N,E" in degrees.
-int ApplyView(const std::string& text) {
+// "S,W,N,E" in degrees, at least a minute of arc high and wide; equal west and east are the whole
+// way round.
+int ParseView(const std::string& text, std::optional<std::array<float, 4>>& view) {
+    constexpr float kLeast = 1.0F / 60;
     std::array<float, 4> edges{};
     std::string_view rest = text;
     bool good = true;
@@ -62,56 +72,88 @@ int ApplyView(const std::string& text) {
         edges[i] = static_cast<float>(*number);
         rest.remove_prefix(comma == std::string_view::npos ? rest.size() : comma + 1);
     }
-    if (!good || edges[0] >= edges[2]) {
+    const float wide = std::abs(edges[3] - edges[1]);
+    if (!good || edges[2] - edges[0] < kLeast || (wide != 0 && wide < kLeast)) {
         return Complain(kWrongCall, "--view " + text,
                         "S,W,N,E in degrees is needed, south below north");
     }
-    MapDocument& map = CurrentMap();
-    map.south = edges[0];
-    map.west = edges[1];
-    map.north = edges[2];
-    map.east = edges[3];
+    view = edges;
     return kDone;
 }
 
-// What the call changes of the map document.
-int ApplyMapOptions(const Arguments& call) {
-    MapDocument& map = CurrentMap();
-    if (const auto name = call.Value("--projection")) {
-        const auto* found = std::find(kProjections.begin(), kProjections.end(), *name);
-        if (found == kProjections.end()) {
-            return Complain(kWrongCall, "--projection " + *name,
-                            "cartesian, mercator, sphere or oblate is needed");
-        }
-        SetViewExtent();
-        const std::int16_t before = map.projection;
-        map.projection = static_cast<std::int16_t>(found - kProjections.begin());
-        ChangeProjection(map.projection, before);
+int ParseProjection(const std::string& name, std::optional<std::int16_t>& projection) {
+    const auto* found = std::find(kProjections.begin(), kProjections.end(), name);
+    if (found == kProjections.end()) {
+        return Complain(kWrongCall, "--projection " + name,
+                        "cartesian, mercator, sphere or oblate is needed");
     }
-    if (const auto precision = call.Value("--precision")) {
-        const auto number = ParseInteger(*precision);
-        if (!number || *number < 1 || *number > 5) {
-            return Complain(kWrongCall, "--precision " + *precision,
-                            "a number from 1 (finest) to 5 is needed");
-        }
-        map.precision = static_cast<std::int16_t>(*number);
-    }
-    if (const auto view = call.Value("--view")) return ApplyView(*view);
+    projection = static_cast<std::int16_t>(found - kProjections.begin());
     return kDone;
+}
+
+int ParsePrecision(const std::string& text, std::optional<std::int16_t>& precision) {
+    const auto number = ParseInteger(text);
+    if (!number || *number < 1 || *number > 5) {
+        return Complain(kWrongCall, "--precision " + text,
+                        "a number from 1 (finest) to 5 is needed");
+    }
+    precision = static_cast<std::int16_t>(*number);
+    return kDone;
+}
+
+// Everything that can be wrong with the call itself, before any work.
+int ParseCall(const Arguments& call, RenderCall& render) {
+    const auto out = call.Value("-o");
+    if (!out) return Complain(kWrongCall, "render", "-o OUT.png is needed");
+    if (!LowerCase(*out).ends_with(".png")) {
+        return Complain(kWrongCall, "-o " + *out, "a name that ends in .png is needed");
+    }
+    if (call.words.size() > 1) return Complain(kWrongCall, "render", "takes one FILE[:N]");
+    int status = kDone;
+    if (const auto text = call.Value("--size")) status = ParseSize(*text, render.size);
+    if (const auto text = call.Value("--projection"); text && status == kDone) {
+        status = ParseProjection(*text, render.projection);
+    }
+    if (const auto text = call.Value("--precision"); text && status == kDone) {
+        status = ParsePrecision(*text, render.precision);
+    }
+    if (const auto text = call.Value("--view"); text && status == kDone) {
+        status = ParseView(*text, render.view);
+    }
+    return status;
+}
+
+// What the call changes of the map document. The edges are those of a flat view; a globe then
+// looks at their middle.
+void ApplyToMap(const RenderCall& render) {
+    MapDocument& map = CurrentMap();
+    if (render.precision) map.precision = *render.precision;
+    const std::int16_t wanted = render.projection.value_or(map.projection);
+    if (render.view) {
+        map.south = (*render.view)[0];
+        map.west = (*render.view)[1];
+        map.north = (*render.view)[2];
+        map.east = (*render.view)[3];
+        if (!IsFlat(map.projection) || !IsFlat(wanted)) map.projection = projection::kCartesian;
+    }
+    if (wanted == map.projection || (render.view && IsFlat(wanted))) {
+        map.projection = wanted;
+        return;
+    }
+    SetViewExtent();
+    const std::int16_t before = map.projection;
+    map.projection = wanted;
+    ChangeProjection(wanted, before);
 }
 
 // Settings, points and map that the call names.
 int LoadNamedFiles(const Arguments& call) {
     for (const std::string_view option : {"--settings", "--points", "--map"}) {
         const auto path = call.Value(option);
-        if (path && FileExists(*path) == 0) return Complain(kUnreadable, *path, "File not found");
+        if (path && FileExists(*path) == 0) return Complain(kUnreadable, *path, WhyNoFile(*path));
     }
-    if (const auto path = call.Value("--settings")) {
-        Bytes bytes;
-        if (!ReadWholeFile(*path, 1 << 20, bytes) || bytes.size() < 340) {
-            return Complain(kUnreadable, *path, "not a settings file");
-        }
-        LoadSettings(*path, kFalse);
+    if (const auto path = call.Value("--settings"); path && LoadSettings(*path, kFalse) != 0) {
+        return Complain(kUnreadable, *path, "not a settings file");
     }
     if (const auto path = call.Value("--points")) LoadPointSelection(*path);
     if (const auto path = call.Value("--map")) {
@@ -145,7 +187,7 @@ const std::string_view kRenderHelp =
 
 Draws the map with the lines of chart N (the first if N isn't given), or without a chart, as the
 window shows it. The view's edges are degrees; latitude north positive, longitude EAST positive;
-a west above its east crosses the date line.
+a west above its east crosses the date line. A globe looks at the middle of the view.
 --json prints the view and where the map lies in the picture, in pixels.
 
 Example: orvantis-cli render data/sample.cht:1 -o world.png --size 1600x900 --precision 1
@@ -157,29 +199,20 @@ int RunRender(const std::vector<std::string>& words, CliShell& shell) {
                            "--precision", "--view"},
                           {"--json"}});
     if (!call) return kWrongCall;
-    const auto out = call->Value("-o");
-    if (!out) return Complain(kWrongCall, "render", "-o OUT.png is needed");
-    if (!LowerCase(*out).ends_with(".png")) {
-        return Complain(kWrongCall, "-o " + *out, "a name that ends in .png is needed");
-    }
-    if (call->words.size() > 1) return Complain(kWrongCall, "render", "takes one FILE[:N]");
-    SurfaceSize size{1920, 1080};
-    if (const auto text = call->Value("--size")) {
-        const int parsed = ParseSize(*text, size);
-        if (parsed != kDone) return parsed;
-    }
-
+    RenderCall render;
+    int status = ParseCall(*call, render);
+    if (status != kDone) return status;
     if (LoadDatabase() != 0) return kUnreadable;
-    int status = LoadNamedFiles(*call);
-    if (status == kDone) status = ApplyMapOptions(*call);
-    if (status == kDone && !call->words.empty()) {
-        status = OpenNamedChart(call->words.front(), shell);
-    }
+    status = LoadNamedFiles(*call);
+    if (status != kDone) return status;
+    ApplyToMap(render);
+    if (!call->words.empty()) status = OpenNamedChart(call->words.front(), shell);
     if (status != kDone) return status;
 
     const PictureModule* module = LoadPictureModule();
     if (module == nullptr) return kWorkFailed;
-    const std::unique_ptr<DrawingSurface> surface(module->makeSurface(size.width, size.height));
+    const std::unique_ptr<DrawingSurface> surface(
+        module->makeSurface(render.size.width, render.size.height));
     session.picture = surface.get();
     shell.complained = false;
     PlotMap4(kFalse, *surface, kTrue);
@@ -187,7 +220,8 @@ int RunRender(const std::vector<std::string>& words, CliShell& shell) {
     if (shell.complained) return kWorkFailed;
     Image image;
     surface->CopyImage(image);
-    if (!module->savePng(*out, image)) return Complain(kWorkFailed, *out, "can't be written");
+    const std::string out = *call->Value("-o");
+    if (!module->savePng(out, image)) return Complain(kWorkFailed, out, "can't be written");
     if (call->Has("--json")) PrintView();
     return kDone;
 }

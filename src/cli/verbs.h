@@ -28,6 +28,9 @@ int RunLines(const std::vector<std::string>& words, CliShell& shell);
 int RunRender(const std::vector<std::string>& words, CliShell& shell);
 int RunDatabase(const std::vector<std::string>& words, CliShell& shell);
 
+/// Why a file can't be opened, where opening it gives no reason of its own.
+std::string WhyNoFile(const std::string& path);
+
 /// Calculates the chart that a call names and puts it on display. Returns an exit code; on a
 /// failure the user has been told.
 int OpenNamedChart(const std::string& address, const CliShell& shell);

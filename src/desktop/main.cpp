@@ -10,6 +10,7 @@
 #include "desktop/window_options.h"
 #include "map/map_document.h"
 #include "raster/qt_gui.h"
+#include "session/commands.h"
 #include "session/driver.h"
 #include "session/files.h"
 #include "session/session_state.h"
@@ -61,16 +62,17 @@ int RunWindow(const WindowOptions& options) {
     StartSession(SystemPaths(), shell);
     MainWindow window;
     session.picture = &window.Picture();
+    closeMainWindow = [] { QApplication::closeAllWindows(); };
 
     int result = LoadDatabase() != 0 ? kFailed : OpenAskedChart(options);
-    if (result == kDone) {
+    if (result == kDone && !EndWasAsked()) {
         NewMap(kFalse);
         shell.SetTitle(Caption());
         shell.SetWindow(&window);
         window.show();
         window.RedrawMap();
         session.StartupDone = kTrue;
-        result = QApplication::exec();
+        if (!EndWasAsked()) result = QApplication::exec();
     }
     session.picture = nullptr;
     EndSession();

@@ -1,19 +1,28 @@
 #include "desktop/main_window.h"
 
+#include <QAction>
 #include <QEvent>
+#include <QKeySequence>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPaintEvent>
 #include <QPainter>
 #include <cmath>
 
 #include "map/plot.h"
+#include "session/commands.h"
 #include "session/session_state.h"
+#include "text/code_page.h"
 
 namespace orvantis {
 
 namespace {
 
 constexpr double kDotsPerInch = 96;
+
+QString TextOf(std::string_view bytes) {
+    return QString::fromStdString(ToUtf8(bytes));
+}
 
 }  // namespace
 
@@ -57,11 +66,20 @@ MainWindow::MainWindow() : map_(new MapWidget(this)) {
     resized_.setInterval(0);
     connect(&resized_, &QTimer::timeout, this, [this] { RedrawMap(); });
 
-    QMenu* chart = menuBar()->addMenu(QStringLiteral("&Chart"));
-    chart->addAction(QStringLiteral("E&xit"), this, [this] { close(); });
-    QMenu* map = menuBar()->addMenu(QStringLiteral("&Map"));
-    QAction* redraw = map->addAction(QStringLiteral("&ReDraw"), this, [this] { RedrawMap(); });
-    redraw->setShortcut(Qt::Key_F4);
+    BuildMenus();
+}
+
+void MainWindow::BuildMenus() {
+    QMenu* menu = nullptr;
+    QString menuCaption;
+    for (const Command& command : Commands()) {
+        const QString caption = TextOf(command.menu);
+        if (menu == nullptr || caption != menuCaption) menu = menuBar()->addMenu(caption);
+        menuCaption = caption;
+        QAction* action =
+            menu->addAction(TextOf(command.caption), this, [&command] { RunCommand(command); });
+        action->setShortcut(QKeySequence(TextOf(command.shortcut)));
+    }
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {

@@ -43,6 +43,8 @@ class MainWindow : public QMainWindow {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    void BuildMenus();
+
     MapWidget* map_;
     QTimer resized_;  // many changes of size in a row lead to one redraw
     bool plotting_ = false;

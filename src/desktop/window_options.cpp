@@ -1,24 +1,8 @@
 #include "desktop/window_options.h"
 
-#include <charconv>
-#include <filesystem>
-#include <system_error>
+#include "session/chart_place.h"
 
 namespace orvantis {
-
-bool SplitChartPlace(std::string_view place, std::string& path, std::int32_t& chart) {
-    path = std::string(place);
-    chart = 1;
-    const std::size_t colon = place.rfind(':');
-    std::error_code ignored;
-    if (colon == std::string_view::npos || std::filesystem::exists(path, ignored)) return true;
-
-    const std::string_view digits = place.substr(colon + 1);
-    path = std::string(place.substr(0, colon));
-    const auto [end, failure] =
-        std::from_chars(digits.data(), digits.data() + digits.size(), chart);
-    return failure == std::errc() && end == digits.data() + digits.size() && chart >= 1;
-}
 
 WindowOptions ReadWindowOptions(const std::vector<std::string>& words) {
     WindowOptions options;
@@ -56,7 +40,9 @@ std::string_view WindowHelp() {
            "\n"
            "Example: orvantis --open sample.cht:2\n"
            "\n"
-           "Ends with 0 when the window is closed, 2 if the call is wrong, 3 if the chart can't "
+           "Ends with 0 when the window is closed, 1 if the map or the chart can't be worked, 2 if "
+           "the call\n"
+           "is wrong, 3 if the chart can't "
            "be\n"
            "read.\n";
 }

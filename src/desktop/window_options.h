@@ -18,10 +18,6 @@ struct WindowOptions {
 /// Reads the words that follow the program's name.
 WindowOptions ReadWindowOptions(const std::vector<std::string>& words);
 
-/// Splits FILE[:N]. A file whose very name ends in a colon and a number is taken as it is. Returns
-/// false if the number isn't one from 1 to 2147483647.
-bool SplitChartPlace(std::string_view place, std::string& path, std::int32_t& chart);
-
 /// What --help prints.
 std::string_view WindowHelp();
 

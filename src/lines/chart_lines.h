@@ -32,7 +32,8 @@ struct ChartLinesState {
     std::vector<LineLabel> objects;  ///< labels that were drawn, for a click to find
     bool anyVisible = false;         ///< some line fell within the view
     Flag askedByUser = kFalse;       ///< the next plot follows a user's choice of chart or eclipse:
-                                     ///< lines that all fall outside the view are asked about
+                                     ///< lines that all fall outside the view are asked about.
+                                     ///< Set by the commands that choose a chart.
 };
 
 extern ChartLinesState chartLines;
@@ -48,10 +49,11 @@ void PlotRiseSetLines(Flag printing, std::int16_t slot);
 
 void AddLineLabel(std::int16_t x, std::int16_t y, std::int16_t code, std::int16_t type);
 
-/// Draws the labels and moves them to the object list.
+/// Draws the labels, which then are the object list.
 void DrawLineLabels();
 
-/// Draws the marks in the frame around the map, none over another.
+/// Draws the marks in the frame around the map, none over another and each beside its own side of
+/// the map. Marks that a side has no room for are left out.
 void DrawEdgeMarks();
 
 /// Text of a label or mark in the glyph font.

@@ -40,15 +40,16 @@ double HourOrigin(const LineFrame& frame, std::int16_t number) {
 // With x = cos u and y = cos(tilt) sin u, the relative longitude L has tan L = cos(tilt) tan u.
 LinePosition CrossingAtAntimeridian(const HorizonCircle& circle, double uNear) {
     const double relative = (180 - circle.node) * DegToRad;
-    const double shrink = CosD(circle.tilt);
+    const double shrink = circle.cosineTilt;
     double u = std::atan2(std::sin(relative), std::cos(relative) * shrink) / DegToRad;
     // The two solutions lie 180 degrees apart; the one within the step is meant.
     u += 180 * std::round((uNear - u) / 180);
-    return {RadToDeg(ArcSin(SinD(circle.tilt) * SinD(u))), 180};
+    return {RadToDeg(ArcSin(circle.sineTilt * SinD(u))), 180};
 }
 
 std::vector<std::vector<LinePosition>> CircleRuns(const HorizonCircle& circle, std::int16_t type) {
     std::vector<std::vector<LinePosition>> runs(1);
+    runs.back().reserve(kRiseSetSpan / kSampleStep + 2);
     const std::int16_t start = RiseSetStart(type);
     for (std::int16_t u = start; u <= start + kRiseSetSpan; u += kSampleStep) {
         LinePosition sample;
@@ -98,24 +99,24 @@ double MeridianLineLongitude(const LineFrame& frame, std::int16_t point, std::in
     return Modulo(HourOrigin(frame, point) + side, 360) - 180;
 }
 
+HorizonCircle MakeCircle(double tilt, double node) {
+    return {tilt, node, SinD(tilt), CosD(tilt)};
+}
+
 HorizonCircle RiseSetCircle(const LineFrame& frame, std::int16_t point) {
     const CalcChart& chart = Chart(frame.slot);
-    HorizonCircle circle;
-    circle.node = Modulo(HourOrigin(frame, point) + 90, 360) - 180;
-
+    const double node = Modulo(HourOrigin(frame, point) + 90, 360) - 180;
     const bool zodiacal = options.lineMode == 2;
     if (IsGeodetic() && options.geodeticAscDsc == 0) {
         // The ecliptic serves as equator.
-        circle.tilt = zodiacal ? -90 : chart.Lat[Index(point)] - 90;
-        return circle;
+        return MakeCircle(zodiacal ? -90 : chart.Lat[Index(point)] - 90, node);
     }
     double dec = chart.Dec[Index(point)];
     if (zodiacal) {
         double ignored = 0;
         EclipticForm(frame, point, ignored, dec);
     }
-    circle.tilt = dec - 90;
-    return circle;
+    return MakeCircle(dec - 90, node);
 }
 
 std::int16_t RiseSetStart(std::int16_t type) {
@@ -126,8 +127,8 @@ void CircleSample(const HorizonCircle& circle, std::int16_t u, double& lat, doub
     const auto k = static_cast<std::size_t>((u + 360) % 360);
     const double sine = WholeDegrees().sine[k];
     const double cosine = WholeDegrees().cosine[k];
-    longitude = RadToDeg(ArcTan2(cosine, CosD(circle.tilt) * sine));
-    lat = RadToDeg(ArcSin(SinD(circle.tilt) * sine));
+    longitude = RadToDeg(ArcTan2(cosine, circle.cosineTilt * sine));
+    lat = RadToDeg(ArcSin(circle.sineTilt * sine));
     longitude = Modulo(longitude + circle.node + 180, 360) - 180;
 }
 

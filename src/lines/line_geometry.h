@@ -34,9 +34,13 @@ double MeridianLineLongitude(const LineFrame& frame, std::int16_t point, std::in
 
 /// A great circle: 90 degrees from the place where a point is overhead.
 struct HorizonCircle {
-    double tilt = 0;  ///< polar distance term, degrees: declination less 90
-    double node = 0;  ///< longitude of the sample u = 0 on the equator, degrees, east positive
+    double tilt = 0;      ///< polar distance term, degrees: declination less 90
+    double node = 0;      ///< longitude of the sample u = 0 on the equator, degrees, east positive
+    double sineTilt = 0;  ///< of the tilt, kept for the samples
+    double cosineTilt = 1;
 };
+
+HorizonCircle MakeCircle(double tilt, double node);
 
 /// The circle on which a point rises (type 3, u from -90 to 90) and sets (type 4, u from 90 to
 /// 270).

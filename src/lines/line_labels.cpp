@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "lines/chart_lines.h"
+#include "map/plot.h"
 #include "map/projection.h"
 #include "session/settings.h"
 #include "session/tables.h"
@@ -98,10 +99,21 @@ WrittenMark Measure(const EdgeMark& mark) {
     return written;
 }
 
+// Leaves out the last marks if all together are longer than the side, from `low` to `high`.
+void LeaveOutWhatHasNoRoom(std::vector<WrittenMark>& marks, double low, double high) {
+    double length = 0;
+    std::size_t fit = 0;
+    while (fit < marks.size() && length + marks[fit].length <= high - low) {
+        length += marks[fit++].length;
+    }
+    marks.resize(fit);
+}
+
 // Moves marks that would lie over one another apart, each as little as can be (least squares, by
 // pooling neighbours: M. Ayer and others, An empirical distribution function for sampling with
-// incomplete information, Annals of Mathematical Statistics 26, 1955). Marks are sorted by centre.
-void MoveApart(std::vector<WrittenMark>& marks) {
+// incomplete information, Annals of Mathematical Statistics 26, 1955), and keeps them from `low` to
+// `high`, where they have room. Marks are sorted by centre.
+void MoveApart(std::vector<WrittenMark>& marks, double low, double high) {
     struct Pool {
         double offset;  // mean of the marks' centres less their places within the pool
         double length;
@@ -122,9 +134,15 @@ void MoveApart(std::vector<WrittenMark>& marks) {
             pools.pop_back();
         }
     }
+    // Holding each pool off the ends by the length of what stands beyond it keeps the order.
+    double ahead = 0;
+    double behind = 0;
+    for (const Pool& pool : pools) behind += pool.length;
     std::size_t next = 0;
     for (const Pool& pool : pools) {
-        double at = pool.offset;
+        double at = std::clamp(pool.offset, low + ahead, high - behind);
+        ahead += pool.length;
+        behind -= pool.length;
         for (std::size_t i = 0; i < pool.count; ++i, ++next) {
             marks[next].centre = at + marks[next].length * 0.5;
             at += marks[next].length;
@@ -195,20 +213,18 @@ std::string LabelText(std::int16_t code, std::int16_t type) {
 
 void DrawLineLabels() {
     DrawingSurface& surface = *mapView.surface;
-    surface.SelectFont({std::string(kGlyphFontName), settings.symbolSize, false, false});
+    SelectGlyphFont(plotState.printing != 0);
     for (const LineLabel& label : chartLines.labels) {
         const auto shape = static_cast<LabelShape>(
             ClampInt(settings.lineStyle[Index(label.type)].symbolShape, 0, 2));
         DrawLabel(surface, label.x, label.y, LabelText(label.code, label.type), shape,
                   LineColour(label.code, label.type));
     }
-    chartLines.objects.insert(chartLines.objects.end(), chartLines.labels.begin(),
-                              chartLines.labels.end());
-    chartLines.labels.clear();
+    chartLines.objects = chartLines.labels;
 }
 
 void DrawEdgeMarks() {
-    mapView.surface->SelectFont({std::string(kGlyphFontName), settings.symbolSize, false, false});
+    SelectGlyphFont(plotState.printing != 0);
     for (const std::int16_t edge : {side::kLeft, side::kRight, side::kTop, side::kBottom}) {
         std::vector<WrittenMark> marks;
         for (const EdgeMark& mark : mapView.edgeMarks) {
@@ -217,7 +233,12 @@ void DrawEdgeMarks() {
         std::stable_sort(
             marks.begin(), marks.end(),
             [](const WrittenMark& a, const WrittenMark& b) { return a.centre < b.centre; });
-        MoveApart(marks);
+        const MapRect& rect = mapView.rect;
+        const bool alongX = RunsAlongX(edge);
+        const double low = alongX ? rect.left : rect.top;
+        const double high = low + 1 + (alongX ? rect.width : rect.height);
+        LeaveOutWhatHasNoRoom(marks, low, high);
+        MoveApart(marks, low, high);
         for (const WrittenMark& mark : marks) Write(mark);
     }
 }

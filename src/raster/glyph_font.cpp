@@ -40,7 +40,7 @@ constexpr GlyphRow kRows[] = {
     {137, Sans(0x2651)},
     {138, Sans(0x2652)},
     {139, Sans(0x2653)},
-    {220, Drawn(GlyphShape::Zodiac)},
+    {220, Sans(0x2648)},
     {221, Sans(0x2648)},
 
     // Points, 181 + number.
@@ -110,7 +110,7 @@ constexpr GlyphRow kRows[] = {
     {167, Letters("Vg")},  // vigintile
     {223, Sans(0x260C)},   // conjunction
     {224, Sans(0x260D)},
-    {225, Drawn(GlyphShape::SolarEclipse)},
+    {225, Sans(0x25B3)},
     {226, Sans(0x2225)},
     {227, Sans(0x2226)},
     {228, Letters("Qx")},
@@ -119,6 +119,7 @@ constexpr GlyphRow kRows[] = {
     {140, Sans(0x211E)},  // retrograde
     {141, Sans(0x25C7)},  // a point of its own kind
     {168, Drawn(GlyphShape::LunarEclipse)},
+    {229, Drawn(GlyphShape::SolarEclipse)},
     {169, Sans(0x2605)},   // fixed star
     {176, Sans(0x00B0)},   // degree
     {222, Letters("St")},  // stationary

@@ -17,7 +17,7 @@ enum class GlyphSource {
     Drawn     ///< one of the shapes below
 };
 
-enum class GlyphShape { None, SolarEclipse, LunarEclipse, Zodiac };
+enum class GlyphShape { None, SolarEclipse, LunarEclipse };
 
 struct GlyphEntry {
     GlyphSource source = GlyphSource::Text;

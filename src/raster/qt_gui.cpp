@@ -33,10 +33,3 @@ void EnsureQtGui() {
 }
 
 }  // namespace orvantis
-
-#ifdef __SANITIZE_ADDRESS__
-// The list of the system's fonts is made once by fontconfig and kept to the end of the process.
-extern "C" const char* __lsan_default_suppressions() {  // NOLINT(bugprone-reserved-identifier)
-    return "leak:libfontconfig";
-}
-#endif

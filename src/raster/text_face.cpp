@@ -167,10 +167,6 @@ void SetShape(GlyphShape shape, double pixels, GlyphMask& mask) {
                 disc(centre, middle)
                     .subtracted(disc(centre + QPointF(middle * 0.5, -middle * 0.5), middle * 0.75));
             break;
-        case GlyphShape::Zodiac:  // a ring in a ring
-            path = disc(centre, middle).subtracted(disc(centre, middle - 1));
-            path.addPath(disc(centre, middle * 0.55).subtracted(disc(centre, middle * 0.55 - 1)));
-            break;
         case GlyphShape::None:
             break;
     }

@@ -6,6 +6,7 @@
 #include "lines/chart_lines.h"
 #include "map/map_document.h"
 #include "map/plot.h"
+#include "session/commands.h"
 #include "session/driver.h"
 #include "session/session_state.h"
 #include "session/settings.h"
@@ -18,6 +19,10 @@ void PlotScreenAnew() {
     if (session.picture != nullptr) PlotMap4(kFalse, *session.picture, kTrue);
 }
 
+void PlotScreenLines() {
+    if (session.picture != nullptr) PlotMap4(kFalse, *session.picture, kFalse);
+}
+
 void SetCaption() {
     session.shell->SetTitle(Caption());
 }
@@ -27,6 +32,8 @@ void SetCaption() {
 void ConnectRooms() {
     plotAfterSettings = PlotScreenAnew;  // new settings
     plotFull = PlotScreenAnew;           // a new map
+    plotAnew = PlotScreenAnew;           // commands that end in a full plot
+    plotLinesAnew = PlotScreenLines;     // commands that end in a quick pass
     plotChartLines = PlotChartLines;     // the lines, at the end of every plot
     refreshCaption = SetCaption;         // the title of the main window
 }

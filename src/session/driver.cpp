@@ -1,5 +1,6 @@
 #include "session/driver.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <filesystem>
@@ -14,6 +15,7 @@
 #include "session/files.h"
 #include "session/session_state.h"
 #include "session/settings.h"
+#include "session/tables.h"
 #include "text/run_time_error.h"
 #include "text/strings.h"
 
@@ -90,12 +92,38 @@ void SetPaths(const StartPaths& paths) {
     session.UserColourFile = session.UserDataPath + "orvantis.pco";
 }
 
-void ReadPreferences() {
-    LoadPointSelection(session.PointFile);
+// The user's file if it is there, else the shipped one: a folder that can't be written to still
+// shows a map with its lines.
+std::string OwnOrShipped(const StartPaths& paths, const char* name) {
+    std::string own = session.UserDataPath + name;
+    if (FileExists(own) != 0 || paths.shippedData.empty()) return own;
+    return ProgramPath(paths.shippedData) + "\\" + name;
+}
+
+void ReadPreferences(const StartPaths& paths) {
+    LoadPointSelection(OwnOrShipped(paths, "ovdeflt.pts"));
     const bool own = FileExists(session.UserColourFile) != 0;
-    LoadPointColours(own ? session.UserColourFile : session.ColourFile);
-    const std::string defaults = session.UserDataPath + "default.ovs";
+    LoadPointColours(own ? session.UserColourFile : OwnOrShipped(paths, "brimwell.cpt"));
+    const std::string defaults = OwnOrShipped(paths, "default.ovs");
     if (FileExists(defaults) != 0) LoadSettings(defaults, kFalse);
+}
+
+// True if every entry of the index can be a line's: of a class of lines, in ascending order, with
+// no count below 0.
+bool IndexIsSound() {
+    std::int16_t before = 0;
+    for (std::int16_t n = 1; n <= pointDatabase.count; ++n) {
+        const LineIndexEntry& entry = pointDatabase.LineIndex[static_cast<std::size_t>(n)];
+        const bool isLine =
+            std::any_of(kMapDetails.begin(), kMapDetails.end(), [&](const MapDetail& detail) {
+                return detail.hasLines && detail.detailClass == entry.code / 1000;
+            });
+        const bool hasCounts = std::all_of(entry.pointCount.begin(), entry.pointCount.end(),
+                                           [](std::int16_t count) { return count >= 0; });
+        if (!isLine || !hasCounts || entry.code < before) return false;
+        before = entry.code;
+    }
+    return true;
 }
 
 }  // namespace
@@ -113,7 +141,7 @@ void StartSession(const StartPaths& paths, Shell& shell) {
     ConnectRooms();
     SetPaths(paths);
     SeedProgramDir(paths);
-    ReadPreferences();
+    ReadPreferences(paths);
     OpenSwissEphemeris(session.SwissEphemPath);
 }
 
@@ -132,8 +160,19 @@ Flag LoadDatabase() {
         GenerateLevels(level1);
         session.shell->ShowProgress("", 100);
     }
-    // A code that differs between levels leaves the index usable.
+    // A code that differs between levels leaves the index usable. An index that can't be one of
+    // lines is made anew once; if the lines themselves are at fault, that shows again.
     LoadLineIndex();
+    if (!IndexIsSound()) {
+        DeleteFile(session.ProgramDir + "levelx.ndx");
+        LoadLineIndex();
+    }
+    if (!IndexIsSound()) {
+        session.shell->MessageBox(
+            ShownPath(level1) + std::string(kCrLf) + "The file isn't a map database.",
+            "Database Error", BoxButtons::Ok, BoxIcon::Error);
+        return kTrue;
+    }
     if (pointDatabase.count > 0) return kFalse;
     session.shell->MessageBox(
         ShownPath(level1) + std::string(kCrLf) + "The file holds no map lines.", "Database Error",
@@ -143,6 +182,8 @@ Flag LoadDatabase() {
 
 ChartStatus ReadChartFromFile(std::string_view path, std::int32_t n, FileChart& fileChart,
                               RunTimeError& reason) {
+    TakeRunTimeError(reason);  // what stood before belongs to others
+    reason = {};
     std::int32_t count = 0;
     const FileHandle file = OpenChartFile(path, count, kFalse);
     if (file < 1) {
@@ -152,8 +193,9 @@ ChartStatus ReadChartFromFile(std::string_view path, std::int32_t n, FileChart& 
     const bool held = n >= 1 && n <= count;
     const bool read = held && ReadChart(type, file, n, fileChart);
     CloseChartFile(type, file);
-    if (TakeRunTimeError(reason) || (held && !read)) return ChartStatus::BadRecord;
-    return held ? ChartStatus::Ok : ChartStatus::NoSuchChart;
+    TakeRunTimeError(reason);
+    if (!held) return ChartStatus::NoSuchChart;
+    return read ? ChartStatus::Ok : ChartStatus::BadRecord;
 }
 
 ChartStatus OpenChart(std::string_view path, std::int32_t n, RunTimeError& reason) {

@@ -38,7 +38,7 @@ Flag LoadDatabase();
 /// Result of opening a chart file or a chart in it.
 enum class ChartStatus {
     Ok,
-    NoFile,        ///< the file can't be opened, or isn't there; the user has been told
+    NoFile,        ///< the file isn't there, or can't be opened (then the user has been told)
     NotSupported,  ///< a chart file of a kind that isn't read
     NoSuchChart,   ///< the file holds no chart of that number
     BadRecord,     ///< the chart's record can't be read

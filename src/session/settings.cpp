@@ -21,6 +21,14 @@ constexpr std::int16_t kSelectionSize = 22;
 constexpr std::size_t kSelectionName = 20;
 constexpr std::int16_t kFilePoints = 36;
 
+// Point colour file: 36 records, all of one form.
+//
+// | Length of the file | Size of a record | Field                            |
+// |--------------------|------------------|----------------------------------|
+// | below 73           | 2                | number of a classic colour, 0 to 15 |
+// | 73 and more        | 4                | colour                           |
+constexpr std::int64_t kLongColourFile = 73;
+
 // Settings file: one record of 340 bytes.
 //
 // | Offset | Size | Field                          |
@@ -160,13 +168,15 @@ void LoadPointColours(std::string_view path) {
     if (!FileExists(path)) return;
     const FileHandle file = FileOpener(path, open_mode::kRecords, 4, kFalse);
     if (file < 1) return;
-    const std::int16_t length = FileLength(file) < 73 ? 2 : 4;
+    const std::int16_t length = FileLength(file) < kLongColourFile ? 2 : 4;
     for (std::int16_t i = 1; i <= kFilePoints; ++i) {
         std::array<std::uint8_t, 4> record{};
         const std::span<std::uint8_t> bytes(record.data(), static_cast<std::size_t>(length));
         if (!ReadBytes(file, std::int64_t{i - 1} * length + 1, bytes)) continue;
+        const std::int16_t index = GetI16(record.data());
+        if (length == 2 && (index < 0 || index > 15)) continue;
         pointColour[static_cast<std::size_t>(i)] =
-            length == 2 ? ClassicColour(GetI16(record.data())) : GetI32(record.data());
+            length == 2 ? ClassicColour(index) : GetI32(record.data());
     }
     CloseFile(file);
     RunTimeError ignored;
@@ -181,19 +191,20 @@ void SaveUserPointColours() {
     ReplaceFile(session.UserColourFile, bytes);
 }
 
-void LoadSettings(std::string_view path, Flag redraw) {
+Flag LoadSettings(std::string_view path, Flag redraw) {
     session.SettingsPath = path;
     session.SettingsName = BaseName(path, true);
     const FileHandle file = FileOpener(path, open_mode::kRecords, kSettingsSize, kFalse);
-    if (file < 1) return;
+    if (file < 1) return kTrue;
     std::array<std::uint8_t, kSettingsSize> record{};
     const bool whole = ReadBytes(file, 1, record);
     CloseFile(file);
     RunTimeError ignored;
     TakeRunTimeError(ignored);
-    if (!whole) return;
+    if (!whole) return kTrue;
     settings = GetSettings(record.data());
     if (redraw != 0 && plotAfterSettings != nullptr) plotAfterSettings();
+    return kFalse;
 }
 
 void SaveSettings(std::string_view path, std::string_view description) {

@@ -97,8 +97,8 @@ void LoadPointColours(std::string_view path);
 void SaveUserPointColours();
 
 /// Reads a settings file and keeps its path and name. A failed open or a short file leaves the
-/// settings in memory as they were. With `redraw` set a full plot follows.
-void LoadSettings(std::string_view path, Flag redraw);
+/// settings in memory as they were. With `redraw` set a full plot follows. Returns the failed flag.
+Flag LoadSettings(std::string_view path, Flag redraw);
 
 /// Connection point: the full plot that follows new settings.
 extern void (*plotAfterSettings)();

@@ -67,6 +67,7 @@ char PointGlyph(std::int16_t point) {
 }
 
 char SignGlyph(std::int16_t sign) {
+    if (sign == 0) return static_cast<char>(220);
     return static_cast<char>(sign == 1 ? 221 : 127 + sign);
 }
 

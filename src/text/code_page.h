@@ -14,12 +14,11 @@
 //   169        fixed star
 //   176        degree mark
 //   182 - 217  points 1 to 36
-//   220        the zodiac, without a sign
-//   221        sign Aries once more
+//   220, 221   sign Aries once more
 //   222        stationary
 //   223, 224   conjunction, opposition
-//   225        eclipse of the Sun
-//   226 - 228  aspects 15, 16 and 18 once more
+//   225 - 228  aspects 2, 15, 16 and 18 once more
+//   229        eclipse of the Sun
 //   252, 253   a point above and below the horizon
 #pragma once
 
@@ -45,7 +44,7 @@ std::string FromUtf8(std::string_view text);
 
 /// Bytes of the glyph font that have a name of their own.
 inline constexpr char kRetrogradeGlyph = '\x8C';
-inline constexpr char kSolarEclipseGlyph = '\xE1';
+inline constexpr char kSolarEclipseGlyph = '\xE5';
 inline constexpr char kLunarEclipseGlyph = '\xA8';
 inline constexpr char kDegreeGlyph = '\xB0';
 inline constexpr char kStationaryGlyph = '\xDE';

@@ -16,9 +16,10 @@ constexpr double kObliquity = 23.44;
 
 // From `first` up to `end`, `end` excluded.
 std::vector<double> Steps(double first, double end, double step) {
-    std::vector<double> values;
-    const int count = static_cast<int>(std::ceil((end - first) / step));
-    for (int i = 0; i < count; ++i) values.push_back(first + i * step);
+    std::vector<double> values(static_cast<std::size_t>(std::ceil((end - first) / step)));
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        values[i] = first + static_cast<double>(i) * step;
+    }
     return values;
 }
 

@@ -237,13 +237,13 @@ TEST_F(ChartLines, ALabelsBoxHasTheShapeOfItsType) {
     settings.lineStyle[14].symbolShape = 2;
     AddLineLabel(50, 50, 3, 14);
     DrawLineLabels();
-    EXPECT_EQ(surface_.Calls("Ellipse").size(), 1U);
+    EXPECT_EQ(surface_.Calls("Ellipse").size(), 2U);
     settings.lineStyle[14].symbolShape = 1;
     AddLineLabel(50, 50, 3, 14);
     DrawLineLabels();
-    EXPECT_EQ(surface_.Calls("Polygon").size(), 1U);
+    EXPECT_EQ(surface_.Calls("Polygon").size(), 3U);
     EXPECT_EQ(chartLines.objects.size(), 3U);
-    EXPECT_TRUE(chartLines.labels.empty());
+    EXPECT_EQ(chartLines.labels.size(), 3U) << "labels live until the next full plot";
 }
 
 TEST_F(ChartLines, MarksAtOnePlaceDoNotLieOverOneAnother) {
@@ -279,6 +279,26 @@ TEST_F(ChartLines, AMarkWithRoomStandsWhereItsLineCrossesTheEdge) {
     DrawEdgeMarks();
     const std::string y = std::to_string(mapView.rect.top - surface_.charHeight);
     EXPECT_EQ(surface_.Calls("TextOut").front(), "TextOut 100 " + y + " 1 U");
+}
+
+TEST_F(ChartLines, MarksKeepToTheirSideAndThoseWithoutRoomAreLeftOut) {
+    SetView();
+    const MapRect rect = mapView.rect;
+    for (int i = 0; i < 60; ++i) {
+        mapView.edgeMarks.push_back({rect.left, rect.top, side::kLeft, 3, line_type::kRise});
+    }
+    surface_.log.clear();
+    DrawEdgeMarks();
+    const std::vector<std::string> texts = surface_.Calls("TextOut");
+    EXPECT_EQ(texts.size(),
+              2U * static_cast<std::size_t>((rect.height + 1) / (surface_.charHeight + 1)));
+    for (const std::string& line : texts) {
+        int x = 0;
+        int y = 0;
+        ASSERT_EQ(std::sscanf(line.c_str(), "TextOut %d %d", &x, &y), 2);
+        EXPECT_GE(y, rect.top - 1);
+        EXPECT_LE(y + surface_.charHeight, rect.top + rect.height + 2);
+    }
 }
 
 TEST_F(ChartLines, WithoutExtraAnnotationMarksHaveNoLetter) {

@@ -25,6 +25,7 @@ TEST(Tables, NumbersOutsideTheTableHaveNoName) {
 TEST(Tables, GlyphBytesAreThoseOfTheGlyphFont) {
     EXPECT_EQ(static_cast<unsigned char>(PointGlyph(1)), 182);
     EXPECT_EQ(static_cast<unsigned char>(PointGlyph(36)), 217);
+    EXPECT_EQ(static_cast<unsigned char>(SignGlyph(0)), 220);
     EXPECT_EQ(static_cast<unsigned char>(SignGlyph(1)), 221);
     EXPECT_EQ(static_cast<unsigned char>(SignGlyph(2)), 129);
     EXPECT_EQ(static_cast<unsigned char>(SignGlyph(12)), 139);

@@ -9,6 +9,7 @@
 #include "map/plot.h"
 #include "map/point_database.h"
 #include "map/projection.h"
+#include "session/commands.h"
 #include "session/files.h"
 #include "session/session_state.h"
 #include "session/settings.h"
@@ -61,6 +62,10 @@ void ResetAll() {
     plotCircles = nullptr;
     plotEclipseLines = nullptr;
     starLabel = nullptr;
+
+    closeMainWindow = nullptr;
+    plotAnew = nullptr;
+    plotLinesAnew = nullptr;
 
     shell = {};
     session.shell = &shell;
