@@ -16,6 +16,7 @@
 #include "map/plot.h"
 #include "map/point_database.h"
 #include "map/projection.h"
+#include "session/commands.h"
 #include "session/files.h"
 #include "session/session_state.h"
 #include "session/settings.h"
@@ -185,13 +186,13 @@ TEST(ResetAll, EveryConnectionPointIsEmptied) {
         std::tie(plotAfterSettings, refreshMapMenus, addRecentMap, plotFull, stopForeignClock,
                  plotChartLines, plotCountryNames, plotCities, plotMouseMarks, calcPlanetsStandard,
                  refreshCaption, shadeNight, plotLocalLines, plotParans, plotCircles,
-                 plotEclipseLines, starLabel);
+                 plotEclipseLines, starLabel, closeMainWindow, plotAnew, plotLinesAnew);
     const auto filled = [&] {
         return std::apply([](auto&... point) { return ((point != nullptr ? 1 : 0) + ...); },
                           points);
     };
     std::apply([](auto&... point) { (Dirty(point), ...); }, points);
-    EXPECT_EQ(filled(), 17);
+    EXPECT_EQ(filled(), 20);
     ResetAll();
     EXPECT_EQ(filled(), 0);
 }
