@@ -60,6 +60,12 @@ int Run(const std::vector<std::string>& words) {
     shell.complained = false;  // what the start has told isn't the verb's failure
     const int exitCode = verb->run(rest, shell);
     EndSession();
+    return exitCode;
+}
+
+// What has been said must have arrived: a full disk behind standard output is a failure.
+int RunAndFlush(const std::vector<std::string>& words) {
+    const int exitCode = Run(words);
     std::cout.flush();
     if (exitCode == kDone && !std::cout) {
         return Complain(kWorkFailed, "standard output", "can't be written");
@@ -72,5 +78,5 @@ int Run(const std::vector<std::string>& words) {
 }  // namespace orvantis::cli
 
 int main(int argc, char** argv) {
-    return orvantis::cli::Run(std::vector<std::string>(argv + 1, argv + argc));
+    return orvantis::cli::RunAndFlush(std::vector<std::string>(argv + 1, argv + argc));
 }
