@@ -372,7 +372,8 @@ struct ExportedLine {
 
 std::vector<ExportedLine> LinesOfGeoJson(const std::string& text) {
     std::vector<ExportedLine> lines;
-    for (const Json& feature : Json::parse(text)["features"]) {
+    const Json collection = Json::parse(text);
+    for (const Json& feature : collection["features"]) {
         const Json& properties = feature["properties"];
         lines.push_back({properties["pointName"].get<std::string>() + " " +
                              properties["typeName"].get<std::string>(),
