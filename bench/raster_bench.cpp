@@ -96,8 +96,8 @@ void ChartLines(benchmark::State& state) {
         pen.smooth = true;
         return pen;
     };
-    std::vector<std::vector<SurfacePoint>> curves;
-    for (int line = 0; line < 20; ++line) curves.push_back(HorizonCurve(line / 2, line % 2));
+    std::vector<std::vector<SurfacePoint>> curves(20);
+    for (int line = 0; line < 20; ++line) curves[line] = HorizonCurve(line / 2, line % 2);
     for ([[maybe_unused]] auto _ : state) {
         for (int line = 0; line < 20; ++line) {
             surface.SetPen(penOf(line % 2 == 0 ? LineDash::Solid : LineDash::Dot));

@@ -1,9 +1,9 @@
 #include "desktop/process.h"
 
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>

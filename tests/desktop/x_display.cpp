@@ -5,8 +5,8 @@
 #include <X11/Xutil.h>
 #include <array>
 #include <chrono>
+#include <csignal>
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -18,6 +18,10 @@ namespace {
 // A window may go between being found and being looked at; that is no reason to end the tests.
 int IgnoreError(Display* /*display*/, XErrorEvent* /*event*/) {
     return 0;
+}
+
+Display* Connection(void* display) {
+    return static_cast<Display*>(display);
 }
 
 void Pause() {
@@ -52,7 +56,7 @@ XServer::XServer() {
 }
 
 XServer::~XServer() {
-    if (display_ != nullptr) XCloseDisplay(display_);
+    if (display_ != nullptr) XCloseDisplay(Connection(display_));
     if (server_ > 0) {
         ::kill(server_, SIGTERM);
         ::waitpid(server_, nullptr, 0);
@@ -60,15 +64,15 @@ XServer::~XServer() {
 }
 
 std::string XServer::Title(unsigned long window) {
-    const Atom property = XInternAtom(display_, "_NET_WM_NAME", False);
-    const Atom utf8 = XInternAtom(display_, "UTF8_STRING", False);
+    const Atom property = XInternAtom(Connection(display_), "_NET_WM_NAME", False);
+    const Atom utf8 = XInternAtom(Connection(display_), "UTF8_STRING", False);
     Atom type = 0;
     int format = 0;
     unsigned long count = 0;
     unsigned long rest = 0;
     unsigned char* text = nullptr;
-    XGetWindowProperty(display_, window, property, 0, 1000, False, utf8, &type, &format, &count,
-                       &rest, &text);
+    XGetWindowProperty(Connection(display_), window, property, 0, 1000, False, utf8, &type, &format,
+                       &count, &rest, &text);
     if (text == nullptr) return "";
     std::string title(reinterpret_cast<char*>(text), count);
     XFree(text);
@@ -82,11 +86,12 @@ unsigned long XServer::WaitForWindow(const std::string& titleStart, int seconds)
         Window parent = 0;
         Window* windows = nullptr;
         unsigned int count = 0;
-        XQueryTree(display_, DefaultRootWindow(display_), &root, &parent, &windows, &count);
+        XQueryTree(Connection(display_), DefaultRootWindow(Connection(display_)), &root, &parent,
+                   &windows, &count);
         unsigned long found = 0;
         for (unsigned int i = 0; i < count; ++i) {
             XWindowAttributes attributes{};
-            if (XGetWindowAttributes(display_, windows[i], &attributes) != 0 &&
+            if (XGetWindowAttributes(Connection(display_), windows[i], &attributes) != 0 &&
                 attributes.map_state == IsViewable && Title(windows[i]).starts_with(titleStart)) {
                 found = windows[i];
             }
@@ -101,9 +106,9 @@ unsigned long XServer::WaitForWindow(const std::string& titleStart, int seconds)
 XServer::Picture XServer::Look(unsigned long window) {
     Picture picture;
     XWindowAttributes attributes{};
-    if (XGetWindowAttributes(display_, window, &attributes) == 0) return picture;
-    XImage* image =
-        XGetImage(display_, window, 0, 0, attributes.width, attributes.height, AllPlanes, ZPixmap);
+    if (XGetWindowAttributes(Connection(display_), window, &attributes) == 0) return picture;
+    XImage* image = XGetImage(Connection(display_), window, 0, 0, attributes.width,
+                              attributes.height, AllPlanes, ZPixmap);
     if (image == nullptr) return picture;
     picture.width = image->width;
     picture.height = image->height;
@@ -117,20 +122,22 @@ XServer::Picture XServer::Look(unsigned long window) {
 }
 
 void XServer::Resize(unsigned long window, int width, int height) {
-    XResizeWindow(display_, window, static_cast<unsigned>(width), static_cast<unsigned>(height));
-    XSync(display_, False);
+    XResizeWindow(Connection(display_), window, static_cast<unsigned>(width),
+                  static_cast<unsigned>(height));
+    XSync(Connection(display_), False);
 }
 
 void XServer::Close(unsigned long window) {
     XEvent event{};
     event.xclient.type = ClientMessage;
     event.xclient.window = window;
-    event.xclient.message_type = XInternAtom(display_, "WM_PROTOCOLS", False);
+    event.xclient.message_type = XInternAtom(Connection(display_), "WM_PROTOCOLS", False);
     event.xclient.format = 32;
-    event.xclient.data.l[0] = static_cast<long>(XInternAtom(display_, "WM_DELETE_WINDOW", False));
+    event.xclient.data.l[0] =
+        static_cast<long>(XInternAtom(Connection(display_), "WM_DELETE_WINDOW", False));
     event.xclient.data.l[1] = CurrentTime;
-    XSendEvent(display_, window, False, NoEventMask, &event);
-    XSync(display_, False);
+    XSendEvent(Connection(display_), window, False, NoEventMask, &event);
+    XSync(Connection(display_), False);
 }
 
 }  // namespace orvantis

@@ -6,8 +6,6 @@
 #include <sys/types.h>
 #include <vector>
 
-struct _XDisplay;
-
 namespace orvantis {
 
 /// A virtual X server. It ends with the object.
@@ -42,7 +40,7 @@ class XServer {
   private:
     pid_t server_ = -1;
     std::string name_;
-    _XDisplay* display_ = nullptr;
+    void* display_ = nullptr;  // the connection; Xlib's own header would bring its macros along
 };
 
 }  // namespace orvantis
