@@ -1,6 +1,6 @@
 // Any bytes as a settings file, a point selection or a point colour file (the first byte tells
-// which), then a map with a chart drawn by them, on the screen and on a page. Numbers that a file
-// may hold and a surface isn't made for must not reach the surface.
+// which, and the projection), then a map with a chart drawn by them, on the screen and on a page.
+// Numbers that a file may hold and a surface isn't made for must not reach the surface.
 #include <array>
 #include <cmath>
 #include <cstdlib>
@@ -16,6 +16,8 @@
 namespace {
 
 using namespace orvantis;
+
+constexpr std::uint8_t kKinds = 3;
 
 // Whoever draws keeps to the surface's contract, whatever the files hold.
 class StrictSurface : public NullSurface {
@@ -60,7 +62,7 @@ void SetUpChart() {
 }
 
 void Load(std::uint8_t kind, const std::uint8_t* data, std::size_t size) {
-    constexpr std::array<const char*, 3> names = {"fuzz.ovs", "fuzz.pts", "fuzz.cpt"};
+    constexpr std::array<const char*, kKinds> names = {"fuzz.ovs", "fuzz.pts", "fuzz.cpt"};
     WriteFuzzFile(names[kind], data, size);
     const std::string path = FuzzFolder() + names[kind];
     switch (kind) {
@@ -85,17 +87,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     session.UserDataPath = FuzzFolder();
     session.UserColourFile = FuzzFolder() + "saved.pco";
     pointSelection.fill(kTrue);
-    Load(data[0] % 3, data + 1, size - 1);
+    Load(data[0] % kKinds, data + 1, size - 1);
 
     SetUpChart();
     plotChartLines = PlotChartLines;
     StrictSurface surface;
     CurrentMap().gridOn = kTrue;
-    for (std::int16_t number = 0; number < 4; ++number) {
-        CurrentMap().projection = number;
-        PlotMap4(kFalse, surface, kTrue);
-        PlotMap4(kTrue, surface, kFalse);
-    }
+    CurrentMap().projection = static_cast<std::int16_t>(data[0] / kKinds % 4);
+    PlotMap4(kFalse, surface, kTrue);
+    PlotMap4(kTrue, surface, kFalse);
 
     // What was read can be written.
     SaveSettings(FuzzFolder() + "saved.ovs", settings.description);

@@ -37,13 +37,22 @@ bool AsksForHelp(const std::string& word) {
     return word == "--help" || word == "-h";
 }
 
+// The exit code of work that has written its results: they must have got there.
+int Written(int exitCode) {
+    std::cout.flush();
+    if (exitCode == kDone && !std::cout) {
+        return Complain(kWorkFailed, "standard output", "can't be written");
+    }
+    return exitCode;
+}
+
 int Run(const std::vector<std::string>& words) {
     if (words.empty()) {
         return Complain(kWrongCall, "no verb", "see orvantis-cli --help");
     }
     if (AsksForHelp(words.front())) {
         std::cout << kHelp;
-        return kDone;
+        return Written(kDone);
     }
     const auto* verb = std::find_if(kVerbs.begin(), kVerbs.end(),
                                     [&](const Verb& v) { return v.name == words.front(); });
@@ -53,24 +62,14 @@ int Run(const std::vector<std::string>& words) {
     const std::vector<std::string> rest(words.begin() + 1, words.end());
     if (std::any_of(rest.begin(), rest.end(), AsksForHelp)) {
         std::cout << verb->help;
-        return kDone;
+        return Written(kDone);
     }
     CliShell shell;
     StartSession(SystemPaths(), shell);
     shell.complained = false;  // what the start has told isn't the verb's failure
     const int exitCode = verb->run(rest, shell);
     EndSession();
-    return exitCode;
-}
-
-// What has been said must have arrived: a full disk behind standard output is a failure.
-int RunAndFlush(const std::vector<std::string>& words) {
-    const int exitCode = Run(words);
-    std::cout.flush();
-    if (exitCode == kDone && !std::cout) {
-        return Complain(kWorkFailed, "standard output", "can't be written");
-    }
-    return exitCode;
+    return Written(exitCode);
 }
 
 }  // namespace
@@ -78,5 +77,5 @@ int RunAndFlush(const std::vector<std::string>& words) {
 }  // namespace orvantis::cli
 
 int main(int argc, char** argv) {
-    return orvantis::cli::RunAndFlush(std::vector<std::string>(argv + 1, argv + argc));
+    return orvantis::cli::Run(std::vector<std::string>(argv + 1, argv + argc));
 }

@@ -412,15 +412,18 @@ TEST_F(ChartLines, OnGlobesMeridianLinesAskForNoMarks) {
     Place(3, 10, 10);
     ShowTypes({1, 2});
     for (const std::int16_t globe : {projection::kGlobeSphere, projection::kGlobeOblate}) {
-        CurrentMap() = {};
-        SetView();
-        ChangeProjection(globe, projection::kCartesian);
-        CurrentMap().projection = globe;
-        SetView();
-        surface_.log.clear();
-        PlotChartLines(kFalse, kTrue, 1);
-        EXPECT_FALSE(surface_.Calls("LineTo").empty()) << globe;
-        EXPECT_TRUE(mapView.edgeMarks.empty()) << globe;
+        // An upright globe draws the line as an arc, a tilted one sample by sample.
+        for (const float centreLat : {0.0F, 30.0F}) {
+            CurrentMap() = {};
+            CurrentMap().projection = globe;
+            View(centreLat, -90, centreLat, 90);
+            SetView();
+            surface_.log.clear();
+            PlotChartLines(kFalse, kTrue, 1);
+            const char* call = centreLat == 0 ? "Arc" : "LineTo";
+            EXPECT_FALSE(surface_.Calls(call).empty()) << globe << " " << centreLat;
+            EXPECT_TRUE(mapView.edgeMarks.empty()) << globe << " " << centreLat;
+        }
     }
 }
 
