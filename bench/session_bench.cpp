@@ -210,7 +210,7 @@ BENCHMARK(OpeningAndListingAChartFileOf10000Charts)->Unit(benchmark::kMillisecon
 void MakingTheLevelFilesAndTheIndex(benchmark::State& state) {
     TheBench();
     for (auto _ : state) {
-        GenerateLevels(LevelPath(1));
+        GenerateLevels(LevelPath(1), kFirstUseText);
         DeleteFile(session.ProgramDir + "levelx.ndx");
         LoadLineIndex();
     }

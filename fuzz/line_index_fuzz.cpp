@@ -1,5 +1,5 @@
-// Any bytes as levelx.ndx beside sound level files: loaded, and plotted as they say, also where the
-// loading itself would have made the index anew.
+// Any bytes as levelx.ndx beside sound level files: loaded as they stand, and plotted at a coarse
+// level; then plotted in every projection, with the class ranges that follow from them alone.
 #include <algorithm>
 
 #include "map/plot.h"
@@ -24,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CurrentMap().hidden.fill(kFalse);
     PlotMap4(kFalse, surface, kTrue);
 
-    // The same entries without the check.
+    // The same entries, the first of a longer file alone.
     const std::size_t lines = std::min<std::size_t>(size / kLineIndexEntrySize, 1000);
     pointDatabase = {};
     pointDatabase.LineIndex.resize(lines + 1);

@@ -37,7 +37,7 @@ inline void WriteSoundDatabase() {
                    {{5, at, at}, {1, 0, 0}, {3, 100, 10700}, {5, -200, -10700}, {5, at, at}});
     }
     WriteFuzzFile("level1.pnt", level1.data(), level1.size());
-    GenerateLevels(FuzzFolder() + "level1.pnt");
+    GenerateLevels(FuzzFolder() + "level1.pnt", kFirstUseText);
 }
 
 }  // namespace orvantis

@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     session.ProgramDir = FuzzFolder();
     session.UserDataPath = FuzzFolder();
     WriteFuzzFile("level1.pnt", data, size);
-    if (GenerateLevels(FuzzFolder() + "level1.pnt") != kFalse) return 0;
+    if (GenerateLevels(FuzzFolder() + "level1.pnt", kFirstUseText) != kFalse) return 0;
     LoadLineIndex();
     LineCodeSummary();
 

@@ -29,7 +29,7 @@ int Build(const std::string& path, CliShell& shell) {
     session.ProgramDir = ProgramPath(path.substr(0, path.size() - name.size()));
     DeleteFile(session.ProgramDir + "levelx.ndx");
     shell.complained = false;
-    if (GenerateLevels(path) != 0 || LoadLineIndex() != 0 || shell.complained) {
+    if (GenerateLevels(path, kFirstUseText) != 0 || LoadLineIndex() != 0 || shell.complained) {
         return shell.complained ? kWorkFailed : Complain(kWorkFailed, path, "can't be worked");
     }
     std::cout << pointDatabase.count << " lines\n";

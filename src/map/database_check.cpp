@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <map>
+#include <numeric>
 #include <set>
 #include <utility>
 
@@ -340,6 +341,158 @@ void CheckCaspian(const Lines& lines, Findings& findings) {
     }
 }
 
+// The shore of one lake, or of one island in it: lines that meet at their ends.
+struct Shore {
+    std::vector<const Line*> lines;
+    bool closed = true;
+    bool clockwise = false;
+    int south = 0;  // extents, arc-minutes
+    int north = 0;
+    int west = 0;
+    int east = 0;
+};
+
+// Joins the lines of class 6 into shores: a line that ends where it begins is one, the others are
+// joined at the places where they end.
+std::vector<Shore> JoinShores(const Lines& lines) {
+    std::vector<const Line*> lakes;
+    for (const Line& line : lines) {
+        if (line.Class() == 6 && line.points.size() > 1) lakes.push_back(&line);
+    }
+    std::vector<std::size_t> parent(lakes.size());
+    std::iota(parent.begin(), parent.end(), std::size_t{0});
+    const auto root = [&parent](std::size_t i) {
+        while (parent[i] != i) i = parent[i] = parent[parent[i]];
+        return i;
+    };
+    std::map<Place, std::size_t> lineAt;
+    std::map<Place, int> balance;
+    for (std::size_t i = 0; i < lakes.size(); ++i) {
+        const Place first = PlaceOf(lakes[i]->points.front());
+        const Place last = PlaceOf(lakes[i]->points.back());
+        if (first == last) continue;
+        ++balance[first];
+        --balance[last];
+        for (const Place& end : {first, last}) {
+            parent[root(i)] = root(lineAt.try_emplace(end, i).first->second);
+        }
+    }
+    std::map<std::size_t, Shore> shores;
+    for (std::size_t i = 0; i < lakes.size(); ++i) {
+        Shore& shore = shores[root(i)];
+        shore.lines.push_back(lakes[i]);
+        const Place first = PlaceOf(lakes[i]->points.front());
+        const Place last = PlaceOf(lakes[i]->points.back());
+        if (first != last && (balance[first] != 0 || balance[last] != 0)) shore.closed = false;
+    }
+    std::vector<Shore> list;
+    list.reserve(shores.size());
+    for (auto& [number, shore] : shores) list.push_back(std::move(shore));
+    return list;
+}
+
+// Sets the extents and the direction, and returns twice the area: the integral of the latitude over
+// the longitude, above 0 for a shore that runs clockwise. A side along the date line, which no line
+// has, would add nothing.
+std::int64_t MeasureShore(Shore& shore) {
+    std::int64_t area = 0;
+    shore.south = kPoleMin;
+    shore.north = -kPoleMin;
+    shore.west = kDateLineMin;
+    shore.east = -kDateLineMin;
+    for (const Line* line : shore.lines) {
+        for (std::size_t i = 0; i < line->points.size(); ++i) {
+            const LinePoint& b = line->points[i];
+            shore.south = std::min<int>(shore.south, b.lat);
+            shore.north = std::max<int>(shore.north, b.lat);
+            shore.west = std::min<int>(shore.west, b.longitude);
+            shore.east = std::max<int>(shore.east, b.longitude);
+            if (i == 0) continue;
+            const LinePoint& a = line->points[i - 1];
+            area += std::int64_t{b.longitude - a.longitude} * (a.lat + b.lat);
+        }
+    }
+    shore.clockwise = area > 0;
+    return area;
+}
+
+// True if a place lies within a shore: a ray to the north meets an odd number of segments. `steps`
+// counts the segments that were looked at.
+bool Encloses(const Shore& shore, const LinePoint& place, std::int64_t& steps) {
+    ++steps;
+    if (place.lat < shore.south || place.lat > shore.north || place.longitude < shore.west ||
+        place.longitude > shore.east) {
+        return false;
+    }
+    bool inside = false;
+    for (const Line* line : shore.lines) {
+        steps += static_cast<std::int64_t>(line->points.size());
+        for (std::size_t i = 1; i < line->points.size(); ++i) {
+            const LinePoint& a = line->points[i - 1];
+            const LinePoint& b = line->points[i];
+            if ((a.longitude <= place.longitude) == (b.longitude <= place.longitude)) continue;
+            const double lat = a.lat + (place.longitude + 0.5 - a.longitude) * (b.lat - a.lat) /
+                                           (b.longitude - a.longitude);
+            if (lat > place.lat) inside = !inside;
+        }
+    }
+    return inside;
+}
+
+// Bounds the work on a hostile file; the world takes some 400000.
+constexpr std::int64_t kMostLakeSteps = 50'000'000;
+
+void CheckLakes(const Lines& lines, Findings& findings) {
+    std::vector<Shore> shores = JoinShores(lines);
+    std::vector<const Shore*> anticlockwise;
+    for (Shore& shore : shores) {
+        if (!shore.closed) {
+            findings.Add(Severity::Warning, DatabaseRule::Lakes, shore.lines.front()->header.code,
+                         "The shore of the lake is open.");
+            shore.clockwise = false;
+        } else if (MeasureShore(shore) < 0) {
+            anticlockwise.push_back(&shore);
+        }
+    }
+    // An island in a lake runs the other way, with the water outside it.
+    std::int64_t steps = 0;
+    for (const Shore* island : anticlockwise) {
+        const LinePoint& place = island->lines.front()->points.front();
+        const bool inLake = std::any_of(shores.begin(), shores.end(), [&](const Shore& shore) {
+            return steps <= kMostLakeSteps && shore.clockwise && Encloses(shore, place, steps);
+        });
+        if (steps > kMostLakeSteps) {
+            findings.Error(DatabaseRule::Lakes, 0, "The lakes are too long to be checked.");
+            return;
+        }
+        if (!inLake) {
+            findings.Error(DatabaseRule::Lakes, island->lines.front()->header.code,
+                           "The lake runs anticlockwise.");
+        }
+    }
+}
+
+// A border that ends at a coast must do so at every level, or the two part when drawn coarsely.
+void CheckJunctions(const Lines& lines, Findings& findings) {
+    std::map<Place, std::int16_t> borderAt;
+    for (const Line& line : lines) {
+        if (line.Class() != 2 || line.points.empty()) continue;
+        borderAt.try_emplace(PlaceOf(line.points.front()), line.header.code);
+        borderAt.try_emplace(PlaceOf(line.points.back()), line.header.code);
+    }
+    for (const Line& line : lines) {
+        if (!line.IsCoast()) continue;
+        for (const LinePoint& p : line.points) {
+            if (p.level >= kCoarsest) continue;
+            const auto border = borderAt.find(PlaceOf(p));
+            if (border == borderAt.end()) continue;
+            findings.Error(DatabaseRule::Junction, line.header.code,
+                           "The point " + PlaceText(p) + ", at which the border " +
+                               std::to_string(border->second) + " ends, isn't of level 5.");
+        }
+    }
+}
+
 // What the derived files must hold, and where each line begins in them.
 struct Derived {
     std::array<Bytes, 6> levels;  // 2 to 5
@@ -436,6 +589,10 @@ std::vector<DatabaseFinding> CheckDatabaseFiles(const DatabaseFiles& files) {
         CheckDirection(lines, findings);
         CheckCaspian(lines, findings);
     }
+    if (!findings.Has(DatabaseRule::Position) && !findings.Has(DatabaseRule::Leap)) {
+        CheckLakes(lines, findings);
+    }
+    CheckJunctions(lines, findings);
     CheckDerivedFiles(lines, files, findings);
     return findings.Take();
 }
@@ -453,9 +610,7 @@ std::vector<DatabaseFinding> CheckDatabase(std::string_view path) {
 
     // The derived files lie beside it, under the same name but for the level's number.
     std::vector<DatabaseFinding> unreadable;
-    constexpr std::string_view kLevel1 = "level1.pnt";
-    if (path.size() >= kLevel1.size() &&
-        SameText(path.substr(path.size() - kLevel1.size()), kLevel1)) {
+    if (SameText(BaseName(path, false), "level1.pnt")) {
         const std::string stem(path.substr(0, path.size() - 5));
         auto readDerived = [&](const std::string& name, DatabaseRule rule,
                                std::optional<Bytes>& bytes) {

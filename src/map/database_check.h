@@ -38,6 +38,8 @@ enum class DatabaseRule {
     Closed,     ///< at every level each coast begins where one ends; the date line joins its sides
     Direction,  ///< coasts have the land on their left
     Caspian,    ///< the Caspian is a coast of class 1 and no lake
+    Lakes,      ///< lakes (class 6) run clockwise, but for the islands in them
+    Junction,   ///< a coast's point at which a border (class 2) ends is of level 5
     LevelFile,  ///< level2.pnt to level5.pnt are what level1.pnt gives
     Index       ///< levelx.ndx is what the level files give
 };
@@ -48,9 +50,6 @@ struct DatabaseFinding {
     std::int16_t code = 0;  ///< the line; 0: the file as a whole
     std::string text;       ///< what is wrong, one sentence without the code
 };
-
-/// Longest file that is looked at, bytes: twenty times the world's coasts in whole arc-minutes.
-inline constexpr std::int64_t kLargestDatabase = 32 << 20;
 
 /// A database in memory. Files that don't exist are left out.
 struct DatabaseFiles {
@@ -64,7 +63,7 @@ struct DatabaseFiles {
 std::vector<DatabaseFinding> CheckDatabaseFiles(const DatabaseFiles& files);
 
 /// Reads a level1.pnt and, if the file has that name, the derived files beside it, and checks
-/// them. Changes nothing and shows nothing.
+/// them. A file longer than kLargestDatabase isn't looked at. Changes nothing and shows nothing.
 std::vector<DatabaseFinding> CheckDatabase(std::string_view path);
 
 }  // namespace orvantis

@@ -3,6 +3,10 @@
 
 #include <array>
 #include <cmath>
+#include <cstddef>
+#include <map>
+#include <utility>
+#include <vector>
 
 #include "map/map_document.h"
 #include "map/plot.h"
@@ -36,15 +40,27 @@ void MarkSeed(int x, int y) {
     }
 }
 
-void ReplayFill(const FillRecord& record) {
-    if (!SeedInView(record)) return;
-    const Colour colour = record.colour < 0 ? SeaColour() : record.colour;
+// A fill in view: where its seed lies and what it paints.
+struct Seed {
     std::int16_t x = 0;
     std::int16_t y = 0;
-    ProjectPoint(RoundToInt16(record.lat * 60.0), RoundToInt16(record.longitude * 60.0), y, x);
-    // A flood costs its area, so one that an earlier seed has made already is not made again.
-    if (mapView.surface->GetPixel(x, y) != PlainColour(colour)) FloodAt(x, y, colour);
-    if (options.fillPoints != kFalse) MarkSeed(x, y);
+    Colour colour = 0;
+};
+
+std::vector<Seed> SeedsInView() {
+    const MapDocument& document = CurrentMap();
+    std::vector<Seed> seeds;
+    for (int number = 1; number <= document.fillCount; ++number) {
+        if (static_cast<std::size_t>(number) >= mapState.fills.size()) break;
+        const FillRecord& record = mapState.fills[static_cast<std::size_t>(number)];
+        if (!SeedInView(record)) continue;
+        Seed seed;
+        seed.colour = PlainColour(record.colour < 0 ? SeaColour() : record.colour);
+        ProjectPoint(RoundToInt16(record.lat * 60.0), RoundToInt16(record.longitude * 60.0), seed.y,
+                     seed.x);
+        seeds.push_back(seed);
+    }
+    return seeds;
 }
 
 }  // namespace
@@ -56,10 +72,24 @@ std::int16_t FloodAt(std::int16_t x, std::int16_t y, Colour colour) {
 }
 
 void ReplayFills() {
-    const MapDocument& document = CurrentMap();
-    for (int record = 1; record <= document.fillCount; ++record) {
-        if (static_cast<std::size_t>(record) >= mapState.fills.size()) return;
-        ReplayFill(mapState.fills[static_cast<std::size_t>(record)]);
+    // Floods end at the outline alone, whatever the colours, so the last flood from a pixel paints
+    // all that earlier ones from there did. But for a flood in the outline's own colour: it is
+    // border afterwards.
+    const std::vector<Seed> seeds = SeedsInView();
+    std::map<std::pair<std::int16_t, std::int16_t>, std::size_t> lastAt;
+    for (std::size_t i = 0; i < seeds.size(); ++i) lastAt[{seeds[i].x, seeds[i].y}] = i;
+
+    const Colour outline = PlainColour(plotState.outlineColour);
+    int floods = 0;
+    for (std::size_t i = 0; i < seeds.size() && floods < kMostFloods; ++i) {
+        const Seed& seed = seeds[i];
+        if (seed.colour != outline && lastAt[{seed.x, seed.y}] != i) continue;
+        // A flood costs its area, so one that an earlier seed has made already is not made again.
+        if (mapView.surface->GetPixel(seed.x, seed.y) != seed.colour &&
+            FloodAt(seed.x, seed.y, seed.colour) != kFalse) {
+            ++floods;
+        }
+        if (options.fillPoints != kFalse) MarkSeed(seed.x, seed.y);
     }
 }
 

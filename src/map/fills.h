@@ -12,7 +12,13 @@ namespace orvantis {
 /// operation: nonzero if it painted.
 std::int16_t FloodAt(std::int16_t x, std::int16_t y, Colour colour);
 
-/// Paints every fill of the current map that is in view, in the order of the list.
+/// Most floods of one replay. A map that colours every country and island of the world one by one
+/// has fewer; a file with more isn't meant to be looked at, and a flood takes milliseconds.
+inline constexpr int kMostFloods = 2000;
+
+/// Paints every fill of the current map that is in view, in the order of the list. A fill that a
+/// later one in the same pixel paints over is left out. Ends quietly at the end of the list, if
+/// fillCount goes beyond it, and after kMostFloods floods.
 void ReplayFills();
 
 }  // namespace orvantis

@@ -160,6 +160,7 @@ Flag OpenMap(std::string_view path, Flag redraw) {
     ReadMap(file, document, fills);
     CloseFile(file);
     if (TakeRunTimeError(failure)) {
+        CloseAllFiles();
         CurrentMap() = saved;
         std::string text = "Unable to open map file:";
         text.append(kCrLf)

@@ -6,7 +6,9 @@
 #include <limits>
 
 #include "map/level_reader.h"
+#include "map/map_document.h"
 #include "map/projection.h"
+#include "session/files.h"
 #include "session/session_state.h"
 #include "session/tables.h"
 #include "text/numbers.h"
@@ -25,13 +27,31 @@ constexpr std::int16_t kMostLines = std::numeric_limits<std::int16_t>::max();
 constexpr std::size_t kIndexCapacity = 1295;
 constexpr std::size_t kIndexGrowth = 10;
 
-constexpr std::string_view kLoadingText = "Loading map database for first use...";
 constexpr std::string_view kIndexFailedText = "Unable to create database index.";
+constexpr std::string_view kLevelsFailedText = "Unable to create database files.";
+constexpr std::string_view kRepairQuestion = "Regenerate map database files?";
+constexpr std::string_view kRepairAdvice =
+    "If your maps appear to be corrupted, then select OK to attempt to fix the problem. This will "
+    "take a few moments.";
+constexpr std::string_view kRepairedText = "Map database files have been regenerated.";
 
 // An error that nobody has taken before a routine with a handler begins is none of its own.
 void DropRunTimeError() {
     RunTimeError stale;
     TakeRunTimeError(stale);
+}
+
+// If a run-time failure stands, tells what came of it and closes all files.
+bool HandleRunTimeError(std::string_view consequence) {
+    RunTimeError failure;
+    if (!TakeRunTimeError(failure)) return false;
+    CloseAllFiles();
+    std::string text = failure.description;
+    text.append(kCrLf).append(kCrLf).append(consequence);
+    if (session.shell != nullptr) {
+        session.shell->MessageBox(text, "Database Error", BoxButtons::Ok, BoxIcon::Information);
+    }
+    return true;
 }
 
 std::string IndexPath() {
@@ -76,25 +96,41 @@ bool ThinLine(LevelReader& level1, std::int64_t& position, std::array<Bytes, kLe
 }
 
 // Work done in the last third of the panel, which the database's merge shares with this step.
-void ShowThinning(std::int64_t done, std::int64_t length, std::int16_t& shown) {
+void ShowThinning(std::string_view text, std::int64_t done, std::int64_t length,
+                  std::int16_t& shown) {
     const std::int16_t percent =
         RoundToInt16(33.0 * static_cast<double>(done) / static_cast<double>(length) + 67);
     if (percent == shown) return;
     shown = percent;
-    if (session.shell != nullptr) session.shell->ShowProgress(kLoadingText, percent);
+    if (session.shell != nullptr) session.shell->ShowProgress(text, percent);
 }
 
-// Loads the cached index. False if it can't be read, or isn't an index of the level files as they
-// are: each line has its own bytes in each of them. Then it has to be made anew.
+// Thins all lines of level 1, into the bytes of the coarser files. False on a run-time failure.
+bool ThinLevel1(LevelReader& level1, std::string_view progressText,
+                std::array<Bytes, kLevels + 1>& files) {
+    if (level1.length > kLargestDatabase) RaiseRunTimeError(error::kFileTooLarge);
+    std::int64_t position = 1;
+    std::int16_t lines = 0;
+    std::int16_t shown = 0;
+    while (PendingRunTimeError() == 0 && ThinLine(level1, position, files)) {
+        if (lines == kMostLines) RaiseRunTimeError(error::kOverflow);
+        ++lines;
+        ShowThinning(progressText, position - 1, level1.length, shown);
+    }
+    return PendingRunTimeError() == 0;
+}
+
+// Loads the cached index as it stands. False if it can't be read whole, holds more lines than can
+// be counted, or none: then it is made anew.
 bool ReadCachedIndex() {
     const FileHandle file = FileOpener(IndexPath(), open_mode::kBinary, 0, kFalse);
     if (file < 1) return false;
-    const std::int64_t lines =
-        std::min<std::int64_t>(FileLength(file) / kLineIndexEntrySize, kMostLines);
-    Bytes bytes(static_cast<std::size_t>(lines * kLineIndexEntrySize));
+    const std::int64_t lines = FileLength(file) / kLineIndexEntrySize;
+    const bool countable = lines >= 1 && lines <= kMostLines;
+    Bytes bytes(countable ? static_cast<std::size_t>(lines * kLineIndexEntrySize) : 0);
     const bool read = ReadBytes(file, 1, bytes);
     CloseFile(file);
-    if (!read) return false;
+    if (!read || !countable) return false;
 
     std::vector<LineIndexEntry> index(static_cast<std::size_t>(lines) + 1);
     for (std::size_t line = 1; line < index.size(); ++line) {
@@ -102,28 +138,6 @@ bool ReadCachedIndex() {
     }
     pointDatabase.LineIndex = std::move(index);
     pointDatabase.count = static_cast<std::int16_t>(lines);
-    return true;
-}
-
-bool CachedIndexFits() {
-    for (std::int16_t level = 1; level <= kLevels; ++level) {
-        const FileHandle file = FileOpener(LevelPath(level), open_mode::kBinary, 0, kFalse);
-        if (file < 1) return false;
-        const std::int64_t length = FileLength(file);
-        CloseFile(file);
-
-        std::int64_t used = 0;
-        for (int line = 1; line <= pointDatabase.count; ++line) {
-            const LineIndexEntry& entry = pointDatabase.LineIndex[static_cast<std::size_t>(line)];
-            const std::int64_t position = entry.pointPos[static_cast<std::size_t>(level)];
-            const std::int64_t size =
-                kLinePointSize *
-                std::max<std::int64_t>(entry.pointCount[static_cast<std::size_t>(level)], 0);
-            used += kLineHeaderSize + size;
-            if (position <= kLineHeaderSize || position - 1 + size > length) return false;
-        }
-        if (used > length) return false;
-    }
     return true;
 }
 
@@ -148,15 +162,16 @@ void EnterHeader(std::int16_t level, const LineHeader& header, std::int64_t posi
     entry.pointPos[static_cast<std::size_t>(level)] = static_cast<std::int32_t>(position);
 }
 
-// Walks the headers of one level file. Positions are kept in 32 bits, which no larger file has.
+// Walks the headers of one level file. Lines are counted in 16 bits and positions kept in 32.
 void IndexLevel(std::int16_t level, LevelReader& reader, bool& mismatch) {
     std::int64_t position = 1;
-    while (pointDatabase.count < kMostLines && LevelHolds(reader, position, kLineHeaderSize)) {
+    while (LevelHolds(reader, position, kLineHeaderSize)) {
         const std::uint8_t* p = LevelBytes(reader, position, kLineHeaderSize);
         if (p == nullptr) return;
         const LineHeader header = GetLineHeader(p);
         position += kLineHeaderSize;
-        if (position > std::numeric_limits<std::int32_t>::max()) {
+        if (pointDatabase.count == kMostLines ||
+            position > std::numeric_limits<std::int32_t>::max()) {
             RaiseRunTimeError(error::kOverflow);
             return;
         }
@@ -166,14 +181,15 @@ void IndexLevel(std::int16_t level, LevelReader& reader, bool& mismatch) {
     }
 }
 
-void WriteIndex() {
+// False if the index file couldn't be replaced; the user has been told.
+bool WriteIndex() {
     Bytes bytes(static_cast<std::size_t>(pointDatabase.count * kLineIndexEntrySize));
     for (int line = 1; line <= pointDatabase.count; ++line) {
         const auto number = static_cast<std::size_t>(line);
         PutLineIndexEntry(bytes.data() + (number - 1) * kLineIndexEntrySize,
                           pointDatabase.LineIndex[number]);
     }
-    ReplaceFileSilently(IndexPath(), bytes);
+    return ReplaceFile(IndexPath(), bytes);
 }
 
 Flag BuildIndex() {
@@ -188,19 +204,9 @@ Flag BuildIndex() {
         CloseLevel(reader);
         if (PendingRunTimeError() != 0) break;
     }
-    if (PendingRunTimeError() == 0) {
-        BuildClassRanges();
-        WriteIndex();
-    }
-
-    RunTimeError failure;
-    if (!TakeRunTimeError(failure)) return mismatch ? kTrue : kFalse;
-    std::string text = failure.description;
-    text.append(kCrLf).append(kCrLf).append(kIndexFailedText);
-    if (session.shell != nullptr) {
-        session.shell->MessageBox(text, "Database Error", BoxButtons::Ok, BoxIcon::Information);
-    }
-    return kTrue;
+    if (HandleRunTimeError(kIndexFailedText)) return kTrue;
+    BuildClassRanges();
+    return WriteIndex() && !mismatch ? kFalse : kTrue;
 }
 
 std::int16_t CodeOfLine(int line) {
@@ -216,23 +222,17 @@ std::string LevelPath(std::int16_t level) {
     return session.ProgramDir + "level" + std::to_string(level) + ".pnt";
 }
 
-Flag GenerateLevels(std::string_view level1Path) {
+Flag GenerateLevels(std::string_view level1Path, std::string_view progressText) {
     constexpr std::size_t kTail = 5;  // the level's digit and ".pnt"
     LevelReader level1;
     if (level1Path.size() < kTail || !OpenLevel(level1, level1Path)) return kTrue;
     DropRunTimeError();
 
     std::array<Bytes, kLevels + 1> files;
-    std::int64_t position = 1;
-    std::int16_t shown = 0;
-    while (ThinLine(level1, position, files)) ShowThinning(position - 1, level1.length, shown);
+    ThinLevel1(level1, progressText, files);
     CloseLevel(level1);
+    if (HandleRunTimeError(kLevelsFailedText)) return kTrue;
 
-    RunTimeError failure;
-    if (TakeRunTimeError(failure)) {
-        FileErrors(failure.number);
-        return kTrue;
-    }
     const std::string stem(level1Path.substr(0, level1Path.size() - kTail));
     for (std::int16_t level = 2; level <= kLevels; ++level) {
         const std::string path = stem + std::to_string(level) + ".pnt";
@@ -253,7 +253,7 @@ Flag LoadLineIndex() {
     const auto indexDate = FileDate(IndexPath());
     const auto levelDate = FileDate(LevelPath(kLevels));
     const bool current = indexDate && levelDate && *indexDate > *levelDate;
-    if (current && FileExists(IndexPath()) != kFalse && ReadCachedIndex() && CachedIndexFits()) {
+    if (current && FileExists(IndexPath()) != kFalse && ReadCachedIndex()) {
         BuildClassRanges();
         return kFalse;
     }
@@ -261,9 +261,31 @@ Flag LoadLineIndex() {
     return BuildIndex();
 }
 
+void RepairDatabase() {
+    Shell& shell = *session.shell;
+    std::string question(kRepairQuestion);
+    question.append(kCrLf).append(kCrLf).append(kRepairAdvice);
+    if (shell.MessageBox(question, "Orvantis", BoxButtons::OkCancel, BoxIcon::Question) !=
+        BoxAnswer::Ok) {
+        return;
+    }
+    shell.SetPointer(Pointer::Hourglass);
+    shell.ShowProgress(kFirstUseText, 0);
+    const bool failed = GenerateLevels(LevelPath(1), kFirstUseText) != kFalse;
+    shell.ShowProgress("", 100);
+    if (!failed) {
+        LoadLineIndex();
+        if (plotFull != nullptr) plotFull();
+    }
+    shell.SetPointer(Pointer::Default);
+    if (failed) return;
+    shell.MessageBox(kRepairedText, "Orvantis", BoxButtons::Ok, BoxIcon::Information);
+}
+
 void BuildClassRanges() {
-    // The first entry of a class is set once in the life of the process: lines are only ever added
-    // behind it. The last follows every rebuild. Codes of no class leave no trace.
+    // The first entry of a class is never cleared before a rebuild and so keeps, for the life of
+    // the process, the value of the first one: kept on purpose, as a simplification. Only the last
+    // follows later rebuilds. Codes of no class leave no trace.
     const auto rowOf = [](int detailClass) -> ClassRow* {
         return detailClass >= 1 && detailClass <= 7
                    ? &pointDatabase.ClassRange[static_cast<std::size_t>(detailClass)]

@@ -8,7 +8,6 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,6 +44,13 @@ struct LinePoint {
 
 inline constexpr std::int64_t kLineHeaderSize = 32;
 inline constexpr std::int64_t kLinePointSize = 6;
+
+/// Longest level1.pnt that is worked on, bytes: twenty times the world's coasts in whole
+/// arc-minutes.
+inline constexpr std::int64_t kLargestDatabase = 32 << 20;
+
+/// Text of the status panel while the level files are made at start-up and on request.
+inline constexpr std::string_view kFirstUseText = "Loading map database for first use...";
 
 /// One line over all five files, 40 bytes on disk.
 ///
@@ -99,16 +105,28 @@ void AppendLine(Bytes& file, std::int16_t code, std::string_view name,
 std::string LevelPath(std::int16_t level);
 
 /// Writes level2.pnt to level5.pnt beside `level1Path`; the name is cut by its last five
-/// characters. Each file is replaced as a whole. Returns the failed flag; the user has been told.
-/// A header or a run of points that the file's end cuts short ends the reading there.
-Flag GenerateLevels(std::string_view level1Path);
+/// characters. Each file is replaced as a whole, and none before all of level 1 has been read. The
+/// status panel shows `progressText` and the share of work done, 67 to 100 percent. A header or a
+/// run of points that the file's end cuts short ends the reading there. Returns the failed flag;
+/// the user has been told: of a file that can't be opened by "Open Error", of a run-time failure
+/// ("File too large" above kLargestDatabase, "Overflow" above 32767 lines) by "Database Error".
+Flag GenerateLevels(std::string_view level1Path, std::string_view progressText);
 
 /// True if a level file 2 to 5 is missing, or level 2 is older than level 1.
 bool LevelsNeedRebuild();
 
 /// Loads LineIndex and ClassRange from levelx.ndx if that is later than level5.pnt, and otherwise
-/// builds them from the level files and rewrites levelx.ndx. Returns the failed flag.
+/// builds them from the level files and rewrites levelx.ndx. An index that is read is taken as it
+/// stands, and no level file is opened for it: who reads points checks against the file that they
+/// are read from. Returns the failed flag: a code differs between levels, or a failure of which the
+/// user has been told. That is "Open Error" for a level file or an index that can't be opened, and
+/// "Database Error" for a run-time failure of the walk, such as "Overflow" above 32767 lines. An
+/// index that was built but couldn't be written serves all the same.
 Flag LoadLineIndex();
+
+/// On the user's wish makes the level files and the index anew, and plots the map in full. Asks
+/// first, and tells when it is done or why it isn't.
+void RepairDatabase();
 
 /// Fills ClassRange from LineIndex.
 void BuildClassRanges();

@@ -156,8 +156,8 @@ Flag LoadDatabase() {
     }
     // Level files that couldn't be made anew may still serve as they are.
     if (LevelsNeedRebuild()) {
-        session.shell->ShowProgress("Loading map database for first use...", 0);
-        GenerateLevels(level1);
+        session.shell->ShowProgress(kFirstUseText, 0);
+        GenerateLevels(level1, kFirstUseText);
         session.shell->ShowProgress("", 100);
     }
     // A code that differs between levels leaves the index usable. An index that can't be one of

@@ -46,7 +46,7 @@ std::vector<TestLine> TakeApart(const Bytes& file) {
 // border through the first.
 std::vector<TestLine> SmallWorld() {
     return {{1000, "Land", {{5, 0, 0}, {5, 0, 300}, {3, 300, 300}, {5, 300, 0}, {5, 0, 0}}},
-            {2000, "Border", {{5, 0, 0}, {1, 100, 120}, {5, 300, 300}}},
+            {2000, "Border", {{5, 0, 0}, {1, 100, 120}, {5, 300, 299}}},
             {5000, "Island", {{5, 600, 0}, {4, 600, 60}, {2, 660, 60}, {5, 660, 0}, {5, 600, 0}}}};
 }
 
@@ -146,6 +146,12 @@ TEST_F(ShippedDatabase, HasTheLandOnTheLeftOfCoasts) {
 TEST_F(ShippedDatabase, HasTheCaspianAsACoast) {
     ExpectNone(DatabaseRule::Caspian);
 }
+TEST_F(ShippedDatabase, HasClockwiseLakesAndIslandsInThemAlone) {
+    ExpectNone(DatabaseRule::Lakes);
+}
+TEST_F(ShippedDatabase, HasCoastsOfLevelFiveWhereBordersEnd) {
+    ExpectNone(DatabaseRule::Junction);
+}
 
 TEST_F(ShippedDatabase, HasEveryLineClass) {
     std::set<int> classes;
@@ -198,7 +204,7 @@ TEST_F(ShippedDatabase, AgreesWithTheFilesThatAreDerivedFromIt) {
     ResetAll();
     const TempFolder folder;
     const std::string path = folder.Write("level1.pnt", FileBytes(kShipped));
-    if (GenerateLevels(path) != kFalse) FAIL() << "no levels";
+    if (GenerateLevels(path, kFirstUseText) != kFalse) FAIL() << "no levels";
     EXPECT_TRUE(CheckDatabase(path).empty());
 }
 
@@ -499,6 +505,92 @@ TEST_F(DatabaseCheck, FindsThatTheCaspianIsACoastAndALake) {
     ExpectOnly(Check(lines), DatabaseRule::Caspian, 0, "The Caspian is a lake of class 6.");
 }
 
+// A lake of one line, clockwise, an island in it, and a lake of two lines that meet.
+std::vector<TestLine> WorldWithLakes() {
+    auto lines = SmallWorld();
+    lines.push_back(
+        {6000, "Lake", {{5, 10, 10}, {5, 90, 10}, {5, 90, 90}, {5, 10, 90}, {5, 10, 10}}});
+    lines.push_back(
+        {6001, "Island", {{5, 40, 40}, {5, 40, 60}, {5, 60, 60}, {5, 60, 40}, {5, 40, 40}}});
+    lines.push_back({6002, "Western half", {{5, 200, 200}, {5, 250, 180}, {5, 290, 200}}});
+    lines.push_back({6003, "Eastern half", {{5, 290, 200}, {5, 250, 280}, {5, 200, 200}}});
+    return lines;
+}
+
+TEST_F(DatabaseCheck, AcceptsClockwiseLakesAndIslandsInThem) {
+    EXPECT_TRUE(Check(WorldWithLakes()).empty());
+}
+
+TEST_F(DatabaseCheck, FindsALakeThatRunsAnticlockwise) {
+    auto lines = WorldWithLakes();
+    std::reverse(lines[3].points.begin(), lines[3].points.end());
+    const auto findings = Check(lines);
+    ASSERT_EQ(findings.size(), 2U);
+    EXPECT_EQ(findings[0].rule, DatabaseRule::Lakes);
+    EXPECT_EQ(findings[0].severity, Severity::Error);
+    EXPECT_EQ(findings[0].code, 6000);
+    EXPECT_EQ(findings[0].text, "The lake runs anticlockwise.");
+    EXPECT_EQ(findings[1].code, 6001) << "which then is an island in nothing";
+}
+
+TEST_F(DatabaseCheck, FindsALakeOfTwoLinesThatRunsAnticlockwise) {
+    auto lines = WorldWithLakes();
+    for (const std::size_t half : {5U, 6U}) {
+        std::reverse(lines[half].points.begin(), lines[half].points.end());
+    }
+    ExpectOnly(Check(lines), DatabaseRule::Lakes, 6002, "The lake runs anticlockwise.");
+}
+
+TEST_F(DatabaseCheck, FindsALakeOverTheDateLineThatRunsAnticlockwise) {
+    auto lines = SmallWorld();
+    lines.push_back({6000, "West", {{5, 0, 10800}, {5, 0, 10700}, {5, 60, 10700}, {5, 60, 10800}}});
+    lines.push_back(
+        {6001, "East", {{5, 60, -10800}, {5, 60, -10700}, {5, 0, -10700}, {5, 0, -10800}}});
+    EXPECT_TRUE(Check(lines).empty());
+    for (const std::size_t half : {3U, 4U}) {
+        std::reverse(lines[half].points.begin(), lines[half].points.end());
+    }
+    ExpectOnly(Check(lines), DatabaseRule::Lakes, 6000, "The lake runs anticlockwise.");
+}
+
+TEST_F(DatabaseCheck, WarnsOfALakeWithAnOpenShore) {
+    auto lines = WorldWithLakes();
+    std::reverse(lines[5].points.begin(), lines[5].points.end());
+    const auto findings = Check(lines);
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_EQ(findings[0].rule, DatabaseRule::Lakes);
+    EXPECT_EQ(findings[0].severity, Severity::Warning);
+    EXPECT_EQ(findings[0].code, 6002);
+    EXPECT_EQ(findings[0].text, "The shore of the lake is open.");
+}
+
+TEST_F(DatabaseCheck, GivesUpOnLakesThatTakeTooLong) {
+    auto lines = SmallWorld();
+    std::vector<LinePoint> shore = {{5, 0, 0}, {5, 300, 0}, {5, 300, 300}, {5, 0, 300}};
+    while (shore.size() < 30000) shore.push_back({5, 0, 300});
+    shore.push_back({5, 0, 0});
+    lines.push_back({6000, "Long", shore});
+    for (int i = 0; i < 2000; ++i) {
+        lines.push_back({6001, "Island", {{5, 9, 9}, {5, 9, 12}, {5, 12, 12}, {5, 9, 9}}});
+    }
+    const auto findings = Check(lines);
+    const auto found = std::find_if(findings.begin(), findings.end(), [](const DatabaseFinding& f) {
+        return f.rule == DatabaseRule::Lakes;
+    });
+    ASSERT_NE(found, findings.end());
+    EXPECT_EQ(found->text, "The lakes are too long to be checked.");
+}
+
+TEST_F(DatabaseCheck, FindsAJunctionOfCoastAndBorderBelowLevelFive) {
+    auto lines = SmallWorld();
+    EXPECT_EQ(lines[0].points[2].level, 3) << "where no border ends";
+    lines[1].points.back() = {5, 300, 300};
+    ExpectOnly(Check(lines), DatabaseRule::Junction, 1000,
+               "The point 05N00 005E00, at which the border 2000 ends, isn't of level 5.");
+    lines[0].points[2].level = 5;
+    EXPECT_TRUE(Check(lines).empty());
+}
+
 TEST_F(DatabaseCheck, ListsTwentyFindingsOfARuleAndCountsTheRest) {
     auto lines = SmallWorld();
     lines[1].points.assign(50, {5, 100, 100});
@@ -565,7 +657,10 @@ TEST_F(DerivedFiles, AreFoundWhereTheyHaveMore) {
 
 TEST_F(DerivedFiles, AreLeftAloneBesideAFileOfAnotherName) {
     folder_.Write("level5.pnt", "nonsense");
-    EXPECT_TRUE(CheckDatabase(folder_.Write("mapload.pnt", Join(SmallWorld()))).empty());
+    for (const char* name : {"mapload.pnt", "mylevel1.pnt"}) {
+        folder_.Write("mylevel5.pnt", "nonsense");
+        EXPECT_TRUE(CheckDatabase(folder_.Write(name, Join(SmallWorld()))).empty()) << name;
+    }
 }
 
 // levelx.ndx of the small world by hand: positions count from 1 and follow a header of 32 bytes.
@@ -574,7 +669,7 @@ Bytes SmallIndex() {
     const std::array<std::array<std::int16_t, 5>, 3> counts = {
         {{5, 5, 5, 4, 4}, {3, 2, 2, 2, 2}, {5, 5, 4, 4, 3}}};
     const std::array<std::array<std::int16_t, 4>, 3> extents = {
-        {{0, 300, 0, 300}, {0, 300, 0, 300}, {600, 660, 0, 60}}};
+        {{0, 300, 0, 300}, {0, 300, 0, 299}, {600, 660, 0, 60}}};
     std::array<std::int32_t, 5> at = {33, 33, 33, 33, 33};
     Bytes index(3 * 40);
     for (std::size_t i = 0; i < 3; ++i) {

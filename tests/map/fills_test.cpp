@@ -1,6 +1,7 @@
 #include "map/fills.h"
 
 #include <limits>
+#include <random>
 
 #include "map/map_fixture.h"
 
@@ -59,9 +60,117 @@ TEST_F(FillsTest, SecondSeedInAnAreaOfItsColourDoesNothing) {
 
 TEST_F(FillsTest, LaterFillPaintsOverAnEarlierOne) {
     AddFill(1, 40, 40, true, 0);
-    AddFill(1, 40, 40, false, 0x0000FF);
+    AddFill(1, 40, 50, false, 0x0000FF);
     EXPECT_EQ(Floods().size(), 2U);
     EXPECT_EQ(At(40, 40), 0x0000FF);
+}
+
+TEST_F(FillsTest, FillThatALaterOneInItsPixelPaintsOverIsLeftOut) {
+    AddFill(1, 40, 40, true, 0);
+    AddFill(1, 0, 0, true, 0);
+    AddFill(1, 40, 40, false, 0x0000FF);
+    EXPECT_EQ(Floods(), (Log{"FloodFill 205 129 16744512 0", "FloodFill 245 89 255 0"}));
+    EXPECT_EQ(At(-60, -120), 0x0000FF);
+    EXPECT_EQ(At(0, 0), kSea);
+}
+
+TEST_F(FillsTest, FillInTheOutlinesColourIsNeverLeftOutSinceNoLaterOnePaintsOverIt) {
+    AddFill(1, 40, 40, false, 0);
+    AddFill(1, 40, 40, true, 0);
+    Floods();
+    EXPECT_EQ(At(40, 40), 0);
+    EXPECT_EQ(At(-60, -120), 0);
+}
+
+// Every fill with a colour, painted in the order of the list without leaving any out, gives the
+// same picture.
+TEST_F(FillsTest, PictureIsThatOfEveryFillInItsTurn) {
+    const unsigned seed = 1207;
+    std::mt19937 random(seed);
+    std::uniform_int_distribution<int> place(-3, 3);
+    std::uniform_int_distribution<int> colour(0, 3);
+    for (int run = 0; run < 40; ++run) {
+        CurrentMap().fillCount = 0;
+        for (int fill = 0; fill < 30; ++fill) {
+            AddFill(1, static_cast<float>(4 * place(random)), static_cast<float>(4 * place(random)),
+                    false, colour(random) * 0x40);
+        }
+        PlotMap4(kFalse, surface, kTrue);
+        const Image replayed = session.StoredImage;
+
+        const std::int16_t fills = CurrentMap().fillCount;
+        CurrentMap().fillCount = 0;
+        PlotMap4(kFalse, surface, kTrue);
+        mapView.surface = &surface;
+        ClipToMap();
+        for (std::int16_t fill = 1; fill <= fills; ++fill) {
+            const FillRecord& record = mapState.fills[static_cast<std::size_t>(fill)];
+            const int x = 25 + 180 + static_cast<int>(record.longitude);
+            const int y = 39 + 90 - static_cast<int>(record.lat);
+            if (surface.GetPixel(x, y) != record.colour) surface.FloodFill(x, y, record.colour, 0);
+        }
+        surface.ClearClip();
+        Image painted;
+        surface.CopyImage(painted);
+        ASSERT_EQ(replayed.pixels, painted.pixels) << "seed " << seed << " run " << run;
+    }
+}
+
+// A surface that counts floods, and on which no flood changes what a pixel reads.
+class CountingSurface : public RecordingSurface {
+  public:
+    CountingSurface() : RecordingSurface(kSurfaceWidth, kSurfaceHeight) { recording = false; }
+    Colour GetPixel(int /*x*/, int /*y*/) override { return -1; }
+    bool FloodFill(int /*x*/, int /*y*/, Colour /*colour*/, Colour /*border*/) override {
+        ++floods;
+        return true;
+    }
+    int floods = 0;
+};
+
+TEST_F(FillsTest, FullListOfOneSeedCostsOneFlood) {
+    for (int fill = 0; fill < 32767; ++fill) AddFill(1, 40, 40, false, 0x100 + fill % 2);
+    CountingSurface counting;
+    PlotMap4(kFalse, counting, kTrue);
+    EXPECT_EQ(counting.floods, 2) << "and the surround";
+}
+
+TEST_F(FillsTest, FullListOfManySeedsEndsQuietlyAtTheMostFloods) {
+    for (int fill = 0; fill < 32767; ++fill) {
+        AddFill(1, static_cast<float>(fill / 300 - 50), static_cast<float>(fill % 300 - 150), false,
+                0x100 + fill % 2);
+    }
+    CountingSurface counting;
+    PlotMap4(kFalse, counting, kTrue);
+    EXPECT_EQ(counting.floods, kMostFloods + 1) << "and the surround";
+    EXPECT_TRUE(TestShell().boxes.empty());
+    EXPECT_FALSE(plotState.interrupted);
+}
+
+TEST_F(FillsTest, ColourThatTheFloodCannotTakeLeavesTheMapUnchanged) {
+    PlotMap4(kFalse, surface, kTrue);
+    const Image bare = session.StoredImage;
+    class DumbSurface : public RecordingSurface {
+      public:
+        DumbSurface() : RecordingSurface(kSurfaceWidth, kSurfaceHeight) {}
+        bool FloodFill(int x, int y, Colour colour, Colour border) override {
+            return colour != 0x123456 && RecordingSurface::FloodFill(x, y, colour, border);
+        }
+    };
+    DumbSurface dumb;
+    AddFill(1, 40, 40, false, 0x123456);
+    PlotMap4(kFalse, dumb, kTrue);
+    EXPECT_EQ(session.StoredImage.pixels, bare.pixels);
+    EXPECT_FALSE(plotState.interrupted);
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(FillsTest, ColourBelowMinusOneIsTheSeaAsWell) {
+    AddFill(1, 40, 40, false, -2);
+    EXPECT_EQ(Floods(), Log{"FloodFill 245 89 16744512 0"});
+    CurrentMap().fillCount = 0;
+    AddFill(1, 40, 40, false, std::numeric_limits<Colour>::min());
+    EXPECT_EQ(Floods(), Log{"FloodFill 245 89 16744512 0"});
 }
 
 TEST_F(FillsTest, PaletteMarkOfAColourIsNotCompared) {
@@ -100,14 +209,26 @@ TEST_F(FillsTest, FillCountBeyondTheListStopsTheReplay) {
     EXPECT_TRUE(TestShell().boxes.empty());
 }
 
-TEST_F(FillsTest, SeedOnTheNearSideOfAGlobeIsPaintedAndOneBehindIsNot) {
+void MakeGlobe() {
     CurrentMap().south = CurrentMap().north = 0;
     CurrentMap().west = -90;
     CurrentMap().east = 90;
     CurrentMap().projection = projection::kGlobeSphere;
+}
+
+TEST_F(FillsTest, SeedOnTheNearSideOfAGlobeIsPaintedAndOneBehindIsNot) {
+    MakeGlobe();
     AddFill(1, 0, 0, false, 0x0000FF);
-    AddFill(1, 0, 180, false, 0x0000FF);
+    AddFill(1, 0, 170, false, 0x00FF00);
     EXPECT_EQ(Floods(), Log{"FloodFill 205 129 255 0"});
+    EXPECT_EQ(surface.GetPixel(205, 129), 0x0000FF);
+}
+
+// The arc cosine takes -1 for 1, so the distance of the antipode is that of the centre itself.
+TEST_F(FillsTest, SeedAtTheVeryAntipodeOfAGlobesCentreCountsAsTheCentre) {
+    MakeGlobe();
+    AddFill(1, 0, 180, false, 0x00FF00);
+    EXPECT_EQ(Floods(), Log{"FloodFill 205 129 65280 0"});
 }
 
 TEST_F(FillsTest, SeedThatIsNoPlaceIsPassedOver) {

@@ -207,6 +207,14 @@ TEST_F(MapDocumentTest, FillCountBeyondTheFileIsToldAndNothingIsTakenOver) {
     EXPECT_EQ(CurrentMap().title, "Before");
 }
 
+TEST_F(MapDocumentTest, FailureToOpenAMapClosesAllFiles) {
+    const FileHandle other =
+        FileOpener(folder.Write("other", std::string_view("x")), open_mode::kBinary, 0, kFalse);
+    ASSERT_GT(other, 0);
+    EXPECT_NE(OpenMap(folder.Write("short.ovm", Bytes(20)), kFalse), kFalse);
+    EXPECT_EQ(FileLength(other), 0);
+}
+
 TEST_F(MapDocumentTest, EdgesThatAreNoNumbersAreRefused) {
     for (const float edge :
          {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {

@@ -44,7 +44,7 @@ class MapTest : public testing::Test {
     /// Writes the lines added so far as a database and loads its index.
     void MakeDatabase() {
         folder.Write("level1.pnt", level1);
-        ASSERT_EQ(GenerateLevels(LevelPath(1)), kFalse);
+        ASSERT_EQ(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
         ASSERT_EQ(LoadLineIndex(), kFalse);
     }
 

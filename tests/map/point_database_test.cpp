@@ -111,7 +111,7 @@ TEST_F(PointDatabaseTest, IndexIsWrittenWithFortyBytesALine) {
 }
 
 TEST_F(PointDatabaseTest, MissingLevelOneFailsWithTheOpenErrorBox) {
-    EXPECT_NE(GenerateLevels(LevelPath(1)), kFalse);
+    EXPECT_NE(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
     EXPECT_EQ(TestShell().boxes,
               std::vector<std::string>{"Open Error: " + LevelPath(1) + " /  / File not found"});
     EXPECT_EQ(FileExists(LevelPath(2)), kFalse);
@@ -121,7 +121,7 @@ TEST_F(PointDatabaseTest, LevelThatCannotBeReplacedFailsWithTheOpenErrorBox) {
     AddThreeLines();
     folder.Write("level1.pnt", level1);
     fs::create_directory(folder.File("level4.pnt"));
-    EXPECT_NE(GenerateLevels(LevelPath(1)), kFalse);
+    EXPECT_NE(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
     ASSERT_EQ(TestShell().boxes.size(), 1U);
     EXPECT_EQ(TestShell().boxes[0], "Open Error: " + LevelPath(4) + " /  / Path/File access error");
 }
@@ -131,7 +131,7 @@ TEST_F(PointDatabaseTest, GeneratingShowsProgressFromTwoThirdsToTheEnd) {
         AddLine(static_cast<std::int16_t>(1000 + line), {{5, line, line}, {5, 0, 0}});
     }
     folder.Write("level1.pnt", level1);
-    EXPECT_EQ(GenerateLevels(LevelPath(1)), kFalse);
+    EXPECT_EQ(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
     EXPECT_EQ(TestShell().progressCalls, 34);  // 67 to 100, each once
 }
 
@@ -152,7 +152,7 @@ TEST_F(PointDatabaseTest, MissingLevelTwoNeedsARebuild) {
     EXPECT_TRUE(LevelsNeedRebuild());
     const auto before = fs::last_write_time(LevelPath(5)) - seconds(10);
     SetTime(LevelPath(5), before);
-    ASSERT_EQ(GenerateLevels(LevelPath(1)), kFalse);
+    ASSERT_EQ(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
     EXPECT_NE(FileExists(LevelPath(2)), kFalse);
     EXPECT_GT(fs::last_write_time(LevelPath(5)), before) << "all four are made anew";
 }
@@ -204,25 +204,42 @@ TEST_F(PointDatabaseTest, TailOfAnIndexThatIsNoWholeEntryIsIgnored) {
     EXPECT_EQ(Entry(1).code, 1777);
 }
 
-TEST_F(PointDatabaseTest, IndexThatPointsOutsideTheLevelFilesIsRebuilt) {
+TEST_F(PointDatabaseTest, LaterIndexIsLoadedWithoutALevelFileBeingOpened) {
     AddThreeLines();
     MakeDatabase();
-    Bytes bytes = MarkedIndex(IndexPath());
-    PutI32(&bytes[12], -1);
-    folder.Write("levelx.ndx", bytes);
+    folder.Write("levelx.ndx", MarkedIndex(IndexPath()));
     SetTime(IndexPath(), fs::last_write_time(LevelPath(5)) + seconds(1));
+    for (std::int16_t level = 1; level <= 4; ++level) fs::remove(LevelPath(level));
     EXPECT_EQ(LoadLineIndex(), kFalse);
-    EXPECT_EQ(Entry(1).code, 1001);
-    EXPECT_EQ(Entry(1).pointPos[1], 33);
+    EXPECT_EQ(Entry(1).code, 1777);
+    EXPECT_TRUE(TestShell().boxes.empty());
 }
 
-TEST_F(PointDatabaseTest, IndexWhoseLinesShareBytesIsRebuilt) {
+TEST_F(PointDatabaseTest, LevelFileThatACachedIndexDoesWithoutIsMissedByThePlot) {
     AddThreeLines();
     MakeDatabase();
-    const Bytes one = MarkedIndex(IndexPath());
-    Bytes bytes;
-    for (int copy = 0; copy < 50; ++copy) bytes.insert(bytes.end(), one.begin(), one.end());
-    folder.Write("levelx.ndx", bytes);
+    SetTime(IndexPath(), fs::last_write_time(LevelPath(5)) + seconds(1));
+    fs::remove(LevelPath(3));
+    ASSERT_EQ(LoadLineIndex(), kFalse);
+    CurrentMap().precision = 3;
+    PlotMap4(kFalse, surface, kTrue);
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{"Open Error: " + LevelPath(3) + " /  / File not found"});
+}
+
+TEST_F(PointDatabaseTest, EmptyIndexIsRebuilt) {
+    AddThreeLines();
+    MakeDatabase();
+    folder.Write("levelx.ndx", Bytes(39));
+    SetTime(IndexPath(), fs::last_write_time(LevelPath(5)) + seconds(1));
+    EXPECT_EQ(LoadLineIndex(), kFalse);
+    EXPECT_EQ(pointDatabase.count, 3);
+}
+
+TEST_F(PointDatabaseTest, IndexOfMoreLinesThanCanBeCountedIsRebuilt) {
+    AddThreeLines();
+    MakeDatabase();
+    folder.Write("levelx.ndx", Bytes(40 * 32768));
     SetTime(IndexPath(), fs::last_write_time(LevelPath(5)) + seconds(1));
     EXPECT_EQ(LoadLineIndex(), kFalse);
     EXPECT_EQ(pointDatabase.count, 3);
@@ -231,7 +248,7 @@ TEST_F(PointDatabaseTest, IndexWhoseLinesShareBytesIsRebuilt) {
 TEST_F(PointDatabaseTest, CodeThatDiffersBetweenLevelsSetsTheFailedFlagAndTheBuildGoesOn) {
     AddThreeLines();
     folder.Write("level1.pnt", level1);
-    ASSERT_EQ(GenerateLevels(LevelPath(1)), kFalse);
+    ASSERT_EQ(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
     Bytes level3 = FileBytes(LevelPath(3));
     PutI16(level3.data(), 1002);
     folder.Write("level3.pnt", level3);
@@ -246,7 +263,7 @@ TEST_F(PointDatabaseTest, CodeThatDiffersBetweenLevelsSetsTheFailedFlagAndTheBui
 TEST_F(PointDatabaseTest, LastHeaderWhosePointsPassTheEndStopsTheWalkOfThatFile) {
     AddThreeLines();
     folder.Write("level1.pnt", level1);
-    ASSERT_EQ(GenerateLevels(LevelPath(1)), kFalse);
+    ASSERT_EQ(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
     Bytes level2 = FileBytes(LevelPath(2));
     PutI16(&level2[level2.size() - 32 - 3 * 6 + 2], 9999);
     folder.Write("level2.pnt", level2);
@@ -255,12 +272,19 @@ TEST_F(PointDatabaseTest, LastHeaderWhosePointsPassTheEndStopsTheWalkOfThatFile)
     EXPECT_EQ(Entry(3).pointCount[2], 9999);
     EXPECT_EQ(Entry(3).pointCount[5], 1) << "the later levels are read all the same";
     EXPECT_TRUE(TestShell().boxes.empty());
+
+    // The index that was written is good for the next start.
+    folder.Write("levelx.ndx", MarkedIndex(IndexPath()));
+    SetTime(IndexPath(), fs::last_write_time(LevelPath(5)) + seconds(1));
+    EXPECT_EQ(LoadLineIndex(), kFalse);
+    EXPECT_EQ(Entry(1).code, 1777);
+    EXPECT_EQ(Entry(3).pointCount[2], 9999);
 }
 
 TEST_F(PointDatabaseTest, MissingLevelLeavesTheIndexFileUnwritten) {
     AddThreeLines();
     folder.Write("level1.pnt", level1);
-    ASSERT_EQ(GenerateLevels(LevelPath(1)), kFalse);
+    ASSERT_EQ(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
     fs::remove(LevelPath(4));
     EXPECT_NE(LoadLineIndex(), kFalse);
     EXPECT_EQ(TestShell().boxes,
@@ -271,14 +295,13 @@ TEST_F(PointDatabaseTest, MissingLevelLeavesTheIndexFileUnwritten) {
 TEST_F(PointDatabaseTest, IndexThatCannotBeWrittenIsTold) {
     AddThreeLines();
     folder.Write("level1.pnt", level1);
-    ASSERT_EQ(GenerateLevels(LevelPath(1)), kFalse);
+    ASSERT_EQ(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
     fs::create_directory(IndexPath());
     EXPECT_NE(LoadLineIndex(), kFalse);
-    EXPECT_EQ(TestShell().log,
-              std::vector<std::string>{"MessageBox|Database Error|Path/File access error"
-                                       "\\r\\n\\r\\nUnable to create database index.|Ok|"
-                                       "Information"});
+    EXPECT_EQ(TestShell().boxes, std::vector<std::string>{"Open Error: " + IndexPath() +
+                                                          " /  / Path/File access error"});
     EXPECT_EQ(pointDatabase.count, 3) << "the index in memory serves";
+    EXPECT_EQ(pointDatabase.ClassRange[5].first, 3);
 }
 
 TEST_F(PointDatabaseTest, NegativeCountIsNoPoints) {
@@ -298,7 +321,7 @@ TEST_F(PointDatabaseTest, LineCutShortByTheEndOfLevelOneIsNotInTheIndex) {
     AddThreeLines();
     level1.resize(level1.size() - 4);
     folder.Write("level1.pnt", level1);
-    ASSERT_EQ(GenerateLevels(LevelPath(1)), kFalse);
+    ASSERT_EQ(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
     EXPECT_EQ(LoadLineIndex(), kFalse);
     EXPECT_EQ(pointDatabase.count, 2);
 }
@@ -310,8 +333,13 @@ TEST_F(PointDatabaseTest, HeaderCutShortByTheEndIsIgnored) {
     EXPECT_EQ(pointDatabase.count, 3);
 }
 
-TEST_F(PointDatabaseTest, LinesBeyondThirtyTwoThousandAreLeftOut) {
-    for (int line = 0; line < 32770; ++line) AppendLine(level1, 1001, "", {});
+constexpr const char* kIndexOverflow =
+    "MessageBox|Database Error|Overflow\\r\\n\\r\\nUnable to create database index.|Ok|Information";
+constexpr const char* kLevelsOverflow =
+    "MessageBox|Database Error|Overflow\\r\\n\\r\\nUnable to create database files.|Ok|Information";
+
+TEST_F(PointDatabaseTest, AsManyLinesAsCanBeCountedAreIndexed) {
+    for (int line = 0; line < 32767; ++line) AppendLine(level1, 1001, "", {});
     MakeDatabase();
     EXPECT_EQ(pointDatabase.count, 32767);
     EXPECT_EQ(pointDatabase.ClassRange[1].last, 32767);
@@ -319,6 +347,114 @@ TEST_F(PointDatabaseTest, LinesBeyondThirtyTwoThousandAreLeftOut) {
     SetTime(IndexPath(), fs::last_write_time(LevelPath(5)) + seconds(1));
     EXPECT_EQ(LoadLineIndex(), kFalse);
     EXPECT_EQ(pointDatabase.count, 32767);
+}
+
+TEST_F(PointDatabaseTest, OneLineMoreThanCanBeCountedIsAnOverflowAndNoLevelIsWritten) {
+    for (int line = 0; line < 32768; ++line) AppendLine(level1, 1001, "", {});
+    folder.Write("level1.pnt", level1);
+    EXPECT_NE(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
+    EXPECT_EQ(TestShell().log, std::vector<std::string>{kLevelsOverflow});
+    EXPECT_EQ(FileExists(LevelPath(2)), kFalse);
+    EXPECT_EQ(PendingRunTimeError(), 0);
+}
+
+TEST_F(PointDatabaseTest, OneLineMoreThanCanBeCountedIsAnOverflowOfTheIndex) {
+    for (int line = 0; line < 32768; ++line) AppendLine(level1, 1001, "", {});
+    for (std::int16_t level = 1; level <= 5; ++level) {
+        folder.Write("level" + std::to_string(level) + ".pnt", level1);
+    }
+    EXPECT_NE(LoadLineIndex(), kFalse);
+    EXPECT_EQ(TestShell().log, std::vector<std::string>{kIndexOverflow});
+    EXPECT_EQ(FileExists(IndexPath()), kFalse);
+    EXPECT_EQ(PendingRunTimeError(), 0);
+}
+
+TEST_F(PointDatabaseTest, FailureOfTheIndexClosesAllFiles) {
+    const FileHandle other =
+        FileOpener(folder.Write("other", std::string_view("x")), open_mode::kBinary, 0, kFalse);
+    ASSERT_GT(other, 0);
+    for (int line = 0; line < 32768; ++line) AppendLine(level1, 1001, "", {});
+    for (std::int16_t level = 1; level <= 5; ++level) {
+        folder.Write("level" + std::to_string(level) + ".pnt", level1);
+    }
+    EXPECT_NE(LoadLineIndex(), kFalse);
+    EXPECT_EQ(FileLength(other), 0);
+}
+
+TEST_F(PointDatabaseTest, LevelOneAboveTheLargestDatabaseIsRefused) {
+    const std::string path = folder.Write("level1.pnt", Bytes(32));
+    fs::resize_file(path, static_cast<std::uintmax_t>(kLargestDatabase) + 1);
+    EXPECT_NE(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
+    EXPECT_EQ(TestShell().log, std::vector<std::string>{
+                                   "MessageBox|Database Error|File too large\\r\\n\\r\\nUnable to "
+                                   "create database files.|Ok|Information"});
+    EXPECT_EQ(FileExists(LevelPath(2)), kFalse);
+}
+
+// Keeps the texts of the status panel.
+class PanelShell : public ScriptedShell {
+  public:
+    void ShowProgress(std::string_view text, std::int16_t percent) override {
+        panel.push_back(std::string(text) + " " + std::to_string(percent));
+    }
+    std::vector<std::string> panel;
+};
+
+TEST_F(PointDatabaseTest, StatusPanelShowsTheTextOfTheCaller) {
+    AddLine(1001, {{5, 0, 0}, {5, 1, 1}});
+    folder.Write("level1.pnt", level1);
+    PanelShell shell;
+    session.shell = &shell;
+    EXPECT_EQ(GenerateLevels(LevelPath(1), "Merging..."), kFalse);
+    EXPECT_EQ(shell.panel, std::vector<std::string>{"Merging... 100"});
+}
+
+constexpr const char* kRepairBox =
+    "MessageBox|Orvantis|Regenerate map database files?\\r\\n\\r\\nIf your maps appear to be "
+    "corrupted, "
+    "then select OK to attempt to fix the problem. This will take a few moments.|OkCancel|Question";
+
+TEST_F(PointDatabaseTest, RepairMakesLevelsAndIndexAnewAndPlots) {
+    AddThreeLines();
+    MakeDatabase();
+    folder.Write("level5.pnt", std::string_view("rubbish"));
+    folder.Write("levelx.ndx", MarkedIndex(IndexPath()));
+    static int plots = 0;
+    plots = 0;
+    plotFull = [] { ++plots; };
+    PanelShell shell;
+    session.shell = &shell;
+    RepairDatabase();
+    ASSERT_EQ(shell.log.size(), 4U);
+    EXPECT_EQ(shell.log[0], kRepairBox);
+    EXPECT_NE(shell.log[1], shell.log[2]) << "the hourglass, and back";
+    EXPECT_EQ(shell.log[3],
+              "MessageBox|Orvantis|Map database files have been regenerated.|Ok|Information");
+    EXPECT_EQ(shell.panel.front(), "Loading map database for first use... 0");
+    EXPECT_EQ(shell.panel.back(), " 100");
+    EXPECT_EQ(plots, 1);
+    EXPECT_EQ(Entry(1).code, 1001);
+    EXPECT_EQ(Entry(3).pointCount[5], 1);
+}
+
+TEST_F(PointDatabaseTest, RepairThatIsCancelledChangesNothing) {
+    AddThreeLines();
+    MakeDatabase();
+    folder.Write("level5.pnt", std::string_view("rubbish"));
+    TestShell().boxAnswers = {BoxAnswer::Cancel};
+    plotFull = [] { ADD_FAILURE(); };
+    RepairDatabase();
+    EXPECT_EQ(TestShell().log, std::vector<std::string>{kRepairBox});
+    EXPECT_EQ(FileBytes(LevelPath(5)).size(), 7U);
+}
+
+TEST_F(PointDatabaseTest, RepairThatFailsTellsWhyAndDoesNotPlot) {
+    plotFull = [] { ADD_FAILURE(); };
+    RepairDatabase();
+    ASSERT_EQ(TestShell().boxes.size(), 2U);
+    EXPECT_EQ(TestShell().boxes[1], "Open Error: " + LevelPath(1) + " /  / File not found");
+    EXPECT_EQ(TestShell().log[1].substr(0, 10), TestShell().log.back().substr(0, 10))
+        << "the pointer is put back";
 }
 
 TEST_F(PointDatabaseTest, ClassRangesSpanTheRunOfEachClass) {
@@ -372,7 +508,13 @@ TEST(LineInViewTest, FlatViewsCompareExtentsStrictly) {
         {"touches the south edge", {-700, -600, 0, 60}, -600, 600, -600, 600, false},
         {"touches the east edge", {0, 60, 600, 700}, -600, 600, -600, 600, false},
         {"touches the west edge", {0, 60, -700, -600}, -600, 600, -600, 600, false},
-        {"longMin above longMax is not special", {0, 60, 500, -500}, -600, 600, -600, 600, true},
+        {"longMin above longMax is no line over the date line",
+         {0, 60, 10500, -10500},
+         -600,
+         600,
+         10000,
+         10800,
+         false},
         {"over the date line, from its west",
          {0, 60, 10500, 10700},
          -600,

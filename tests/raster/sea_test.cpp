@@ -116,7 +116,7 @@ class Sea : public ::testing::Test {
         ResetAll();
         folder_ = new TempFolder;
         folder_->Write("level1.pnt", FileBytes(kData + "/level1.pnt"));
-        GenerateLevels(folder_->File("level1.pnt"));
+        GenerateLevels(folder_->File("level1.pnt"), kFirstUseText);
     }
     static void TearDownTestSuite() {
         delete folder_;
