@@ -10,8 +10,8 @@ packages_of() {
                 libgtest-dev libbenchmark-dev
             ;;
         test)
-            # A display for the window's tests, and the positions' independent witness.
-            echo xvfb xauth x11-utils xdotool imagemagick swetest
+            # A display for the window's tests, and an independent witness of positions.
+            echo xvfb libx11-dev swetest
             ;;
         check)
             # The style gate, the sanitizers of clang and the fuzzer.

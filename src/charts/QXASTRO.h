@@ -41,13 +41,14 @@ void GetRAMC(double longitudeWest, double siderealTime, double& ramc);
 void ConvertCoords(double longitude, double latitude, double sinTilt, double cosTilt, double& a,
                    double& d);
 
-/// Positions of points `first` to `last` (0 and 0: 1 to 36) into CalcChart of a slot. The Moon is
-/// left out if `first` is above 1; the Sun and the Earth are always given.
+/// Positions of points `first` to `last` (0 and 0: 1 to 36) into CalcChart of a slot. The Moon, the
+/// Sun and the Earth are always given.
 /// `t` at ephemeris time; `offset` is added to tropical longitudes; `accuracy` is a series cut-off,
 /// 0 full; `frame` 1 geocentric, 2 heliocentric; `useTables`: Jupiter to Pluto from tables in
 /// `dataPath`; `trueNode`: the true lunar node, otherwise the mean one; `weston`: Vulcan on its own
-/// orbit, otherwise at most three degrees from Mercury on the Sun's side. A point that isn't
-/// calculated has Lon -1. The chart points 22 to 26 aren't touched.
+/// orbit, otherwise at most three degrees from Mercury on the Sun's side (Mercury must be in the
+/// slot or in the range, and `last` above 3). A point that isn't calculated has Lon -1. The chart
+/// points 22 to 26 aren't touched.
 void CalcPlanets(std::int16_t slot, std::int16_t first, std::int16_t last, double t, double offset,
                  double accuracy, std::int16_t frame, Flag useTables, std::string_view dataPath,
                  Flag trueNode, Flag weston);

@@ -33,44 +33,19 @@ constexpr std::int32_t kVulcanBody = SE_FICT_OFFSET_1 + 16;
 // Body numbers of points 1 to 36. The nodes, Vulcan and the Earth have their own routines; minor
 // planets are asked for if their file is installed; chart points are no bodies. The Black Moon is
 // the mean apogee of the Moon: there is no choice for the osculating one.
-// clang-format off: the rows are the table's own.
-constexpr std::array<std::int32_t, point::kLastBody + 1> kBodies = {kNoBody,  // unused
-                                                                    SE_MOON,
-                                                                    kNoBody,
-                                                                    SE_SUN,
-                                                                    kNoBody,  // 1 to 4
-                                                                    SE_MERCURY,
-                                                                    SE_VENUS,
-                                                                    SE_MARS,
-                                                                    SE_JUPITER,
-                                                                    SE_SATURN,  // 5 to 9
-                                                                    SE_URANUS,
-                                                                    SE_NEPTUNE,
-                                                                    SE_PLUTO,  // 10 to 12
-                                                                    SE_CHIRON,
-                                                                    SE_VESTA,
-                                                                    SE_PALLAS,
-                                                                    SE_JUNO,
-                                                                    SE_CERES,  // 13 to 17
-                                                                    SE_AST_OFFSET + 10,
-                                                                    SE_AST_OFFSET + 5,  // 18, 19
-                                                                    kNoBody,
-                                                                    kNoBody,
-                                                                    kNoBody,
-                                                                    kNoBody,
-                                                                    kNoBody,
-                                                                    kNoBody,
-                                                                    kNoBody,  // 20 to 26
-                                                                    SE_CUPIDO,
-                                                                    SE_HADES,
-                                                                    SE_ZEUS,
-                                                                    SE_KRONOS,
-                                                                    SE_APOLLON,  // 27 to 31
-                                                                    SE_ADMETOS,
-                                                                    SE_VULKANUS,
-                                                                    SE_POSEIDON,
-                                                                    SE_ISIS,
-                                                                    SE_MEAN_APOG};  // 32 to 36
+// The rows are the table's own.
+// clang-format off
+constexpr std::array<std::int32_t, point::kLastBody + 1> kBodies = {
+    kNoBody,                                                         // unused
+    SE_MOON, kNoBody, SE_SUN, kNoBody,                               // 1 to 4
+    SE_MERCURY, SE_VENUS, SE_MARS, SE_JUPITER, SE_SATURN,            // 5 to 9
+    SE_URANUS, SE_NEPTUNE, SE_PLUTO,                                 // 10 to 12
+    SE_CHIRON, SE_VESTA, SE_PALLAS, SE_JUNO, SE_CERES,               // 13 to 17
+    SE_AST_OFFSET + 10, SE_AST_OFFSET + 5,                           // 18, 19
+    kNoBody, kNoBody, kNoBody, kNoBody, kNoBody, kNoBody, kNoBody,   // 20 to 26
+    SE_CUPIDO, SE_HADES, SE_ZEUS, SE_KRONOS,                         // 27 to 30
+    SE_APOLLON, SE_ADMETOS, SE_VULKANUS, SE_POSEIDON,                // 31 to 34
+    SE_ISIS, SE_MEAN_APOG};                                          // 35, 36
 // clang-format on
 
 // Whether a minor planet's file is where the library looks for it: the long form or the short one
@@ -237,7 +212,7 @@ void CalcPlanetsSwiss(std::int16_t slot, std::int16_t first, std::int16_t last, 
             }
         }
     }
-    if (weston == 0) VulcanByMercury(chart, frame);
+    if (last > point::kSun && weston == 0) VulcanByMercury(chart, frame);
 }
 
 }  // namespace orvantis

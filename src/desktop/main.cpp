@@ -65,14 +65,14 @@ int RunWindow(const WindowOptions& options) {
     closeMainWindow = [] { QApplication::closeAllWindows(); };
 
     int result = LoadDatabase() != 0 ? kFailed : OpenAskedChart(options);
-    if (result == kDone) {
+    if (result == kDone && !EndWasAsked()) {
         NewMap(kFalse);
         shell.SetTitle(Caption());
         shell.SetWindow(&window);
         window.show();
         window.RedrawMap();
         session.StartupDone = kTrue;
-        result = QApplication::exec();
+        if (!EndWasAsked()) result = QApplication::exec();
     }
     session.picture = nullptr;
     EndSession();

@@ -14,6 +14,8 @@ namespace {
 // A signal's handler may do next to nothing; it writes a byte, and the event loop reads it.
 std::array<int, 2> ends = {-1, -1};
 
+bool endAsked = false;
+
 void OnSignal(int /*number*/) {
     const char byte = 1;
     [[maybe_unused]] const auto written = ::write(ends[0], &byte, 1);
@@ -27,11 +29,16 @@ void CloseOnSignals() {
     QObject::connect(notifier, &QSocketNotifier::activated, qApp, [] {
         char byte = 0;
         [[maybe_unused]] const auto taken = ::read(ends[1], &byte, 1);
+        endAsked = true;
         QApplication::closeAllWindows();
         QCoreApplication::quit();
     });
     std::signal(SIGTERM, OnSignal);
     std::signal(SIGINT, OnSignal);
+}
+
+bool EndWasAsked() {
+    return endAsked;
 }
 
 }  // namespace orvantis

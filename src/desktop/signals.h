@@ -7,4 +7,8 @@ namespace orvantis {
 /// To be called once, after the application object was made.
 void CloseOnSignals();
 
+/// True once such a signal has been taken. A box that stands before the window's own event loop
+/// runs takes it too, and the loop must then not be entered.
+bool EndWasAsked();
+
 }  // namespace orvantis

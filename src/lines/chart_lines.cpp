@@ -28,6 +28,9 @@ std::size_t Index(std::int16_t number) {
     return static_cast<std::size_t>(number);
 }
 
+// A file may hold any thickness; more than this hides the map.
+constexpr std::int16_t kThickestLine = 64;
+
 const LineStyle& StyleOf(std::int16_t type) {
     return settings.lineStyle[Index(type)];
 }
@@ -40,7 +43,7 @@ bool IsTypeOn(std::int16_t type) {
 void SetLinePen(std::int16_t type, std::int16_t point) {
     const LineStyle& style = StyleOf(type);
     Pen pen;
-    pen.width = style.thickness < 1 ? 1 : style.thickness;
+    pen.width = ClampInt(style.thickness, 1, kThickestLine);
     pen.dash = static_cast<LineDash>(ClampInt(style.style, 0, 4));
     pen.colour = style.planetColour != 0 ? pointColour[Index(point)] : style.colour;
     pen.smooth = true;

@@ -124,6 +124,9 @@ bool HoldsWholeBitmap(QFile& file) {
     const qint64 height = std::abs(qint64{GetI32(bytes + 22)});
     const qint64 rowSize = (width * GetU16(bytes + 28) + 31) / 32 * 4;
     if (width < 1 || width > kLongestSide || height < 1 || height > kLongestSide) return false;
+    // Fewer bits would let a small file become a large picture; the program writes none such.
+    const int depth = GetU16(bytes + 28);
+    if (depth != 24 && depth != 32) return false;
     if (GetU32(bytes + 30) != 0 || file.size() < rows + rowSize * height) return false;
     return file.seek(0);
 }

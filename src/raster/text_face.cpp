@@ -219,7 +219,10 @@ bool SameFont(const Font& a, const Font& b) {
 
 }  // namespace
 
-TextFace* FindTextFace(const Font& font, double dotsPerInch) {
+TextFace* FindTextFace(const Font& wanted, double dotsPerInch) {
+    // A size that isn't a number is held at the lower end; it would equal no face that is kept.
+    Font font = wanted;
+    font.size = wanted.size >= 1 ? std::min(500.0F, wanted.size) : 1.0F;
     for (const auto& fonts : Faces()) {
         if (SameFont(fonts->face.font, font) && fonts->face.dotsPerInch == dotsPerInch) {
             return &fonts->face;
@@ -228,9 +231,7 @@ TextFace* FindTextFace(const Font& font, double dotsPerInch) {
     EnsureQtGui();
     if (Faces().empty()) qAddPostRoutine(LetGoOfQt);
 
-    // 72 points are an inch. A size that isn't a number is held at the lower end.
-    const double points = font.size >= 1 ? std::min(500.0F, font.size) : 1.0F;
-    const double pixels = points * dotsPerInch / 72;
+    const double pixels = font.size * dotsPerInch / 72;  // 72 points are an inch
     auto fonts = std::make_unique<FaceFonts>();
     fonts->face.font = font;
     fonts->face.dotsPerInch = dotsPerInch;

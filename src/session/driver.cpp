@@ -1,5 +1,6 @@
 #include "session/driver.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <filesystem>
@@ -14,6 +15,7 @@
 #include "session/files.h"
 #include "session/session_state.h"
 #include "session/settings.h"
+#include "session/tables.h"
 #include "text/run_time_error.h"
 #include "text/strings.h"
 
@@ -106,6 +108,24 @@ void ReadPreferences(const StartPaths& paths) {
     if (FileExists(defaults) != 0) LoadSettings(defaults, kFalse);
 }
 
+// True if every entry of the index can be a line's: of a class of lines, in ascending order, with
+// no count below 0.
+bool IndexIsSound() {
+    std::int16_t before = 0;
+    for (std::int16_t n = 1; n <= pointDatabase.count; ++n) {
+        const LineIndexEntry& entry = pointDatabase.LineIndex[static_cast<std::size_t>(n)];
+        const bool isLine =
+            std::any_of(kMapDetails.begin(), kMapDetails.end(), [&](const MapDetail& detail) {
+                return detail.hasLines && detail.detailClass == entry.code / 1000;
+            });
+        const bool hasCounts = std::all_of(entry.pointCount.begin(), entry.pointCount.end(),
+                                           [](std::int16_t count) { return count >= 0; });
+        if (!isLine || !hasCounts || entry.code < before) return false;
+        before = entry.code;
+    }
+    return true;
+}
+
 }  // namespace
 
 StartPaths SystemPaths() {
@@ -140,8 +160,19 @@ Flag LoadDatabase() {
         GenerateLevels(level1);
         session.shell->ShowProgress("", 100);
     }
-    // A code that differs between levels leaves the index usable.
+    // A code that differs between levels leaves the index usable. An index that can't be one of
+    // lines is made anew once; if the lines themselves are at fault, that shows again.
     LoadLineIndex();
+    if (!IndexIsSound()) {
+        DeleteFile(session.ProgramDir + "levelx.ndx");
+        LoadLineIndex();
+    }
+    if (!IndexIsSound()) {
+        session.shell->MessageBox(
+            ShownPath(level1) + std::string(kCrLf) + "The file isn't a map database.",
+            "Database Error", BoxButtons::Ok, BoxIcon::Error);
+        return kTrue;
+    }
     if (pointDatabase.count > 0) return kFalse;
     session.shell->MessageBox(
         ShownPath(level1) + std::string(kCrLf) + "The file holds no map lines.", "Database Error",

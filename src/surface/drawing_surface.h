@@ -74,15 +74,15 @@ class DrawingSurface {
     /// Sets the font of TextOut and TextExtent.
     virtual void SelectFont(const Font& font) = 0;
 
-    /// Sets the current point, and starts the dash pattern anew.
+    /// Sets the current point, and starts the dash pattern anew, as Rectangle, Arc and Polygon do.
     virtual void MoveTo(int x, int y) = 0;
 
     /// Draws from the current point up to, but not including, (x, y), which becomes the current
     /// point. A solid line of width 1 that isn't smooth holds a flood: each of its pixels touches
     /// the next at a side or a corner, and so do lines that join, while a flood spreads through
     /// sides alone. Which pixels it takes doesn't depend on the clip. A smooth line of width 1
-    /// reaches at most one pixel aside of its path; a wider one ends round, and so reaches half its
-    /// width beyond its ends.
+    /// reaches at most one pixel aside of its path; a wider solid one ends round, and so reaches
+    /// half its width beyond its ends.
     virtual void LineTo(int x, int y) = 0;
 
     /// Sets one pixel to the pen's colour.
@@ -130,7 +130,8 @@ class DrawingSurface {
     virtual void CopyImage(Image& image) = 0;
     virtual void PutImage(const Image& image) = 0;
 
-    /// Shows what has been drawn so far to the user, where the surface has a user.
+    /// Shows what has been drawn so far to the user, where the surface has a user. Pen, font, clip,
+    /// current point and the picture itself stay as they are.
     virtual void Refresh() = 0;
 };
 

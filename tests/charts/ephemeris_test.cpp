@@ -178,16 +178,28 @@ TEST_F(Ephemeris, TheMotionFlagFollowsTheSpeed) {
 
 TEST_F(Ephemeris, MoonSunAndEarthAreGivenForAnyRange) {
     CalcPlanets(1, 5, 6, JulianCenturies(kJ2000), 0, 0, 1, kTrue, "", kTrue, kTrue);
-    EXPECT_GT(calcChart[1].Lon[3], 0);
-    EXPECT_GT(calcChart[1].Lon[2], 0);
-    EXPECT_GT(calcChart[1].Lon[5], 0);
-    EXPECT_GT(calcChart[1].Lon[6], 0);
-    EXPECT_GT(calcChart[1].Lon[1], 0);
+    for (const std::size_t n : {1U, 2U, 3U, 5U, 6U}) EXPECT_GT(calcChart[1].Lon[n], 0) << n;
+    EXPECT_EQ(calcChart[1].Lon[4], 0);
     EXPECT_EQ(calcChart[1].Lon[7], 0);
-    calcChart = {};
-    CalcPlanets(1, 1, 3, JulianCenturies(kJ2000), 0, 0, 1, kTrue, "", kTrue, kTrue);
+}
+
+TEST_F(Ephemeris, ARangeUpToTheSunLeavesAllOtherPoints) {
+    CalcPlanets(1, 1, 3, JulianCenturies(kJ2000), 0, 0, 1, kTrue, "", kTrue, kFalse);
     EXPECT_GT(calcChart[1].Lon[1], 0);
+    EXPECT_EQ(calcChart[1].Lon[4], 0);
     EXPECT_EQ(calcChart[1].Lon[5], 0);
+}
+
+TEST_F(Ephemeris, APointThatIsNotCalculatedKeepsNothingOfAChartBefore) {
+    Calculate(kJ2000);
+    const CalcChart& chart = Calculate(5373484.5);
+    for (const std::size_t n : {1U, 2U, 3U, 5U, 20U, 21U}) {
+        EXPECT_EQ(chart.Lon[n], -1) << n;
+        EXPECT_EQ(chart.Lat[n], 0) << n;
+        EXPECT_EQ(chart.Dist[n], 0) << n;
+        EXPECT_EQ(chart.LonSpeed[n], 0) << n;
+        EXPECT_EQ(chart.LatSpeed[n], 0) << n;
+    }
 }
 
 TEST_F(Ephemeris, HeliocentricallyTheEarthStandsWhereTheSunIsSeenFrom) {

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <random>
+#include <sstream>
 
 #include "charts/KVCharts.h"
 #include "support/run_program.h"
@@ -360,16 +361,267 @@ TEST_F(CommandLine, GeoJsonIsCutAtTheAntimeridian) {
     }
 }
 
-TEST_F(CommandLine, CsvAndKmlHoldTheSameVertices) {
-    const std::vector<std::string> common = {"--points", "3", "--types", "3"};
-    const ProgramResult csv = Run({"lines", kSample, "--csv", "--points", "3", "--types", "3"});
-    const ProgramResult kml = Run({"lines", kSample, "--kml", "--points", "3", "--types", "3"});
-    ASSERT_EQ(csv.exitCode, 0);
-    ASSERT_EQ(kml.exitCode, 0);
-    EXPECT_EQ(csv.output.substr(0, csv.output.find('\n')),
-              "type,typeName,point,pointName,run,latitude,longitude");
-    EXPECT_NE(csv.output.find("\n3,Rise,3,The Sun,1,"), std::string::npos);
-    EXPECT_NE(kml.output.find("<name>The Sun Rise</name>"), std::string::npos);
+// One exported line: all of its vertices, run by run.
+struct ExportedLine {
+    std::string name;                                          // point and type
+    std::vector<std::vector<std::pair<double, double>>> runs;  // longitude and latitude, degrees
+};
+
+std::vector<ExportedLine> LinesOfGeoJson(const std::string& text) {
+    std::vector<ExportedLine> lines;
+    for (const Json& feature : Json::parse(text)["features"]) {
+        const Json& properties = feature["properties"];
+        lines.push_back({properties["pointName"].get<std::string>() + " " +
+                             properties["typeName"].get<std::string>(),
+                         {}});
+        const Json& geometry = feature["geometry"];
+        const Json runs = geometry["type"] == "LineString" ? Json::array({geometry["coordinates"]})
+                                                           : geometry["coordinates"];
+        for (const Json& run : runs) {
+            lines.back().runs.emplace_back();
+            for (const Json& v : run) lines.back().runs.back().emplace_back(v[0], v[1]);
+        }
+    }
+    return lines;
+}
+
+std::vector<std::string> Split(const std::string& text, char separator) {
+    std::vector<std::string> parts;
+    std::istringstream stream(text);
+    for (std::string part; std::getline(stream, part, separator);) parts.push_back(part);
+    return parts;
+}
+
+std::vector<ExportedLine> LinesOfCsv(const std::string& text) {
+    std::vector<ExportedLine> lines;
+    std::vector<std::string> rows = Split(text, '\n');
+    EXPECT_EQ(rows.at(0), "type,typeName,point,pointName,run,latitude,longitude");
+    rows.erase(rows.begin());
+    for (const std::string& row : rows) {
+        const std::vector<std::string> cells = Split(row, ',');
+        EXPECT_EQ(cells.size(), 7U) << row;
+        if (cells.size() != 7) return lines;
+        const std::string name = cells[3] + " " + cells[1];
+        if (lines.empty() || lines.back().name != name) lines.push_back({name, {}});
+        auto& runs = lines.back().runs;
+        if (runs.size() < std::stoul(cells[4])) runs.emplace_back();
+        EXPECT_EQ(runs.size(), std::stoul(cells[4])) << row;
+        runs.back().emplace_back(std::stod(cells[6]), std::stod(cells[5]));
+    }
+    return lines;
+}
+
+// What stands between two marks from `at` on; `at` moves behind it, or to npos if there is none.
+std::string Between(const std::string& text, std::string_view open, std::string_view close,
+                    std::size_t& at) {
+    at = text.find(open, at);
+    if (at == std::string::npos) return {};
+    const std::size_t start = at + open.size();
+    at = text.find(close, start);
+    return text.substr(start, at - start);
+}
+
+std::vector<ExportedLine> LinesOfKml(const std::string& text) {
+    std::vector<ExportedLine> lines;
+    std::size_t at = 0;
+    while (true) {
+        const std::string placemark = Between(text, "<Placemark>", "</Placemark>", at);
+        if (at == std::string::npos) return lines;
+        std::size_t within = 0;
+        lines.push_back({Between(placemark, "<name>", "</name>", within), {}});
+        while (true) {
+            const std::string run = Between(placemark, "<coordinates>", "</coordinates>", within);
+            if (within == std::string::npos) break;
+            lines.back().runs.emplace_back();
+            for (const std::string& vertex : Split(run, ' ')) {
+                const std::size_t comma = vertex.find(',');
+                lines.back().runs.back().emplace_back(std::stod(vertex.substr(0, comma)),
+                                                      std::stod(vertex.substr(comma + 1)));
+            }
+        }
+    }
+}
+
+// Tolerance: each format has nine decimals.
+void ExpectSameLines(const std::vector<ExportedLine>& a, const std::vector<ExportedLine>& b) {
+    ASSERT_EQ(a.size(), b.size());
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        ASSERT_EQ(a[i].name, b[i].name);
+        ASSERT_EQ(a[i].runs.size(), b[i].runs.size()) << a[i].name;
+        for (std::size_t r = 0; r < a[i].runs.size(); ++r) {
+            ASSERT_EQ(a[i].runs[r].size(), b[i].runs[r].size()) << a[i].name;
+            for (std::size_t v = 0; v < a[i].runs[r].size(); ++v) {
+                ASSERT_NEAR(a[i].runs[r][v].first, b[i].runs[r][v].first, 1.1e-9) << a[i].name;
+                ASSERT_NEAR(a[i].runs[r][v].second, b[i].runs[r][v].second, 1.1e-9) << a[i].name;
+            }
+        }
+    }
+}
+
+TEST_F(CommandLine, GeoJsonCsvAndKmlHoldTheSameVertices) {
+    std::vector<std::string> texts;
+    for (const char* format : {"--geojson", "--csv", "--kml"}) {
+        const ProgramResult result =
+            Run({"lines", kSample, format, "--points", "1-36", "--types", "1-4"});
+        ASSERT_EQ(result.exitCode, 0) << result.errors;
+        texts.push_back(result.output);
+    }
+    const std::vector<ExportedLine> lines = LinesOfGeoJson(texts[0]);
+    ASSERT_GT(lines.size(), 100U);
+    std::size_t vertices = 0;
+    std::size_t cut = 0;
+    for (const ExportedLine& line : lines) {
+        cut += line.runs.size() > 1 ? 1 : 0;
+        for (const auto& run : line.runs) vertices += run.size();
+    }
+    EXPECT_GT(vertices, 5000U);
+    EXPECT_GT(cut, 0U) << "some line is cut at the antimeridian";
+    ExpectSameLines(lines, LinesOfCsv(texts[1]));
+    ExpectSameLines(lines, LinesOfKml(texts[2]));
+}
+
+// Expected values: swetest 2.10.03, the test program of Swiss Ephemeris, called as
+// "swetest -b1.1.2000 -ut0:00:00 -p0123 -fPlbrad -house0,51.48333333,P". Tolerances: one of the
+// last digit printed; right ascension and declination are held in 32 bits.
+TEST_F(CommandLine, AChartAsJsonHasTheValuesOfTheEphemeris) {
+    const ProgramResult result = Run({"chart", kSample + ":3", "--json"});
+    ASSERT_EQ(result.exitCode, 0) << result.errors;
+    const Json chart = Json::parse(result.output);
+    EXPECT_EQ(chart["name"], "The year 2000");
+    EXPECT_EQ(chart["julianDayUT"], 2451544.5);
+    EXPECT_NEAR(chart["julianDayET"], 2451544.500738756, 1e-9);
+    EXPECT_NEAR(chart["deltaT"], 63.828500, 1e-5);
+    EXPECT_NEAR(chart["obliquity"], 23 + 26 / 60.0 + 15.6467 / 3600, 1e-4 / 3600);
+    EXPECT_NEAR(chart["ramc"], 99.9642489, 1e-7);
+    EXPECT_EQ(chart["zodiacOffset"], 0);
+    EXPECT_NEAR(chart["latitude"], 51 + 29 / 60.0, 1e-6);
+    EXPECT_EQ(chart["longitude"], 0);
+    EXPECT_EQ(chart["houseSystem"], 5);
+    EXPECT_NEAR(chart["cusps"][0], 187.0288817, 1e-7);
+    EXPECT_NEAR(chart["cusps"][9], 99.1566657, 1e-7);
+
+    struct Row {
+        std::size_t number;
+        const char* name;
+        double lon, lat, dist, ra, dec;
+    };
+    constexpr double lunarUnit = 3281.44594 / 3600;  // the Moon's distance as its parallax
+    const double moonDistance = 8.794143 / 3600 / lunarUnit;
+    for (const Row& row :
+         {Row{1, "The Moon", 217.2932857, 5.2312985, moonDistance, 216.6694980, -8.9943994},
+          Row{3, "The Sun", 279.8592144, 0.0002297, 0.983331857, 280.7260483, -23.0711224},
+          Row{5, "Mercury", 271.1118066, -0.9456900, 1.413092357, 271.2204916, -24.3786597}}) {
+        const Json& point = chart["points"][row.number - 1];
+        EXPECT_EQ(point["number"], row.number);
+        EXPECT_EQ(point["name"], row.name);
+        EXPECT_NEAR(point["lon"], row.lon, 1e-7) << row.name;
+        EXPECT_NEAR(point["lat"], row.lat, 1e-7) << row.name;
+        EXPECT_NEAR(point["dist"], row.dist, 1e-4 * row.dist) << row.name;
+        EXPECT_NEAR(point["ra"], row.ra, 1.6e-5) << row.name;
+        EXPECT_NEAR(point["dec"], row.dec, 2e-6) << row.name;
+    }
+}
+
+TEST_F(CommandLine, AZeroIsPrintedWithoutASign) {
+    for (const std::vector<std::string>& call : std::vector<std::vector<std::string>>{
+             {"chart", kSample + ":3", "--json"}, {"charts", kSample, "--json"}}) {
+        const ProgramResult result = Run(call);
+        ASSERT_EQ(result.exitCode, 0) << result.errors;
+        EXPECT_EQ(result.output.find("\"longitude\":-0.0"), std::string::npos) << call[0];
+        EXPECT_EQ(result.output.find("\"longitude\": -0.0"), std::string::npos) << call[0];
+    }
+}
+
+TEST_F(CommandLine, APlainChartIsATableOfPointsAndHouses) {
+    const ProgramResult result = Run({"chart", kSample + ":3"});
+    ASSERT_EQ(result.exitCode, 0) << result.errors;
+    const std::vector<std::string> lines = Split(result.output, '\n');
+    ASSERT_EQ(lines.size(), 4U + 36 + 2 + 12);
+    EXPECT_EQ(lines[0], "The year 2000, Jan 1 2000, 0:00 AM GMT, Greenwich, England");
+    EXPECT_EQ(lines[1], "51N29 000W00");
+    EXPECT_EQ(lines[3], "Point         Longitude     Latitude         RA       Dec.");
+    // 217.2932857 = 7 Sc 17'35.83", 279.8592144 = 9 Cp 51'33.17" (swetest, as above).
+    EXPECT_EQ(lines[4], "The Moon      07Sc17'36\"      5.2313   216.6695    -8.9944");
+    EXPECT_EQ(lines[6], "The Sun       09Cp51'33\"      0.0002   280.7260   -23.0711");
+    EXPECT_EQ(lines[41], "Houses: Placidus");
+    EXPECT_EQ(lines[42], " 1  07Li01'44\"");  // 187.0288817
+    EXPECT_EQ(lines[51], "10  09Cn09'24\"");  // 99.1566657
+}
+
+TEST_F(CommandLine, WithoutANumberTheFirstChartIsTaken) {
+    for (const std::vector<std::string>& verb : std::vector<std::vector<std::string>>{
+             {"chart"}, {"chart", "--json"}, {"lines", "--csv"}}) {
+        const auto call = [&](const std::string& file) {
+            std::vector<std::string> arguments = verb;
+            arguments.insert(arguments.begin() + 1, file);
+            const ProgramResult result = Run(arguments);
+            EXPECT_EQ(result.exitCode, 0) << result.errors;
+            return result.output;
+        };
+        const std::string plain = call(kSample);
+        EXPECT_EQ(plain, call(kSample + ":1"));
+        EXPECT_NE(plain, call(kSample + ":2"));
+    }
+}
+
+TEST_F(CommandLine, HelpOfTheProgramNamesEveryVerbAndTheExitCodes) {
+    const ProgramResult result = Run({"--help"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.errors, "");
+    for (const char* verb : {"chart", "charts", "lines", "render", "database"}) {
+        EXPECT_NE(result.output.find("\n  " + std::string(verb) + " "), std::string::npos) << verb;
+    }
+    EXPECT_NE(result.output.find("Exit code: 0 done, 1 the work failed, 2 the call is wrong, 3 the "
+                                 "input can't be read."),
+              std::string::npos);
+    EXPECT_EQ(Run({"-h"}).output, result.output);
+}
+
+TEST_F(CommandLine, AnUnknownProjectionIsTold) {
+    const std::string out = folder_.File("a.png");
+    const ProgramResult result = Run({"render", "-o", out, "--projection", "globe"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.errors,
+              "orvantis-cli: --projection globe: cartesian, mercator, sphere or oblate is "
+              "needed\n");
+    EXPECT_FALSE(std::filesystem::exists(out));
+}
+
+TEST_F(CommandLine, FileNamesMayHoldLettersOfAnyScript) {
+    // Letters of the core's code page, and Greek and Chinese ones, which it doesn't have.
+    for (const char* name : {"M\xC3\xBCller", "\xCE\x91\xCE\xB8\xCE\xAE\xCE\xBD\xCE\xB1",
+                             "\xE5\x8C\x97\xE4\xBA\xAC"}) {
+        const std::string chart = folder_.File(std::string(name) + ".cht");
+        const std::string picture = folder_.File(std::string(name) + ".png");
+        const std::string map = folder_.File(std::string(name) + ".ovm");
+        std::filesystem::copy_file(kSample, chart);
+        std::filesystem::copy_file(std::string(ORVANTIS_DATA) + "/world.ovm", map);
+        EXPECT_EQ(Run({"chart", chart}).output, Run({"chart", kSample}).output);
+        EXPECT_EQ(Run({"charts", chart}).exitCode, 0);
+        const ProgramResult drawn =
+            Run({"render", chart, "-o", picture, "--map", map, "--size", "200x200"});
+        EXPECT_EQ(drawn.exitCode, 0) << drawn.errors;
+        EXPECT_FALSE(FileBytes(picture).empty()) << name;
+
+        const std::string none = folder_.File(std::string(name) + " none.cht");
+        EXPECT_EQ(Run({"chart", none}).errors, "orvantis-cli: " + none + ": File not found\n");
+    }
+}
+
+TEST_F(CommandLine, AFullStandardOutputIsTheWorkFailed) {
+    const std::string out = folder_.File("a.png");
+    for (const std::string& arguments :
+         {std::string("--help"), std::string("chart --help"), "chart '" + kSample + "'",
+          "chart '" + kSample + "' --json", "charts '" + kSample + "'",
+          "charts '" + kSample + "' --json", "lines '" + kSample + "' --geojson",
+          "lines '" + kSample + "' --csv", "lines '" + kSample + "' --kml",
+          "render -o '" + out + "' --size 200x200 --json"}) {
+        const ProgramResult result =
+            RunProgram("sh", {"-c", "'" + kProgram + "' " + arguments + " >/dev/full"},
+                       {"XDG_DATA_HOME=" + home_->Path()});
+        EXPECT_EQ(result.exitCode, 1) << arguments;
+        EXPECT_EQ(result.errors, "orvantis-cli: standard output: can't be written\n") << arguments;
+    }
 }
 
 TEST_F(CommandLine, TheZodiacalModeNamesItsLinesByTheAngles) {

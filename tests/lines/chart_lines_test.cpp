@@ -1,6 +1,8 @@
 #include "lines/chart_lines.h"
 
 #include <gtest/gtest.h>
+#include <limits>
+#include <vector>
 
 #include "charts/CALCCHRT.h"
 #include "map/map_document.h"
@@ -308,6 +310,211 @@ TEST_F(ChartLines, WithoutExtraAnnotationMarksHaveNoLetter) {
     std::size_t texts = 0;
     for (const std::string& line : surface_.Calls("TextOut")) texts += line.back() == ' ' ? 0 : 1;
     EXPECT_EQ(texts, 1U);
+}
+
+TEST_F(ChartLines, ALineIsDrawnWithoutALabelWhereItsPointIsOverheadOutsideTheView) {
+    ShowTypes({1});
+    Place(3, 40, 10);
+    View(20, 0, 60, 80);
+    SetView();
+    surface_.log.clear();
+    PlotChartLines(kFalse, kTrue, 1);
+    EXPECT_FALSE(surface_.Calls("LineTo").empty());
+    EXPECT_TRUE(chartLines.anyVisible);
+    EXPECT_TRUE(chartLines.objects.empty());
+
+    View(0, 0, 60, 80);
+    SetView();
+    PlotChartLines(kFalse, kTrue, 1);
+    EXPECT_EQ(chartLines.objects.size(), 1U) << "with the declination in view there is a label";
+}
+
+// A label at a position in whole degrees.
+void ExpectObjectAt(int lat, int longitude) {
+    std::int16_t x = 0;
+    std::int16_t y = 0;
+    ProjectPoint(static_cast<std::int16_t>(lat * 60), static_cast<std::int16_t>(longitude * 60), y,
+                 x);
+    ASSERT_EQ(chartLines.objects.size(), 1U);
+    EXPECT_EQ(chartLines.objects[0].x, x);
+    EXPECT_EQ(chartLines.objects[0].y, y);
+}
+
+TEST_F(ChartLines, TheOverheadLabelOfTheGeodeticZodiacStandsAtTheEclipticLatitude) {
+    ShowTypes({1});
+    Place(3, 99, 10);
+    calcChart[1].Lon[3] = 40;
+    calcChart[1].Lat[3] = -5;
+    options.mapZodiac = 1;
+    SetView();
+    PlotChartLines(kFalse, kTrue, 1);
+    ExpectObjectAt(-5, 40);
+}
+
+TEST_F(ChartLines, ATypeThatIsOffDrawsNothing) {
+    Place(3, 40, 10);
+    struct Row {
+        std::size_t type;
+        int node;  // longitude of the label on the equator
+    };
+    for (const Row& row : {Row{3, 40 - 90}, Row{4, 40 + 90}}) {
+        ShowTypes({row.type});
+        settings.lineStyle[3].colour = 0x010101;
+        settings.lineStyle[4].colour = 0x020202;
+        SetView();
+        surface_.log.clear();
+        PlotChartLines(kFalse, kTrue, 1);
+        ExpectObjectAt(0, row.node);
+        const std::string other = "SetPen 1 0 " + std::to_string(row.type == 3 ? 0x020202 : 65793);
+        for (const std::string& pen : surface_.Calls("SetPen")) EXPECT_NE(pen, other);
+    }
+    for (const std::size_t off : {1, 2}) {
+        ShowTypes({3 - off});
+        SetView();
+        PlotChartLines(kFalse, kTrue, 1);
+        ASSERT_EQ(mapView.edgeMarks.size(), 1U);
+        EXPECT_EQ(mapView.edgeMarks[0].type, static_cast<std::int16_t>(3 - off));
+    }
+    ShowTypes({});
+    SetView();
+    surface_.log.clear();
+    PlotChartLines(kFalse, kTrue, 1);
+    EXPECT_TRUE(surface_.Calls("LineTo").empty());
+    EXPECT_TRUE(chartLines.objects.empty());
+}
+
+TEST_F(ChartLines, TheRiseLabelNeedsAVisibleSampleOnTheEquatorTheSetLabelTheLongitudeAlone) {
+    Place(3, 40, 30);
+    struct Row {
+        std::size_t type;
+        float south, west, north, east;  // narrow views around the node, or beside it
+        std::size_t labels;
+    };
+    const std::vector<Row> rows = {
+        {3, -20, -90, 20, -10, 1},   // the node at -50 in view
+        {3, 20, -90, 60, -10, 0},    // north of it: the sample isn't visible
+        {3, -20, 10, 20, 90, 0},     // east of it
+        {4, -20, 90, 20, 170, 1},    // the node at 130 in view
+        {4, 20, 90, 60, 170, 1},     // north of it: labelled all the same
+        {4, -20, -170, 20, -90, 0},  // its longitude out of view
+    };
+    for (const Row& row : rows) {
+        ShowTypes({row.type});
+        View(row.south, row.west, row.north, row.east);
+        SetView();
+        PlotChartLines(kFalse, kTrue, 1);
+        EXPECT_EQ(chartLines.objects.size(), row.labels)
+            << "type " << row.type << " view " << row.south << " " << row.west;
+    }
+}
+
+TEST_F(ChartLines, OnGlobesMeridianLinesAskForNoMarks) {
+    Place(3, 10, 10);
+    ShowTypes({1, 2});
+    for (const std::int16_t globe : {projection::kGlobeSphere, projection::kGlobeOblate}) {
+        CurrentMap() = {};
+        SetView();
+        ChangeProjection(globe, projection::kCartesian);
+        CurrentMap().projection = globe;
+        SetView();
+        surface_.log.clear();
+        PlotChartLines(kFalse, kTrue, 1);
+        EXPECT_FALSE(surface_.Calls("LineTo").empty()) << globe;
+        EXPECT_TRUE(mapView.edgeMarks.empty()) << globe;
+    }
+}
+
+void Log(std::string_view what) {
+    static_cast<RecordingSurface*>(mapView.surface)->log.emplace_back(what);
+}
+
+TEST_F(ChartLines, LinesOfOtherRoomsAreDrawnInTheirOrder) {
+    Place(3, 40, 10);
+    ShowTypes({1, 3});
+    settings.lineStyle[1].planetColour = kFalse;
+    settings.lineStyle[1].colour = 0x000001;
+    settings.lineStyle[3].colour = 0x000002;
+    session.EclipseNumber = 1;
+    refreshCaption = [] { Log("caption"); };
+    shadeNight = [](Flag, std::int16_t slot) { Log("night of slot " + std::to_string(slot)); };
+    plotLocalLines = [](Flag, std::int16_t) { Log("local lines"); };
+    plotParans = [](Flag, std::int16_t) { Log("parans"); };
+    plotCircles = [](Flag, std::int16_t) { Log("circles"); };
+    plotEclipseLines = [](Flag) { Log("eclipse"); };
+    SetView();
+    surface_.log.clear();
+    PlotChartLines(kFalse, kTrue, 1);
+
+    std::vector<std::string> steps;
+    for (const std::string& line : surface_.log) {
+        const bool drawing =
+            line.find(' ') != std::string::npos && line[0] >= 'A' && line[0] <= 'Z';
+        if (!drawing || line == "SetPen 1 0 1" || line == "SetPen 1 0 2") steps.push_back(line);
+        if (line == "ClearClip") break;
+    }
+    const std::vector<std::string> expected = {
+        "caption",      "night of slot 1", "local lines", "parans",  "SetPen 1 0 1",
+        "SetPen 1 0 2", "circles",         "eclipse",     "caption", "ClearClip"};
+    EXPECT_EQ(steps, expected);
+}
+
+TEST_F(ChartLines, AnEclipseAloneDrawsNoLinesOfAChart) {
+    Place(3, 40, 10);
+    session.ChartNumber = 0;
+    session.EclipseNumber = 1;
+    shadeNight = [](Flag, std::int16_t) { Log("night"); };
+    plotEclipseLines = [](Flag printing) { Log("eclipse " + std::to_string(printing)); };
+    SetView();
+    surface_.log.clear();
+    PlotChartLines(kTrue, kTrue, 1);
+    EXPECT_TRUE(surface_.Calls("LineTo").empty());
+    EXPECT_TRUE(surface_.Calls("night").empty());
+    EXPECT_EQ(surface_.Calls("eclipse"), std::vector<std::string>{"eclipse -1"});
+}
+
+TEST_F(ChartLines, OnlyAFullPlotEmptiesTheLists) {
+    ShowTypes({1});
+    Place(3, 40, 10);
+    SetView();
+    PlotChartLines(kFalse, kTrue, 1);
+    EXPECT_EQ(chartLines.objects.size(), 1U);
+    EXPECT_EQ(mapView.edgeMarks.size(), 1U);
+    PlotChartLines(kFalse, kFalse, 1);
+    EXPECT_EQ(chartLines.objects.size(), 2U);
+    EXPECT_EQ(mapView.edgeMarks.size(), 2U);
+    PlotChartLines(kFalse, kTrue, 1);
+    EXPECT_EQ(chartLines.objects.size(), 1U);
+    EXPECT_EQ(mapView.edgeMarks.size(), 1U);
+}
+
+TEST_F(ChartLines, AFloatingFaultInALineReachesThePlotsReport) {
+    Place(3, 40, 10);
+    for (const std::size_t type : {1, 2, 3, 4}) {
+        ShowTypes({type});
+        calcChart[1].RA[3] = std::numeric_limits<float>::quiet_NaN();
+        TestShell().boxes.clear();
+        PlotMap4(kFalse, surface_, kFalse);
+        EXPECT_EQ(TestShell().boxes,
+                  std::vector<std::string>{"Orvantis: An error occurred whilst plotting: / "
+                                           "Overflow / "})
+            << type;
+        EXPECT_TRUE(plotState.interrupted);
+
+        calcChart[1].RA[3] = 40;
+        PlotMap4(kFalse, surface_, kFalse);
+        EXPECT_FALSE(plotState.interrupted);
+        EXPECT_EQ(TestShell().boxes.size(), 1U) << "the next plot is whole again";
+    }
+}
+
+TEST_F(ChartLines, TheZodiacalModeIsDrawnFromTheEclipticLongitude) {
+    // At 0 Aries right ascension is 0 whatever the obliquity, so the line stands at longitude 0.
+    ShowTypes({1});
+    Place(3, 40, 10);
+    options.lineMode = 2;
+    SetView();
+    PlotChartLines(kFalse, kTrue, 1);
+    ExpectObjectAt(10, 0);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "lines/line_geometry.h"
 
+#include <array>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <random>
@@ -195,6 +196,113 @@ TEST_F(LineGeometry, TheGeodeticHorizonMayTakeTheEclipticAsEquator) {
     options.lineMode = 2;
     EXPECT_EQ(RiseSetCircle(frame, 6).tilt, -90);
     EXPECT_EQ(RiseSetCircle(frame, 6).node, Modulo(120 + 90, 360) - 180);
+}
+
+// A point of the ecliptic in right ascension and declination, from publications: J. Meeus,
+// Astronomical Algorithms, example 25.a (the Sun of 1992 October 13, apparent longitude
+// 199.90895, obliquity 23.43999; printed with five decimals, the tolerance is one of the last),
+// and the four cardinal points, which are exact by definition.
+struct EclipticRow {
+    double longitude;
+    double rightAscension;
+    double declination;
+    double tolerance;
+};
+constexpr double kMeeusObliquity = 23.43999;
+constexpr std::array<EclipticRow, 5> kEclipticRows = {{
+    {199.90895, 198.38083, -7.78507, 1e-5},
+    {0, 0, 0, 1e-9},
+    {90, 90, kMeeusObliquity, 1e-9},
+    {180, 180, 0, 1e-9},
+    {270, 270, -kMeeusObliquity, 1e-9},
+}};
+
+// Difference of two angles, degrees, -180 to 180.
+double Turn(double a, double b) {
+    return std::remainder(a - b, 360);
+}
+
+// A frame with its Midheaven at right ascension 30 and its place at 15 degrees west.
+LineFrame MeeusFrame() {
+    LineFrame frame;
+    frame.obliquity = kMeeusObliquity;
+    frame.midheavenRA = 30;
+    frame.placeLongW = 15;
+    return frame;
+}
+
+// Puts the point at a longitude, with equatorial values that the zodiacal mode must not use.
+void PlaceOnEcliptic(std::size_t p, double longitude) {
+    calcChart[1].Lon[p] = longitude;
+    calcChart[1].Lat[p] = 4;
+    calcChart[1].RA[p] = 123;
+    calcChart[1].Dec[p] = 45;
+}
+
+TEST_F(LineGeometry, TheZodiacalModeTakesThePublishedPlaceOfAnEclipticLongitude) {
+    options.lineMode = 2;
+    const LineFrame frame = MeeusFrame();
+    for (const EclipticRow& row : kEclipticRows) {
+        PlaceOnEcliptic(3, row.longitude);
+        // Under the point: its right ascension less the sidereal time of longitude 0, 30 + 15.
+        const double under = row.rightAscension - 45;
+        EXPECT_NEAR(Turn(MeridianLineLongitude(frame, 3, line_type::kCulminate), under), 0,
+                    row.tolerance);
+        EXPECT_NEAR(
+            std::abs(Turn(MeridianLineLongitude(frame, 3, line_type::kAnticulminate), under)), 180,
+            row.tolerance);
+        const HorizonCircle circle = RiseSetCircle(frame, 3);
+        EXPECT_NEAR(circle.tilt, row.declination - 90, row.tolerance) << row.longitude;
+        EXPECT_NEAR(Turn(circle.node, under - 90), 0, row.tolerance) << row.longitude;
+    }
+}
+
+// Meeus, Astronomical Algorithms, formulas 13.3 and 13.4 with latitude 0.
+TEST_F(LineGeometry, TheZodiacalModeAgreesWithTheTextbookAtEveryLongitude) {
+    options.lineMode = 2;
+    const LineFrame frame = MeeusFrame();
+    const double e = kMeeusObliquity * kDegree;
+    for (int longitude = 0; longitude < 360; longitude += 7) {
+        const double l = longitude * kDegree;
+        const double ra = std::atan2(std::sin(l) * std::cos(e), std::cos(l)) / kDegree;
+        const double dec = std::asin(std::sin(e) * std::sin(l)) / kDegree;
+        PlaceOnEcliptic(3, longitude);
+        EXPECT_NEAR(Turn(MeridianLineLongitude(frame, 3, line_type::kCulminate), ra - 45), 0, 1e-9)
+            << longitude;
+        EXPECT_NEAR(RiseSetCircle(frame, 3).tilt, dec - 90, 1e-9) << longitude;
+    }
+}
+
+TEST_F(LineGeometry, ASiderealLongitudeIsTurnedBackToTheTropicalOneInTheZodiacalMode) {
+    options.lineMode = 2;
+    LineFrame frame = MeeusFrame();
+    frame.offset = -24.75;
+    PlaceOnEcliptic(3, 199.90895 - 24.75);
+    EXPECT_NEAR(Turn(MeridianLineLongitude(frame, 3, line_type::kCulminate), 198.38083 - 45), 0,
+                1e-5);
+    EXPECT_NEAR(RiseSetCircle(frame, 3).tilt, -7.78507 - 90, 1e-5);
+
+    // The frame of a sidereal chart has that offset: 24 degrees 44 minutes in 2000 (the base of
+    // Fagan and Allen, with nutation and rounding within 0.02 degrees).
+    Chart().Zodiac = 2;
+    EXPECT_NEAR(MakeLineFrame(1).offset, -(24 + 44 / 60.0), 0.02);
+    Chart().Zodiac = 1;
+    EXPECT_EQ(MakeLineFrame(1).offset, 0);
+}
+
+TEST_F(LineGeometry, TheGeodeticHorizonOfTheZodiacalModeHasTheDeclinationOnTheEcliptic) {
+    options.lineMode = 2;
+    options.mapZodiac = 1;
+    options.geodeticStart = 10;
+    const LineFrame frame = MeeusFrame();
+    for (const EclipticRow& row : kEclipticRows) {
+        PlaceOnEcliptic(3, row.longitude);
+        const HorizonCircle circle = RiseSetCircle(frame, 3);
+        EXPECT_NEAR(circle.tilt, row.declination - 90, row.tolerance) << row.longitude;
+        EXPECT_NEAR(Turn(circle.node, row.longitude - 10 - 90), 0, 1e-9);
+    }
+    options.lineMode = 1;
+    EXPECT_EQ(RiseSetCircle(frame, 3).tilt, 45 - 90) << "in mundo: the point's own declination";
 }
 
 }  // namespace

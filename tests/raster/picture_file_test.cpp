@@ -103,5 +103,18 @@ TEST(PictureFile, HostileSizesAreRefusedWithoutTheMemoryForThem) {
     }
 }
 
+TEST(PictureFile, ABitmapOfFewBitsAPixelIsRefused) {
+    const TempFolder folder;
+    Bytes bytes(62 + 4 * 8);
+    bytes[0] = 'B';
+    bytes[1] = 'M';
+    PutU32(&bytes[10], 62);
+    PutI32(&bytes[18], 8);
+    PutI32(&bytes[22], 8);
+    PutU16(&bytes[28], 1);
+    Image image;
+    EXPECT_FALSE(LoadImage(folder.Write("one-bit.bmp", bytes), image));
+}
+
 }  // namespace
 }  // namespace orvantis

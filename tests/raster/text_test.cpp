@@ -5,6 +5,7 @@
 
 #include "raster/glyph_font.h"
 #include "raster/image_surface.h"
+#include "raster/qt_gui.h"
 #include "raster/text_face.h"
 #include "session/tables.h"
 #include "text/code_page.h"
@@ -255,6 +256,14 @@ TEST(Text, BoldIsHeavierAndItalicLeans) {
 TEST(Text, FontNamesAreFoundOnceAndKept) {
     EXPECT_EQ(FindTextFace(GlyphFont(), 96), FindTextFace(GlyphFont(), 96));
     EXPECT_NE(FindTextFace(GlyphFont(), 96), FindTextFace(GlyphFont(), 120));
+}
+
+TEST(Text, ASizeThatIsNoNumberGivesTheSameFaceEachTime) {
+    EnsureQtGui();
+    Font font{"DejaVu Sans", std::nanf(""), false, false};
+    EXPECT_EQ(FindTextFace(font, 96), FindTextFace(font, 96));
+    font.size = 1e30F;
+    EXPECT_EQ(FindTextFace(font, 96)->font.size, 500);
 }
 
 }  // namespace

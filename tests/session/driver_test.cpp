@@ -3,6 +3,7 @@
 #include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <random>
 #include <unistd.h>
 
 #include "charts/CALCCHRT.h"
@@ -103,6 +104,32 @@ TEST_F(Driver, AnEmptyDatabaseIsTold) {
     ASSERT_EQ(TestShell().boxes.size(), 1U);
     EXPECT_EQ(TestShell().boxes[0], "Database Error: " + folder_.File("program/level1.pnt") +
                                         " / The file holds no map lines.");
+}
+
+TEST_F(Driver, ADatabaseOfRandomBytesIsTold) {
+    std::mt19937 random(5);
+    Bytes bytes(5000);
+    for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random());
+    Ship("level1.pnt", bytes);
+    Start();
+    EXPECT_NE(LoadDatabase(), 0);
+    ASSERT_FALSE(TestShell().boxes.empty());
+    EXPECT_EQ(TestShell().boxes.back(), "Database Error: " + folder_.File("program/level1.pnt") +
+                                            " / The file isn't a map database.");
+}
+
+TEST_F(Driver, AnIndexOfRandomBytesIsMadeAnew) {
+    Ship("level1.pnt", TwoLines());
+    Start();
+    ASSERT_EQ(LoadDatabase(), 0);
+    const Bytes good = FileBytes(folder_.File("program/levelx.ndx"));
+    Bytes bad(good.size(), 0xFE);
+    folder_.Write("program/levelx.ndx", bad);
+    fs::last_write_time(folder_.File("program/levelx.ndx"),
+                        fs::file_time_type::clock::now() + std::chrono::hours(1));
+    EXPECT_EQ(LoadDatabase(), 0);
+    EXPECT_EQ(pointDatabase.count, 2);
+    EXPECT_EQ(FileBytes(folder_.File("program/levelx.ndx")), good);
 }
 
 TEST_F(Driver, AMissingLevelTwoMakesAllDerivedFilesAnewWithThePanelShown) {

@@ -1,5 +1,6 @@
 #include "session/settings.h"
 
+#include <array>
 #include <gtest/gtest.h>
 
 #include "session/session_state.h"
@@ -132,6 +133,188 @@ TEST_F(SettingsFiles, WithoutASettingsFileTheBuiltInLineStylesApply) {
     EXPECT_EQ(settings.lineStyle[12].colour, 0x0000FF);
     EXPECT_EQ(settings.mapBackColour, 0x80FF00);
     EXPECT_EQ(settings.specialFillColour, 0xC0C0C0);
+}
+
+TEST_F(SettingsFiles, ASelectionFileThatEndsWithinARecordSelectsThatPoint) {
+    Bytes bytes = SelectionRecords(6, 0);
+    bytes.pop_back();  // half of the flag of point 6
+    LoadPointSelection(folder_.Write("a.pts", bytes));
+    EXPECT_EQ(pointSelection[5], 0);
+    EXPECT_EQ(pointSelection[6], -1);
+    EXPECT_EQ(PendingRunTimeError(), 0);
+    EXPECT_TRUE(TestShell().log.empty());
+}
+
+TEST_F(SettingsFiles, AnOverLongSelectionFileGivesItsFirst36Points) {
+    LoadPointSelection(folder_.Write("a.pts", SelectionRecords(100, -1)));
+    EXPECT_EQ(pointSelection[36], -1);
+    for (std::size_t p = 37; p <= kPointCount; ++p) EXPECT_EQ(pointSelection[p], 0) << p;
+}
+
+TEST_F(SettingsFiles, TheSixteenClassicColoursAreThoseOfTheirNumbers) {
+    // The palette of the 16 colour displays, red in the low byte: half bright 0x80, bright 0xFF.
+    constexpr std::array<Colour, 16> expected = {
+        0x000000, 0x800000, 0x008000, 0x808000, 0x000080, 0x800080, 0x008080, 0xC0C0C0,
+        0x808080, 0xFF0000, 0x00FF00, 0xFFFF00, 0x0000FF, 0xFF00FF, 0x00FFFF, 0xFFFFFF};
+    Bytes bytes(72);
+    for (std::size_t i = 0; i < 36; ++i) PutI16(&bytes[i * 2], static_cast<std::int16_t>(i % 16));
+    LoadPointColours(folder_.Write("a.cpt", bytes));
+    for (std::size_t i = 0; i < 36; ++i) EXPECT_EQ(pointColour[i + 1], expected[i % 16]) << i;
+}
+
+TEST_F(SettingsFiles, AClassicColourNumberThatDoesNotExistIsBlack) {
+    for (const int number : {-1, 16, -32768, 32767}) {
+        EXPECT_EQ(ClassicColour(static_cast<std::int16_t>(number)), 0) << number;
+    }
+}
+
+TEST_F(SettingsFiles, AMissingColourFileChangesNothing) {
+    pointColour[7] = 0x123456;
+    LoadPointColours(folder_.File("none.cpt"));
+    EXPECT_EQ(pointColour[7], 0x123456);
+    EXPECT_TRUE(TestShell().log.empty());
+}
+
+TEST_F(SettingsFiles, AShortColourFileLeavesTheColoursOfTheMissingPoints) {
+    Bytes bytes(5);  // two classic colours and half of a third
+    PutI16(&bytes[0], 12);
+    PutI16(&bytes[2], 10);
+    pointColour[3] = 77;
+    pointColour[36] = 78;
+    LoadPointColours(folder_.Write("a.cpt", bytes));
+    EXPECT_EQ(pointColour[1], 0x0000FF);
+    EXPECT_EQ(pointColour[2], 0x00FF00);
+    EXPECT_EQ(pointColour[3], 77);
+    EXPECT_EQ(pointColour[36], 78);
+    EXPECT_EQ(PendingRunTimeError(), 0);
+}
+
+TEST_F(SettingsFiles, AnOverLongColourFileGivesItsFirst36Colours) {
+    LoadPointColours(folder_.Write("a.cpt", Bytes(4000, 0x11)));
+    EXPECT_EQ(pointColour[36], 0x11111111);
+    EXPECT_EQ(pointColour[37], 0);
+}
+
+TEST_F(SettingsFiles, AMissingSettingsFileKeepsTheSettingsAndIsTold) {
+    settings.symbolSize = 11;
+    const std::string path = folder_.File("none.ovs");
+    LoadSettings(path, kTrue);
+    EXPECT_EQ(settings.symbolSize, 11);
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{"Open Error: " + path + " /  / File not found"});
+    EXPECT_EQ(session.SettingsPath, path);
+    EXPECT_EQ(session.SettingsName, "none");
+}
+
+int plots = 0;
+
+TEST_F(SettingsFiles, NewSettingsArePlottedOnceIfThatIsWanted) {
+    plots = 0;
+    plotAfterSettings = [] { ++plots; };
+    const std::string path = folder_.File("a.ovs");
+    SaveSettings(path, "");
+    LoadSettings(path, kFalse);
+    EXPECT_EQ(plots, 0);
+    LoadSettings(path, kTrue);
+    EXPECT_EQ(plots, 1);
+}
+
+TEST_F(SettingsFiles, SavingLeavesThePathAndNameOfTheSettingsInUse) {
+    session.SettingsPath = "C:\\old.ovs";
+    session.SettingsName = "old";
+    SaveSettings(folder_.File("new.ovs"), "New");
+    EXPECT_EQ(FileBytes(folder_.File("new.ovs")).size(), 340U);
+    EXPECT_EQ(session.SettingsPath, "C:\\old.ovs");
+    EXPECT_EQ(session.SettingsName, "old");
+    EXPECT_TRUE(TestShell().log.empty());
+}
+
+TEST_F(SettingsFiles, ASaveThatFailsIsTold) {
+    const std::string path = folder_.File("none/a.ovs");
+    SaveSettings(path, "");
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{"Open Error: " + path + " /  / Path not found"});
+}
+
+TEST_F(SettingsFiles, AnOverLongSettingsFileGivesItsFirstRecord) {
+    settings.symbolSize = 17;
+    SaveSettings(folder_.File("a.ovs"), "First");
+    Bytes bytes = FileBytes(folder_.File("a.ovs"));
+    bytes.resize(5000, 0xEE);
+    settings = {};
+    LoadSettings(folder_.Write("b.ovs", bytes), kFalse);
+    EXPECT_EQ(settings.symbolSize, 17);
+    EXPECT_EQ(settings.description, "First");
+    EXPECT_TRUE(TestShell().log.empty());
+}
+
+TEST_F(SettingsFiles, TextsTooLongForTheirFieldsAreCut) {
+    settings.textFontName = std::string(40, 'f');
+    SaveSettings(folder_.File("a.ovs"), std::string(100, 'd'));
+    const Bytes bytes = FileBytes(folder_.File("a.ovs"));
+    ASSERT_EQ(bytes.size(), 340U);
+    EXPECT_EQ(GetText(bytes.data(), 80), std::string(80, 'd'));
+    EXPECT_EQ(GetI32(&bytes[80]), 0x80FF00);
+    EXPECT_EQ(GetText(&bytes[302], 30), std::string(30, 'f'));
+    EXPECT_EQ(GetF32(&bytes[332]), 8.25F);
+}
+
+// A run of bytes of a file, written out in hexadecimal digits.
+struct GoldenRow {
+    std::size_t offset;
+    std::string_view bytes;
+};
+
+std::string Hex(const Bytes& bytes, std::size_t offset, std::size_t count) {
+    std::string text;
+    for (std::size_t i = offset; i < offset + count; ++i) {
+        constexpr std::string_view digits = "0123456789ABCDEF";
+        if (i > offset) text += ' ';
+        text += digits[bytes[i] >> 4];
+        text += digits[bytes[i] & 15];
+    }
+    return text;
+}
+
+TEST_F(SettingsFiles, TheDefaultSettingsAreTheseBytes) {
+    // Little-endian: flags FF FF or 00 00, colours red, green, blue, 0.
+    constexpr std::array<GoldenRow, 17> rows = {{
+        {80, "00 FF 80 00 C0 C0 C0 00"},                     // land, sea
+        {88, "FF FF 00 00 00 00 00 00 01 00 00 00 00 00"},   // 0
+        {102, "FF FF FF FF FF FF 00 00 01 00 00 00 02 00"},  // 1 Culminate
+        {116, "FF FF 00 00 FF FF 00 00 01 00 02 00 02 00"},  // 2 Anticulminate
+        {130, "FF FF 00 00 FF FF FF 00 01 00 00 00 01 00"},  // 3 Rise
+        {144, "FF FF 00 00 FF FF FF 00 01 00 00 00 01 00"},  // 4 Set
+        {158, "00 00 00 00 FF FF 00 00 01 00 00 00 02 00"},  // 5 Paran RS/RS
+        {172, "00 00 00 00 FF FF 00 00 01 00 00 00 02 00"},  // 6 Paran RS/MI
+        {186, "00 00 FF FF 00 FF FF 00 02 00 00 00 00 00"},  // 7 Local Space
+        {200, "00 00 00 00 FF FF 00 00 01 00 00 00 02 00"},  // 8 Local House
+        {214, "00 00 00 00 FF FF 00 00 01 00 00 00 02 00"},  // 9 Horizon
+        {228, "00 00 00 00 FF FF 00 00 01 00 00 00 02 00"},  // 10 Ecliptic
+        {242, "00 00 00 00 FF FF 00 00 01 00 00 00 02 00"},  // 11 Signs
+        {256, "FF FF 00 00 FF 00 00 00 03 00 00 00 02 00"},  // 12 Eclipse
+        {270, "FF FF 00 00 00 00 00 00 01 00 00 00 02 00"},  // 13 Partial Eclipse
+        {284, "FF FF FF FF FF FF FF 00 01 00 00 00 02 00"},  // 14
+        // Symbol size 9 (0x41100000); "QX Symbol"; text size 8.25 (0x41040000); bold; italic.
+        {298, "00 00 10 41 51 58 20 53 79 6D 62 6F 6C"},
+    }};
+    SaveSettings(folder_.File("a.ovs"), "");
+    const Bytes bytes = FileBytes(folder_.File("a.ovs"));
+    ASSERT_EQ(bytes.size(), 340U);
+    EXPECT_EQ(GetText(bytes.data(), 80), std::string(80, ' '));
+    for (const GoldenRow& row : rows) {
+        EXPECT_EQ(Hex(bytes, row.offset, (row.bytes.size() + 1) / 3), row.bytes) << row.offset;
+    }
+    EXPECT_EQ(GetText(&bytes[311], 21), std::string(21, ' '));
+    EXPECT_EQ(Hex(bytes, 332, 8), "00 00 04 41 00 00 00 00");
+}
+
+TEST_F(SettingsFiles, TheShippedSettingsDifferInDescriptionLandAndSeaAlone) {
+    SaveSettings(folder_.File("a.ovs"), "");
+    const Bytes bytes = FileBytes(folder_.File("a.ovs"));
+    const Bytes shipped = FileBytes(std::string(ORVANTIS_DATA) + "/default.ovs");
+    ASSERT_EQ(shipped.size(), 340U);
+    EXPECT_EQ(Hex(shipped, 88, 252), Hex(bytes, 88, 252));
 }
 
 }  // namespace

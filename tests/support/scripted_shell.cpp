@@ -24,19 +24,8 @@ constexpr std::array<std::string_view, 5> kButtonNames = {"Ok", "OkCancel", "Yes
 constexpr std::array<std::string_view, 5> kIconNames = {"None", "Information", "Exclamation",
                                                         "Question", "Error"};
 
-}  // namespace
-
-BoxAnswer ScriptedShell::MessageBox(std::string_view text, std::string_view title,
-                                    BoxButtons buttons, BoxIcon icon) {
-    log.push_back("MessageBox|" + std::string(title) + "|" + Escaped(text, "\\r\\n") + "|" +
-                  std::string(kButtonNames[static_cast<std::size_t>(buttons)]) + "|" +
-                  std::string(kIconNames[static_cast<std::size_t>(icon)]));
-    boxes.push_back(std::string(title) + ": " + Escaped(text, " / "));
-    if (!boxAnswers.empty()) {
-        const BoxAnswer answer = boxAnswers.front();
-        boxAnswers.pop_front();
-        return answer;
-    }
+// What a box answers when nothing is queued for it.
+BoxAnswer AnswerByItself(BoxButtons buttons) {
     switch (buttons) {
         case BoxButtons::YesNo:
         case BoxButtons::YesNoCancel:
@@ -48,22 +37,55 @@ BoxAnswer ScriptedShell::MessageBox(std::string_view text, std::string_view titl
     }
 }
 
+// What a box answers when the user refuses.
+BoxAnswer Refusal(BoxButtons buttons) {
+    switch (buttons) {
+        case BoxButtons::Ok:
+            return BoxAnswer::Ok;
+        case BoxButtons::YesNo:
+            return BoxAnswer::No;
+        default:
+            return BoxAnswer::Cancel;
+    }
+}
+
+// Takes the next answer off a queue; `otherwise` if it is empty.
+template <typename Answer>
+Answer Take(std::deque<Answer>& answers, const Answer& otherwise) {
+    if (answers.empty()) return otherwise;
+    const Answer answer = answers.front();
+    answers.pop_front();
+    return answer;
+}
+
+}  // namespace
+
+bool ScriptedShell::IsCancelled() {
+    return ++questions == cancelCall;
+}
+
+BoxAnswer ScriptedShell::MessageBox(std::string_view text, std::string_view title,
+                                    BoxButtons buttons, BoxIcon icon) {
+    log.push_back("MessageBox|" + std::string(title) + "|" + Escaped(text, "\\r\\n") + "|" +
+                  std::string(kButtonNames[static_cast<std::size_t>(buttons)]) + "|" +
+                  std::string(kIconNames[static_cast<std::size_t>(icon)]));
+    boxes.push_back(std::string(title) + ": " + Escaped(text, " / "));
+    const BoxAnswer answer = Take(boxAnswers, AnswerByItself(buttons));
+    return IsCancelled() ? Refusal(buttons) : answer;
+}
+
 std::optional<std::string> ScriptedShell::ChooseFile(std::string_view title,
                                                      std::string_view filter, bool forSaving) {
     log.push_back("ChooseFile|" + std::string(title) + "|" + std::string(filter) + "|" +
                   (forSaving ? "save" : "open"));
-    if (fileAnswers.empty()) return std::nullopt;
-    std::optional<std::string> answer = fileAnswers.front();
-    fileAnswers.pop_front();
-    return answer;
+    const std::optional<std::string> answer = Take(fileAnswers, {});
+    return IsCancelled() ? std::nullopt : answer;
 }
 
 std::optional<Colour> ScriptedShell::ChooseColour(std::string_view title, Colour colour) {
     log.push_back("ChooseColour|" + std::string(title) + "|" + std::to_string(colour));
-    if (colourAnswers.empty()) return std::nullopt;
-    const std::optional<Colour> answer = colourAnswers.front();
-    colourAnswers.pop_front();
-    return answer;
+    const std::optional<Colour> answer = Take(colourAnswers, {});
+    return IsCancelled() ? std::nullopt : answer;
 }
 
 void ScriptedShell::SetTitle(std::string_view title) {

@@ -30,11 +30,20 @@ class ScriptedShell : public Shell {
     std::deque<std::optional<Colour>> colourAnswers;     ///< empty: cancelled
     LocalTime now;
 
+    /// The n-th question (message box or choice, counted from 1) is cancelled, whatever the queues
+    /// hold for it: a box answers Cancel, No where that is its only refusal, and Ok where it has no
+    /// other button. 0: none.
+    int cancelCall = 0;
+    int questions = 0;  ///< questions so far
+
     /// One line a call: "MessageBox|title|text|buttons|icon" and the like; CRLF as "\r\n" escaped.
     std::vector<std::string> log;
     /// Message boxes alone, as "title: text" with CRLF turned into " / ".
     std::vector<std::string> boxes;
     int progressCalls = 0;  ///< ShowProgress is counted, not logged
+
+  private:
+    bool IsCancelled();
 };
 
 }  // namespace orvantis

@@ -1,0 +1,231 @@
+// Every test starts from ResetAll: it has to put back each field of each process-wide record. The
+// fields of the records are listed here by structured bindings, so that a new field which isn't
+// listed doesn't compile.
+#include "support/reset_all.h"
+
+#include <concepts>
+#include <gtest/gtest.h>
+#include <tuple>
+
+#include "charts/CALCCHRT.h"
+#include "charts/KVCharts.h"
+#include "charts/QXASTRO.h"
+#include "charts/SwissEph.h"
+#include "lines/chart_lines.h"
+#include "map/map_document.h"
+#include "map/plot.h"
+#include "map/point_database.h"
+#include "map/projection.h"
+#include "session/commands.h"
+#include "session/files.h"
+#include "session/session_state.h"
+#include "session/settings.h"
+#include "support/recording_surface.h"
+#include "support/temp_folder.h"
+#include "text/run_time_error.h"
+
+namespace orvantis {
+namespace {
+
+// The fields of a record, constant or not, as a tuple of references.
+#define ORVANTIS_FIELDS(Record, ...)                      \
+    template <typename R>                                 \
+    requires std::same_as<std::remove_const_t<R>, Record> \
+    auto Fields(R& record) {                              \
+        auto& [__VA_ARGS__] = record;                     \
+        return std::tie(__VA_ARGS__);                     \
+    }
+
+ORVANTIS_FIELDS(Image, a, b, c)
+ORVANTIS_FIELDS(SessionState, a, b, c, d, e, f, g, h, i, j, k, l, m, n, o, p, q, r, s)
+ORVANTIS_FIELDS(LineStyle, a, b, c, d, e, f)
+ORVANTIS_FIELDS(Settings, a, b, c, d, e, f, g, h, i)
+ORVANTIS_FIELDS(Options, a, b, c, d, e, f, g, h, i, j, k, l, m, n, o, p, q, r, s)
+ORVANTIS_FIELDS(LineIndexEntry, a, b, c, d, e, f, g)
+ORVANTIS_FIELDS(ClassRow, a, b)
+ORVANTIS_FIELDS(PointDatabase, a, b, c)
+ORVANTIS_FIELDS(MapDocument, a, b, c, d, e, f, g, h, i, j, k, l, m, n)
+ORVANTIS_FIELDS(FillRecord, a, b, c)
+ORVANTIS_FIELDS(MapState, a, b, c, d, e, f)
+ORVANTIS_FIELDS(MapRect, a, b, c, d)
+ORVANTIS_FIELDS(ViewExtent, a, b, c, d, e, f, g, h, i, j, k, l, m, n, o, p, q, r, s, t, u, v)
+ORVANTIS_FIELDS(EdgeMark, a, b, c, d, e)
+ORVANTIS_FIELDS(MapView, a, b, c, d, e, f, g, h, i, j)
+ORVANTIS_FIELDS(ClipCrossing, a, b, c, d)
+ORVANTIS_FIELDS(PlotState, a, b, c, d, e, f, g, h)
+ORVANTIS_FIELDS(CalcChart, a1, a2, a3, a4, a5, a6, a7, a8, a9, a10, a11, a12, a13, a14, a15, a16,
+                a17, a18, a19, a20, a21, a22, a23, a24, a25, a26, a27, a28, a29, a30, a31, a32, a33,
+                a34, a35, a36)
+ORVANTIS_FIELDS(ChartNow, a, b, c, d, e, f, g)
+ORVANTIS_FIELDS(SwissState, a, b, c, d)
+ORVANTIS_FIELDS(LineLabel, a, b, c, d)
+ORVANTIS_FIELDS(ChartLinesState, a, b, c, d)
+
+// Gives a value, down to its last field, another value than it has.
+void Dirty(bool& value) {
+    value = !value;
+}
+void Dirty(std::string& value) {
+    value += "dirty";
+}
+template <typename T>
+requires std::is_arithmetic_v<T>
+void Dirty(T& value) {
+    value = static_cast<T>(value + 1);
+}
+template <typename T>
+requires(!std::is_arithmetic_v<T>) void Dirty(T& record);
+
+template <typename T>
+void Dirty(std::vector<T>& list) {
+    for (T& element : list) Dirty(element);
+    list.emplace_back();
+}
+template <typename T, std::size_t count>
+void Dirty(std::array<T, count>& list) {
+    for (T& element : list) Dirty(element);
+}
+template <typename Result, typename... Arguments>
+void Dirty(Result (*&connection)(Arguments...)) {
+    connection = [](Arguments...) { return Result(); };
+}
+void Dirty(Shell*& shell) {
+    static ScriptedShell other;
+    shell = &other;
+}
+void Dirty(DrawingSurface*& surface) {
+    static RecordingSurface other(10, 10);
+    surface = &other;
+}
+template <typename T>
+requires(!std::is_arithmetic_v<T>) void Dirty(T& record) {
+    std::apply([](auto&... field) { (Dirty(field), ...); }, Fields(record));
+}
+
+// Number of fields, down to the last one, in which two values differ.
+template <typename T>
+int Differences(const T& a, const T& b);
+
+template <typename T>
+int Differences(const std::vector<T>& a, const std::vector<T>& b) {
+    if (a.size() != b.size()) return 1;
+    int found = 0;
+    for (std::size_t i = 0; i < a.size(); ++i) found += Differences(a[i], b[i]);
+    return found;
+}
+template <typename T, std::size_t count>
+int Differences(const std::array<T, count>& a, const std::array<T, count>& b) {
+    int found = 0;
+    for (std::size_t i = 0; i < count; ++i) found += Differences(a[i], b[i]);
+    return found;
+}
+template <typename T, std::size_t... index>
+int FieldDifferences(const T& a, const T& b, std::index_sequence<index...> /*unused*/) {
+    return (Differences(std::get<index>(a), std::get<index>(b)) + ...);
+}
+template <typename T>
+int Differences(const T& a, const T& b) {
+    if constexpr (std::equality_comparable<T>) {
+        return a == b ? 0 : 1;
+    } else {
+        const auto left = Fields(a);
+        const auto right = Fields(b);
+        constexpr std::size_t count = std::tuple_size_v<decltype(left)>;
+        return FieldDifferences(left, right, std::make_index_sequence<count>());
+    }
+}
+
+// One process-wide record: dirtied, reset, compared with a new one.
+template <typename T>
+void ExpectReset(T& record, const T& initial, const char* name) {
+    ResetAll();
+    EXPECT_EQ(Differences(record, initial), 0) << name << " before";
+    Dirty(record);
+    EXPECT_GT(Differences(record, initial), 0) << name << " dirtied";
+    ResetAll();
+    EXPECT_EQ(Differences(record, initial), 0) << name << " after";
+}
+
+TEST(ResetAll, EveryFieldOfEveryRecordGetsItsInitialValue) {
+    SessionState freshSession;
+    freshSession.shell = &TestShell();
+    ExpectReset(session, freshSession, "session");
+    ExpectReset(settings, {}, "settings");
+    ExpectReset(options, {}, "options");
+    ExpectReset(pointSelection, {}, "pointSelection");
+    ExpectReset(pointColour, {}, "pointColour");
+    ExpectReset(pointDatabase, {}, "pointDatabase");
+    ExpectReset(mapState, {}, "mapState");
+    ExpectReset(mapView, {}, "mapView");
+    ExpectReset(plotState, {}, "plotState");
+    ExpectReset(currentChartFileType, chart_file::kFormat0, "currentChartFileType");
+    ExpectReset(calcChart, {}, "calcChart");
+    ExpectReset(chartNow, {}, "chartNow");
+    ExpectReset(swissState, {}, "swissState");
+    ExpectReset(chartLines, {}, "chartLines");
+}
+
+// The proof of the proof: a dirtied record differs in each of its fields.
+TEST(ResetAll, ADirtiedRecordDiffersInEachOfItsFields) {
+    Options dirtyOptions;
+    Dirty(dirtyOptions);
+    EXPECT_EQ(Differences(dirtyOptions, Options{}), 19);
+    MapRect dirtyRect;
+    Dirty(dirtyRect);
+    EXPECT_EQ(Differences(dirtyRect, MapRect{}), 4);
+    SessionState dirtySession;
+    Dirty(dirtySession);
+    EXPECT_EQ(Differences(dirtySession, SessionState{}), 24);  // two of them with several values
+    ChartLinesState dirtyLines;
+    Dirty(dirtyLines);
+    EXPECT_EQ(Differences(dirtyLines, ChartLinesState{}), 4);
+}
+
+TEST(ResetAll, EveryConnectionPointIsEmptied) {
+    const auto points =
+        std::tie(plotAfterSettings, refreshMapMenus, addRecentMap, plotFull, stopForeignClock,
+                 plotChartLines, plotCountryNames, plotCities, plotMouseMarks, calcPlanetsStandard,
+                 refreshCaption, shadeNight, plotLocalLines, plotParans, plotCircles,
+                 plotEclipseLines, starLabel, closeMainWindow, plotAnew, plotLinesAnew);
+    const auto filled = [&] {
+        return std::apply([](auto&... point) { return ((point != nullptr ? 1 : 0) + ...); },
+                          points);
+    };
+    std::apply([](auto&... point) { (Dirty(point), ...); }, points);
+    EXPECT_EQ(filled(), 20);
+    ResetAll();
+    EXPECT_EQ(filled(), 0);
+}
+
+TEST(ResetAll, TheShellIsNewAndTheSessions) {
+    ResetAll();
+    ScriptedShell& shell = TestShell();
+    shell.boxAnswers = {BoxAnswer::No};
+    shell.fileAnswers = {"a"};
+    shell.colourAnswers = {1};
+    shell.cancelCall = 3;
+    shell.now.year = 1900;
+    shell.MessageBox("t", "t", BoxButtons::Ok, BoxIcon::None);
+    shell.ShowProgress("", 1);
+    session.shell = nullptr;
+    ResetAll();
+    EXPECT_EQ(session.shell, &TestShell());
+    EXPECT_TRUE(shell.boxAnswers.empty() && shell.fileAnswers.empty());
+    EXPECT_TRUE(shell.colourAnswers.empty() && shell.log.empty() && shell.boxes.empty());
+    EXPECT_EQ(shell.cancelCall + shell.questions + shell.progressCalls, 0);
+    EXPECT_EQ(shell.now.year, 2000);
+}
+
+TEST(ResetAll, FilesAreClosedAndNoErrorStands) {
+    ResetAll();
+    const TempFolder folder;
+    const FileHandle file = FileOpener(folder.Write("a", "bytes"), open_mode::kBinary, 0, kFalse);
+    ASSERT_EQ(FileLength(file), 5);
+    RaiseRunTimeError(error::kOverflow);
+    ResetAll();
+    EXPECT_EQ(FileLength(file), 0);
+    EXPECT_EQ(PendingRunTimeError(), 0);
+}
+
+}  // namespace
+}  // namespace orvantis
