@@ -27,14 +27,14 @@ std::uint32_t Blend(std::uint32_t below, std::uint32_t above, std::uint32_t weig
     return 0xFF000000 | (redBlue >> 8 & 0xFF00FF) | (green >> 8 & 0x00FF00);
 }
 
-// Share of the ink, in 256ths, that the pixel further aside has at the walk's place: 256 * error /
-// run, by a multiplication with the inverse in place of a division for every pixel.
+// Share of the ink, in 256ths, that the pixel further aside has: 256 * error / run of a walk's
+// place, by a multiplication with the inverse in place of a division for every pixel.
 class SmoothShare {
   public:
     explicit SmoothShare(const LineWalk& walk)
         : inverse_(((std::uint64_t{1} << 32) + walk.run - 1) / walk.run) {}
-    std::uint32_t operator()(const LineWalk& walk) const {
-        return static_cast<std::uint32_t>(walk.error * inverse_ >> 24);
+    std::uint32_t operator()(int error) const {
+        return static_cast<std::uint32_t>(static_cast<std::uint64_t>(error) * inverse_ >> 24);
     }
 
   private:
@@ -107,10 +107,6 @@ QImage ImageSurface::View() {
 
 SurfaceSize ImageSurface::Size() const {
     return {image_.width, image_.height};
-}
-
-std::uint32_t* ImageSurface::Row(int y) {
-    return image_.pixels.data() + static_cast<std::size_t>(y) * image_.width;
 }
 
 void ImageSurface::Clear(Colour colour) {
@@ -211,34 +207,45 @@ void ImageSurface::DrawClippedLine(LineWalk walk) {
 void ImageSurface::DrawSmoothLine(LineWalk walk) {
     if (walk.count == 0) return;
     const SmoothShare shareOf(walk);
+    const std::ptrdiff_t forward = walk.forwardX + std::ptrdiff_t{walk.forwardY} * image_.width;
     const std::ptrdiff_t aside = walk.asideX + std::ptrdiff_t{walk.asideY} * image_.width;
+    std::uint32_t* pixel = Row(walk.y) + walk.x;
+    int error = walk.error;
     for (int left = walk.count; left > 0; --left) {
-        const std::uint32_t further = shareOf(walk);
-        std::uint32_t* pixel = Row(walk.y) + walk.x;
-        *pixel = Blend(*pixel, ink_, 256 - further);
-        if (further > 0) pixel[aside] = Blend(pixel[aside], ink_, further);
-        NextPixel(walk);
+        const std::uint32_t further = shareOf(error);
+        if (further == 0) {
+            *pixel = ink_;
+        } else {
+            *pixel = Blend(*pixel, ink_, 256 - further);
+            pixel[aside] = Blend(pixel[aside], ink_, further);
+        }
+        if (left == 1) break;  // the place after the last may lie outside the memory
+        pixel += forward;
+        error += walk.rise;
+        if (error >= walk.run) {
+            error -= walk.run;
+            pixel += aside;
+        }
     }
 }
 
 // The same with dashes, or where the clip may cut it.
 void ImageSurface::DrawClippedSmoothLine(LineWalk walk) {
+    const auto blend = [this](int x, int y, std::uint32_t weight) {
+        if (weight == 0 || !InClip(clip_, x, y)) return;
+        std::uint32_t& pixel = Row(y)[x];
+        pixel = weight == 256 ? ink_ : Blend(pixel, ink_, weight);
+    };
     const SmoothShare shareOf(walk);
     DashWalk dash(pen_.dash, dashStep_ + walk.skipped);
     for (int left = walk.count; left > 0; --left) {
         if (dash.Next()) {
-            const std::uint32_t further = shareOf(walk);
-            BlendPixel(walk.x, walk.y, 256 - further);
-            if (further > 0) BlendPixel(walk.x + walk.asideX, walk.y + walk.asideY, further);
+            const std::uint32_t further = shareOf(walk.error);
+            blend(walk.x, walk.y, 256 - further);
+            blend(walk.x + walk.asideX, walk.y + walk.asideY, further);
         }
         NextPixel(walk);
     }
-}
-
-void ImageSurface::BlendPixel(int x, int y, std::uint32_t weight) {
-    if (!InClip(clip_, x, y)) return;
-    std::uint32_t& pixel = Row(y)[x];
-    pixel = weight == 256 ? ink_ : Blend(pixel, ink_, weight);
 }
 
 template <typename Work>

@@ -69,13 +69,14 @@ class ImageSurface : public DrawingSurface {
     void Refresh() override;
 
   private:
-    std::uint32_t* Row(int y);
+    std::uint32_t* Row(int y) {
+        return image_.pixels.data() + static_cast<std::size_t>(y) * image_.width;
+    }
     bool PenIsFine() const;
     void DrawHardLine(const LineWalk& walk);
     void DrawClippedLine(LineWalk walk);
     void DrawSmoothLine(LineWalk walk);
     void DrawClippedSmoothLine(LineWalk walk);
-    void BlendPixel(int x, int y, std::uint32_t weight);
     void FillRow(int y, int left, int right, const Brush& brush);
     void DrawRing(const PixelBox& box);
     void DrawLoop(const std::vector<SurfacePoint>& points);
