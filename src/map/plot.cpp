@@ -37,6 +37,7 @@ constexpr std::size_t kCityNames = 8;
 struct PlotJob {
     Flag printing = kFalse;
     Flag redraw = kFalse;
+    bool again = false;  // the step has failed and is run again
 };
 
 bool OnScreen(const PlotJob& job) {
@@ -134,6 +135,8 @@ void KeepImage(const PlotJob& job) {
 }
 
 void DrawLines(const PlotJob& job) {
+    // Lines that came out before the failure are taken away, so that none is drawn twice.
+    if (job.again && OnScreen(job)) mapView.surface->PutImage(session.StoredImage);
     if (plotChartLines != nullptr) plotChartLines(job.printing, kTrue, kMainChart);
     if (OnScreen(job)) mapView.surface->Refresh();
 }
@@ -152,16 +155,20 @@ bool AskRetry(const RunTimeError& failure) {
                                      BoxIcon::Exclamation) == BoxAnswer::Retry;
 }
 
-// Runs the steps in their order. False if the user gave up on one that failed.
-bool RunSteps(const PlotJob& job) {
+// Runs the steps in their order. False if the user gave up on one that failed. Retry runs just that
+// step again: each sets what it needs (pen, font, clip) or leaves it as it found it, and draws over
+// what it has drawn.
+bool RunSteps(PlotJob job) {
     using Step = void (*)(const PlotJob&);
     constexpr Step steps[] = {PutStoredImage, ClearPicture, SetUpView,         DrawSurround,
                               DrawVectors,    DrawFills,    DrawGridAndLabels, KeepImage,
                               DrawLines,      DrawMarks};
     for (const Step step : steps) {
         RunTimeError failure;
+        job.again = false;
         for (step(job); TakeRunTimeError(failure); step(job)) {
             if (!AskRetry(failure)) return false;
+            job.again = true;
         }
     }
     return true;
@@ -178,6 +185,8 @@ Colour OutlineColour() {
 }
 
 void PlotMap4(Flag printing, DrawingSurface& picture, Flag redraw) {
+    if (plotState.inProgress) return;
+    plotState.inProgress = true;
     SetPointer(Pointer::Hourglass);
     if (stopForeignClock != nullptr) stopForeignClock();
     plotState.interrupted = false;
@@ -190,12 +199,14 @@ void PlotMap4(Flag printing, DrawingSurface& picture, Flag redraw) {
     if (printing != kFalse) options.extraAnnotation = kTrue;
     plotState.interrupted = !RunSteps({printing, redraw});
 
-    // The surface is left as it is found between plots, whatever became of this one.
+    // The surface is left as it is found between plots, whatever became of this one: without a
+    // clip, and in the glyph font, since a surface doesn't tell which font it had before.
     picture.ClearClip();
     SelectGlyphFont(false);
     options.extraAnnotation = extraAnnotation;
     plotState.printing = kFalse;
     mapView.surface = nullptr;
+    plotState.inProgress = false;
     SetPointer(Pointer::Default);
 }
 

@@ -30,6 +30,7 @@ struct PlotState {
     Flag printing = kFalse;                  ///< the target is the printer
     Flag fillSeaOnly = kFalse;
     Flag fillOtherColour = kFalse;
+    bool inProgress = false;   ///< PlotMap4 runs
     bool interrupted = false;  ///< the user cancelled after a failure
 };
 
@@ -37,8 +38,9 @@ extern PlotState plotState;
 
 /// Draws the map on `picture`. `printing` nonzero draws a page: no fills, no images. `redraw`
 /// nonzero draws the bare map from the database and keeps it in StoredImage; zero puts StoredImage
-/// down. The chart's lines follow in either case. A run-time failure shows a box with Retry and
-/// Cancel; after Cancel the picture stays as it stands.
+/// down. The chart's lines follow in either case. A run-time failure shows a box with Retry, which
+/// runs the failed step again, and Cancel, after which the picture stays as it stands. A call while
+/// another one runs, from an event that a box or a refresh lets through, does nothing.
 void PlotMap4(Flag printing, DrawingSurface& picture, Flag redraw);
 
 /// Draws all line classes that are shown.

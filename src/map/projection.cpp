@@ -56,16 +56,17 @@ void ProjectOnGlobe(std::int16_t latMin, std::int16_t longMin, std::int16_t& y, 
 void UnprojectFlat(const MapDocument& doc, float x, float y, float& lat, float& longitude) {
     const ViewExtent& view = mapView.extent;
     const MapRect& rect = mapView.rect;
-    const double down = (static_cast<double>(y) - rect.top) / rect.height;
+    const double down = static_cast<double>(y) - rect.top;
     if (y <= rect.top) {
         lat = doc.north;
     } else if (y >= rect.top + rect.height) {
         lat = doc.south;
     } else if (view.projection == projection::kMercator) {
-        const double m = view.mercNorth - down * view.mercSpan;
+        const double m = view.mercNorth - down / rect.height * view.mercSpan;
         lat = static_cast<float>(2 * (RadToDeg(std::atan(std::exp(m))) - 45));
     } else {
-        lat = static_cast<float>(doc.north - (static_cast<double>(doc.north) - doc.south) * down);
+        const double span = static_cast<double>(doc.north) - doc.south;
+        lat = static_cast<float>(doc.north - span * down / rect.height);
     }
 
     if (x <= rect.left) {
@@ -136,6 +137,8 @@ std::int16_t FlatY(std::int16_t latMin) {
     const ViewExtent& view = mapView.extent;
     const MapRect& rect = mapView.rect;
     if (view.projection == projection::kMercator) {
+        // Held like the plate carree, by decision: a pole in a zoomed view lies beyond 16 bits, and
+        // a line to it would otherwise end the plot.
         const double m = MercatorY(latMin / 60.0);
         return HeldPixel(rect.top - ((m - view.mercNorth) / view.mercSpan) * rect.height);
     }

@@ -33,7 +33,7 @@ struct ViewExtent {
     float eastDeg = 180;
     float southDeg = -90;
     float northDeg = 90;
-    float spanLong = 360;  ///< above 0, up to 360
+    float spanLong = 360;  ///< degrees; above 0, up to 360
     float spanLat = 180;   ///< degrees; 180 where south equals north
     std::int16_t spanLongMin = 21600;
     std::int16_t spanLatMin = 10800;
@@ -70,7 +70,8 @@ struct EdgeMark {
 
 /// The view in force and the state of the curve being drawn.
 struct MapView {
-    DrawingSurface* surface = nullptr;  ///< what is drawn on; set for the length of a plot
+    DrawingSurface* surface = nullptr;  ///< what is drawn on; set for the length of a plot, and by
+                                        ///< SetMapRect
     MapRect rect;
     ViewExtent extent;
     std::int16_t glyphWidth = 0;  ///< of the Sun's glyph, pixels
@@ -92,11 +93,13 @@ inline bool IsFlat(std::int16_t projectionNumber) {
     return projectionNumber < 2;
 }
 
-/// Computes ViewExtent from the current document.
+/// Computes ViewExtent from the current document. Leaves a run-time error if there is no such view:
+/// "Overflow" where a value doesn't fit its field or the width isn't above 0 and up to 360 degrees,
+/// "Division by zero" where the map has no width or no height.
 void SetViewExtent();
 
 /// Computes MapRect for a surface: what is left of it within the frame for edge marks; at least one
-/// pixel. Selects and measures the glyph font.
+/// pixel. Makes the picture the surface that is drawn on, selects the glyph font and measures it.
 void SetMapRect(bool printing, DrawingSurface& picture);
 
 /// Selects the glyph font on the plot's surface: at the size of the settings, or of a printed page.
@@ -109,18 +112,25 @@ void OpenMapFrame();
 /// Sets the clip to the map.
 void ClipToMap();
 
-/// Whole arc-minutes to pixels.
+/// Whole arc-minutes to pixels. On a flat map narrower than the world a point up to 60 degrees west
+/// of the view lies to the left of the map and any other one outside to the right, and a position
+/// far off is held within 32000 pixels. On a full-width map every longitude falls within the map,
+/// 180 east on the left edge of one that begins at 180 west. On a globe a point of the far side
+/// lands on the near one: ask PointInView first.
 void ProjectPoint(std::int16_t latMin, std::int16_t longMin, std::int16_t& y, std::int16_t& x);
 
-/// The same on a flat map, where each depends on one of the two alone. A position far outside a
-/// narrow view is held within 32000 pixels.
+/// The same on a flat map, where each depends on one of the two alone.
 std::int16_t FlatY(std::int16_t latMin);
 std::int16_t FlatX(std::int16_t longMin);
 
 /// Pixels to degrees.
 void UnprojectPoint(const MapDocument& doc, float x, float y, float& lat, float& longitude);
 
-/// True if a position (degrees) is in view. Edges in arc-minutes.
+/// True if a position (degrees) is in view. Edges in arc-minutes. On a flat map the position must
+/// lie strictly between them, the longitude rounded to whole arc-minutes; equal western and eastern
+/// edges take in every longitude, and a western edge above the eastern one is a view over the date
+/// line. On a globe the edges don't count: the position is less than 90 degrees from the centre, or
+/// its very antipode, which AngularDistance takes for the centre.
 bool PointInView(double lat, double longitude, std::int16_t southMin, std::int16_t northMin,
                  std::int16_t westMin, std::int16_t eastMin);
 bool LongInView(double longitude, std::int16_t westMin, std::int16_t eastMin);
@@ -144,7 +154,9 @@ struct EdgeCrossing {
 /// The crossing with the map's edge, by the rule of the projection.
 EdgeCrossing FindEdgeCrossing(std::int16_t x0, std::int16_t y0, std::int16_t x1, std::int16_t y1);
 
-/// Flat projections: the crossing with the line one pixel inside the map's edge.
+/// The same for the vectors, which also tells whether the start was the inside end. On a flat map
+/// the crossing lies on the line one pixel inside the edge, and strictly between the edges at its
+/// ends. A segment with one end strictly inside the map always has one.
 EdgeCrossing FindInsetCrossing(std::int16_t x0, std::int16_t y0, std::int16_t x1, std::int16_t y1);
 
 /// No edge marks are wanted.
@@ -157,7 +169,7 @@ void DrawMapSegment(double lat, double longitude, bool first, bool& visible, std
                     std::int16_t labelCode);
 
 /// Full-width views: draws from the last point out at one side of the map and in at the other, to
-/// (x, y).
+/// (x, y). The pen must stand at the last point.
 void ForceNewLine(std::int16_t x, std::int16_t y, std::int16_t lastX, std::int16_t lastY,
                   std::int16_t labelKind, std::int16_t labelCode);
 

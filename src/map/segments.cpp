@@ -77,7 +77,9 @@ void DrawMapSegment(double lat, double longitude, bool first, bool& visible, std
         if (!visible && first) {
             mapView.surface->MoveTo(x, y);
         } else {
-            // A curve that comes into view starts at the sample before it.
+            // A curve that comes into view starts at the sample before it, also where it wraps on
+            // the way in: the pen stands wherever the last thing drawn has left it, and a line from
+            // there would be none of the curve's.
             if (!visible) {
                 ProjectDegrees(mapView.previousLat, mapView.previousLong, mapView.lastY,
                                mapView.lastX);

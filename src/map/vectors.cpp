@@ -1,6 +1,7 @@
 // The vectors of a plot: the lines of the point database that the map shows, thinned by level,
 // culled by area, wrapped at the map's edge. On the way it gathers what the fills of a zoomed map
 // need: where coasts cross the edge, and whether anything was drawn at all.
+#include <algorithm>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -39,6 +40,7 @@ struct VectorPass {
     bool notFull = false;  // no wrap is looked for
     std::int16_t precision = 5;
     LevelReader reader;
+    std::int64_t unread = 0;                // bytes that the lines of the class may still take
     std::vector<std::int16_t> positions;    // of the two tables
     const std::int16_t* yOfLat = nullptr;   // from -kMostLatMin
     const std::int16_t* xOfLong = nullptr;  // from -kMostLongMin
@@ -100,11 +102,26 @@ void StartLine(const VectorPass& pass, const LineIndexEntry& entry, Pixel p) {
     }
 }
 
+// Points of a line that its level file holds. The index may be of another file, or of one whose
+// last line is cut short. Within a class each line has its own bytes, so one that would make the
+// class longer than the file isn't of this file.
+int PointsHeld(VectorPass& pass, std::int64_t position, int count) {
+    if (position < 1) return 0;
+    const std::int64_t held = (pass.reader.length - (position - 1)) / kLinePointSize;
+    const auto points = static_cast<int>(std::clamp<std::int64_t>(held, 0, count));
+    pass.unread -= kLineHeaderSize + kLinePointSize * points;
+    return pass.unread < 0 ? 0 : points;
+}
+
+// A line that its file doesn't hold whole is drawn as far as it goes, and then is a failure.
 void DrawLine(VectorPass& pass, const LineIndexEntry& entry) {
     const auto level = static_cast<std::size_t>(pass.precision);
     const int count = entry.pointCount[level];
     if (count < 1) return;
-    const std::uint8_t* p = LevelBytes(pass.reader, entry.pointPos[level], kLinePointSize * count);
+    const int held = PointsHeld(pass, entry.pointPos[level], count);
+    if (held < count) RaiseRunTimeError(error::kPastEnd);
+    if (held < 1) return;
+    const std::uint8_t* p = LevelBytes(pass.reader, entry.pointPos[level], kLinePointSize * held);
     if (p == nullptr) return;
 
     DrawingSurface& surface = *mapView.surface;
@@ -112,7 +129,7 @@ void DrawLine(VectorPass& pass, const LineIndexEntry& entry) {
     Pixel previous;
     bool inside = false;
     bool started = false;
-    for (int n = 1; n <= count; ++n, p += kLinePointSize) {
+    for (int n = 1; n <= held; ++n, p += kLinePointSize) {
         if (GetI16(p) < pass.precision) continue;
         const Pixel pixel = Position(pass, GetI16(p + 2), GetI16(p + 4));
         if (!started) {
@@ -144,6 +161,7 @@ void DrawClass(VectorPass& pass, std::int16_t detailClass) {
     const ViewExtent& view = mapView.extent;
     const ClassRow& row = pointDatabase.ClassRange[static_cast<std::size_t>(detailClass)];
     if (row.first < 1) return;
+    pass.unread = pass.reader.length;
     for (int line = row.first; line <= row.last && line <= pointDatabase.count; ++line) {
         const LineIndexEntry& entry = pointDatabase.LineIndex[static_cast<std::size_t>(line)];
         const Extents extents{entry.latMin, entry.latMax, entry.longMin, entry.longMax};
@@ -152,6 +170,7 @@ void DrawClass(VectorPass& pass, std::int16_t detailClass) {
             continue;
         }
         DrawLine(pass, entry);
+        if (PendingRunTimeError() != 0) return;
     }
 }
 
@@ -208,6 +227,8 @@ void DrawClasses(VectorPass& pass, Flag printing) {
         if (document.hidden[static_cast<std::size_t>(detailClass)] == kFalse) {
             DrawClass(pass, detailClass);
         }
+        // What a failed read leaves out would be taken for open sea.
+        if (PendingRunTimeError() != 0) return;
         if (printing == kFalse && position == kIslandsPosition) TestIslandsOnly();
         if (printing == kFalse && position == kLakesPosition) FillSeaAfterLakes();
     }

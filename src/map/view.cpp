@@ -91,8 +91,15 @@ void SetViewExtent() {
         view.globeScale = static_cast<float>((1 - SinD(-90)) / 2) - view.globeOffset;
     }
 
-    // Edges less than half a minute apart leave nothing to divide by.
-    if (view.spanLongMin == 0 || view.spanLatMin == 0) RaiseRunTimeError(error::kDivisionByZero);
+    // A file's edges may be anything. More than once around the Earth is no view, and edges less
+    // than half a minute apart, or below the South Pole on a Mercator map, leave nothing to divide
+    // by.
+    if (!(view.spanLong > 0 && view.spanLong <= 360)) RaiseRunTimeError(error::kOverflow);
+    const bool noMercatorHeight =
+        document.projection == projection::kMercator && view.mercSpan == 0;
+    if (view.spanLongMin == 0 || view.spanLatMin == 0 || noMercatorHeight) {
+        RaiseRunTimeError(error::kDivisionByZero);
+    }
 }
 
 void SelectGlyphFont(bool printing) {

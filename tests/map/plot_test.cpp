@@ -1,5 +1,7 @@
 #include "map/plot.h"
 
+#include <algorithm>
+
 #include "map/map_fixture.h"
 #include "text/run_time_error.h"
 
@@ -191,6 +193,57 @@ TEST_F(PlotTest, RetryRunsTheFailedStepAgainAndGoesOn) {
     EXPECT_EQ(calls, (Log{"lines 0 -1 1", "lines 0 -1 1", "lines 0 -1 1", "marks"}));
     EXPECT_FALSE(plotState.interrupted);
     EXPECT_EQ(surface.Calls("Clear").size(), 1U) << "earlier steps aren't run again";
+}
+
+TEST_F(PlotTest, RetryOfTheLinesPutsTheStoredImageDownFirst) {
+    for (const Flag redraw : {kTrue, kFalse}) {
+        PlotMap4(kFalse, surface, kTrue);
+        surface.log.clear();
+        failures = 1;
+        TestShell().boxAnswers = {BoxAnswer::Retry};
+        PlotMap4(kFalse, surface, redraw);
+        EXPECT_EQ(surface.Calls("PutImage").size(), redraw != kFalse ? 1U : 2U);
+        const auto put = std::find(surface.log.rbegin(), surface.log.rend(), "PutImage 409 258");
+        ASSERT_GE(put - surface.log.rbegin(), 2);
+        EXPECT_EQ(*(put - 1), "MoveTo 100 100");
+        EXPECT_EQ(*(put - 2), "LineTo 110 100");
+    }
+}
+
+TEST_F(PlotTest, RetryOfPrintedLinesPutsNoImageDown) {
+    failures = 1;
+    TestShell().boxAnswers = {BoxAnswer::Retry};
+    PlotMap4(kTrue, surface, kTrue);
+    EXPECT_EQ(surface.Calls("PutImage"), Log{});
+}
+
+TEST_F(PlotTest, CancelClearsTheClipAndPutsFontAndPointerBack) {
+    settings.symbolSize = 12;
+    PlotMap4(kFalse, surface, kTrue);
+    const std::string normalPointer = TestShell().log.back();
+    failures = 1;
+    TestShell().boxAnswers = {BoxAnswer::Cancel};
+    PlotMap4(kTrue, surface, kTrue);
+    ASSERT_GE(surface.log.size(), 2U);
+    EXPECT_EQ(*(surface.log.end() - 2), "ClearClip");
+    EXPECT_EQ(surface.log.back(), "SelectFont QX Symbol 12 0 0") << "the screen's, not the page's";
+    EXPECT_EQ(TestShell().log.back(), normalPointer);
+}
+
+TEST_F(PlotTest, PlotWithinAPlotDoesNothing) {
+    plotChartLines = [](Flag, Flag, std::int16_t) {
+        calls.emplace_back("lines");
+        PlotMap4(kFalse, *session.picture, kTrue);
+        EXPECT_EQ(mapView.surface, session.picture) << "the outer plot goes on";
+    };
+    plotMouseMarks = [] { calls.emplace_back("marks"); };
+    PlotMap4(kFalse, surface, kTrue);
+    EXPECT_EQ(calls, (Log{"lines", "marks"}));
+    EXPECT_EQ(surface.Calls("Clear").size(), 1U);
+    EXPECT_EQ(TestShell().log.size(), 2U) << "one hourglass";
+
+    PlotMap4(kFalse, surface, kFalse);
+    EXPECT_EQ(calls.size(), 4U) << "the next plot is one of its own";
 }
 
 TEST_F(PlotTest, CancelLeavesThePlotAsItStandsAndPutsTheRestBack) {

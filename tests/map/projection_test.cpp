@@ -76,6 +76,29 @@ TEST_F(ProjectionTest, SpanOfLessThanHalfAMinuteIsADivisionByZero) {
     EXPECT_EQ(Pending(), error::kDivisionByZero);
 }
 
+TEST_F(ProjectionTest, MercatorMapWithoutAHeightIsADivisionByZero) {
+    SetView(-95, 0, -92, 20, projection::kMercator);
+    EXPECT_EQ(Pending(), error::kDivisionByZero);
+    SetView(-95, 0, -92, 20, projection::kCartesian);
+    EXPECT_EQ(Pending(), 0);
+}
+
+TEST_F(ProjectionTest, ViewThatGoesMoreThanOnceAroundTheEarthOverflows) {
+    struct Row {
+        float west, east;
+        std::int16_t number;
+    };
+    const Row rows[] = {{-180, 180, 0},
+                        {-180, 180.5F, error::kOverflow},
+                        {180, -180, error::kOverflow},  // no width at all
+                        {180.5F, -180, error::kOverflow},
+                        {180, -179, 0}};
+    for (const Row& row : rows) {
+        SetView(-10, row.west, 10, row.east, projection::kCartesian);
+        EXPECT_EQ(Pending(), row.number) << row.west << ' ' << row.east;
+    }
+}
+
 // The frame by the rule: twice the glyph's height, and twice one more than its width; one more of
 // each with the extra annotation. 7 by 13 is the recording surface's glyph.
 TEST_F(ProjectionTest, MapRectLeavesTheFrameForEdgeMarks) {
@@ -206,6 +229,13 @@ TEST_F(ProjectionTest, MercatorOfTheSouthPoleIsMinusTen) {
     EXPECT_EQ(MercatorY(-90.1), -10);
 }
 
+// The pole goes to -10: (10 + asinh(tan 75)) / (asinh(tan 75) + asinh(tan 65)) of the height down.
+TEST_F(ProjectionTest, SouthPoleOfAMercatorMapLiesTenBelowTheEquator) {
+    SetView(-65, -180, 75, 180, projection::kMercator);
+    EXPECT_EQ(Project(-5400, 0).y, mapView.rect.top + 613);
+    EXPECT_EQ(Pending(), 0);
+}
+
 TEST_F(ProjectionTest, MercatorMapHasItsEdgesAtTopAndBottom) {
     SetView(-65, -180, 75, 180, projection::kMercator);
     EXPECT_EQ(Project(75 * 60, 0).y, mapView.rect.top);
@@ -332,6 +362,36 @@ TEST_F(ProjectionTest, UnprojectedPixelsOfAGlobeProjectBackOntoThemselves) {
             }
         }
     }
+}
+
+// Beside the disc a row gives its own latitude and the meridian opposite the view's; above and
+// below it a column gives the latitude of the centre.
+TEST_F(ProjectionTest, UnprojectingOffTheDiscOfAGlobeGivesAPlaceAllTheSame) {
+    SetView(0, -90, 0, 90, projection::kGlobeSphere);
+    const MapRect& rect = mapView.rect;
+    struct Row {
+        const char* what;
+        int x, y;
+        double lat, longitude;
+    };
+    const Row rows[] = {
+        {"left of it", rect.left - 50, rect.top + 90, 0, 180},
+        {"right of it", rect.left + 300, rect.top + 90, 0, 180},
+        // asin(1 - 2 * 45 / 180) = 30; its chord begins 12 pixels from the left.
+        {"in the corner of its square", rect.left + 5, rect.top + 45, 30, 180},
+        {"above it", rect.left + 90, rect.top - 20, 0, 0},
+        // asin(2 * 135 / 180 - 1) = 30
+        {"below it", rect.left + 135, rect.top + 200, 0, 30},
+    };
+    for (const Row& row : rows) {
+        float lat = 0;
+        float longitude = 0;
+        UnprojectPoint(CurrentMap(), static_cast<float>(row.x), static_cast<float>(row.y), lat,
+                       longitude);
+        EXPECT_NEAR(lat, row.lat, 1e-5) << row.what;
+        EXPECT_NEAR(std::abs(longitude), row.longitude, 1e-5) << row.what;
+    }
+    EXPECT_EQ(Pending(), 0);
 }
 
 TEST_F(ProjectionTest, LongitudeInViewIsStrictAndKnowsTheDateLine) {

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <random>
 #include <sstream>
@@ -59,6 +60,31 @@ TEST_F(SegmentsTest, CurveOverTheDateLineWestwardGoesOutAtTheLeft) {
     EXPECT_EQ(Draw({{0, -170}, {10, 170}}),
               (Log{"MoveTo 35 129", "LineTo 15 119", "MoveTo 395 129", "LineTo 375 119"}));
     EXPECT_EQ(Marks(), Log{});
+}
+
+TEST_F(SegmentsTest, WrapIsMarkedWhereItGoesOutAndWhereItComesIn) {
+    SetView(-90, -180, 90, 180, projection::kCartesian);
+    // A quarter and three quarters of the way, which the two crossings share.
+    Draw({{0, -175}, {20, 165}}, 3, 1);
+    EXPECT_EQ(Marks(), (Log{"1 25 124 3 1", "2 385 124 3 1"}));
+    Draw({{0, 165}, {20, -175}}, 3, 1);
+    EXPECT_EQ(Marks(), (Log{"2 385 114 3 1", "1 25 114 3 1"}));
+}
+
+// asinh(tan) of 80, 75, 70 and -65 degrees: 2.43625, 2.02759, 1.73542 and -1.50645, on 180 rows.
+TEST_F(SegmentsTest, CurveThatComesIntoViewOverTheDateLineStartsAtTheSampleBefore) {
+    SetView(-65, -180, 75, 180, projection::kMercator);
+    surface.MoveTo(111, 111);
+    EXPECT_EQ(Draw({{85, 160}, {80, 170}, {70, -170}}),
+              (Log{"MoveTo 375 18", "LineTo 395 54", "MoveTo 15 18", "LineTo 35 54"}));
+}
+
+TEST_F(SegmentsTest, SampleOnTheNorthernOrSouthernEdgeIsInView) {
+    SetView(-45, 0, 45, 90, projection::kCartesian);
+    EXPECT_EQ(Draw({{45, 40}, {45, 50}}), (Log{"MoveTo 185 39", "LineTo 225 39"}));
+    EXPECT_EQ(Draw({{-45, 40}, {-45, 50}}), (Log{"MoveTo 185 219", "LineTo 225 219"}));
+    EXPECT_EQ(Draw({{45.001, 40}, {45.001, 50}}), Log{});
+    EXPECT_EQ(Draw({{-45.001, 40}, {-45.001, 50}}), Log{});
 }
 
 TEST_F(SegmentsTest, PenLeavesByTheRightFromNearTheLeftEdge) {
@@ -203,9 +229,50 @@ TEST(EdgeCrossingTest, InsetSearchIsOnePixelInsideAndStrict) {
     EXPECT_TRUE(crossing.startInside);
     crossing = FindInsetCrossing(120, 50, 100, 40);
     EXPECT_FALSE(crossing.startInside);
-    // On the inset row itself the side doesn't count, and the top takes over.
+    // A crossing may lie on the inset row, but not on the edge's.
     crossing = FindInsetCrossing(100, 21, 120, 21);
-    EXPECT_EQ(crossing.side, side::kNone);
+    EXPECT_EQ(crossing.side, side::kRight);
+    EXPECT_EQ(crossing.x, 109);
+    EXPECT_EQ(crossing.y, 21);
+    EXPECT_EQ(FindInsetCrossing(100, 20, 120, 20).side, side::kNone);
+    // What lies between the inset line and the edge is inside.
+    EXPECT_EQ(FindInsetCrossing(100, 40, 109, 40).side, side::kNone);
+    crossing = FindInsetCrossing(100, 40, 110, 40);
+    EXPECT_EQ(crossing.side, side::kRight);
+    EXPECT_EQ(crossing.x, 109);
+}
+
+TEST(EdgeCrossingTest, ShortSegmentWithOneEndStrictlyInsideAlwaysCrossesTheInsetLine) {
+    ResetAll();
+    mapView.rect = {10, 20, 100, 50};
+    const unsigned seed = 815;
+    std::mt19937 random(seed);
+    std::uniform_int_distribution<int> column(11, 109);
+    std::uniform_int_distribution<int> row(21, 69);
+    std::uniform_int_distribution<int> step(-15, 15);
+    int tried = 0;
+    while (tried < 20000) {
+        const auto x0 = static_cast<std::int16_t>(column(random));
+        const auto y0 = static_cast<std::int16_t>(row(random));
+        const auto x1 = static_cast<std::int16_t>(x0 + step(random));
+        const auto y1 = static_cast<std::int16_t>(y0 + step(random));
+        if (x1 > 10 && x1 < 110 && y1 > 20 && y1 < 70) continue;
+        ++tried;
+        for (const bool outward : {true, false}) {
+            const EdgeCrossing crossing =
+                outward ? FindInsetCrossing(x0, y0, x1, y1) : FindInsetCrossing(x1, y1, x0, y0);
+            ASSERT_NE(crossing.side, side::kNone)
+                << "seed " << seed << ": " << x0 << ' ' << y0 << ' ' << x1 << ' ' << y1;
+            EXPECT_EQ(crossing.startInside, outward);
+            const bool upright = crossing.side <= side::kRight;
+            EXPECT_TRUE(upright ? crossing.x == 11 || crossing.x == 109
+                                : crossing.y == 21 || crossing.y == 69);
+            EXPECT_GE(crossing.x, std::min(x0, x1));
+            EXPECT_LE(crossing.x, std::max(x0, x1));
+            EXPECT_GE(crossing.y, std::min(y0, y1));
+            EXPECT_LE(crossing.y, std::max(y0, y1));
+        }
+    }
 }
 
 TEST(EdgeCrossingTest, GlobeSidesFollowTheDirectionFromTheCentre) {

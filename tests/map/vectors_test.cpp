@@ -1,4 +1,5 @@
 // What the plot draws of the database.
+#include <algorithm>
 #include <filesystem>
 
 #include "map/map_fixture.h"
@@ -192,6 +193,15 @@ TEST_F(VectorsTest, IslandsThatStandInTheSeaFillTheCorners) {
     EXPECT_EQ(surface.GetPixel(209, 130), 0x00C800) << "land within it";
 }
 
+TEST_F(VectorsTest, IslandsOfTheWholeWorldFillNoCorners) {
+    AddLine(5001, {At(5, -5, -5), At(5, -5, 5), At(5, 5, 5), At(5, -5, -5)});
+    MakeDatabase();
+    Vectors();
+    EXPECT_FALSE(plotState.islandsOnly);
+    EXPECT_TRUE(plotState.plotted);
+    EXPECT_EQ(surface.Calls("FloodFill").size(), 1U) << "the surround";
+}
+
 TEST_F(VectorsTest, LakesWithinIslandsKeepTheCornersFromBeingFilled) {
     AddLine(5001, {At(5, -5, -5), At(5, -5, 5), At(5, 5, 5), At(5, -5, -5)});
     AddLine(6001, {At(5, 0, 0), At(5, 1, 1)});
@@ -255,9 +265,35 @@ TEST_F(VectorsTest, PrintingNeverFloods) {
     MakeDatabase();
     Edges(-45, -45, 45, 45);
     CurrentMap().gridOn = kTrue;
+    CurrentMap().hidden[3] = CurrentMap().hidden[8] = kFalse;
+    CurrentMap().cityFile = "world";
     AddFill(1, 20, 20, true, 0);
     plotState.fillSeaOnly = kTrue;
+    static Log calls;
+    calls.clear();
+    plotCountryNames = [](bool) { calls.emplace_back("countries"); };
+    plotCities = [] { calls.emplace_back("cities"); };
+    plotChartLines = [](Flag, Flag, std::int16_t) { calls.emplace_back("lines"); };
     PlotMap4(kTrue, surface, kTrue);
+    EXPECT_EQ(calls, (Log{"countries", "cities", "lines"}));
+    EXPECT_EQ(surface.Calls("PutImage"), Log{});
+    // The grid: three meridians and five parallels stand in view, from edge to edge.
+    const int bottom = mapView.rect.top + mapView.rect.height;
+    const int right = mapView.rect.left + mapView.rect.width;
+    for (const std::int16_t longitude : {-30, 0, 30}) {
+        const std::string column = std::to_string(FlatX(static_cast<std::int16_t>(longitude * 60)));
+        const Log lines = surface.Calls("LineTo");
+        EXPECT_EQ(std::count(lines.begin(), lines.end(),
+                             "LineTo " + column + " " + std::to_string(bottom)),
+                  1);
+    }
+    for (const std::int16_t lat : {-30, -15, 0, 15, 30}) {
+        const std::string row = std::to_string(FlatY(static_cast<std::int16_t>(lat * 60)));
+        const Log lines = surface.Calls("LineTo");
+        EXPECT_EQ(
+            std::count(lines.begin(), lines.end(), "LineTo " + std::to_string(right) + " " + row),
+            1);
+    }
     EXPECT_EQ(surface.Calls("FloodFill"), Log{});
     EXPECT_EQ(surface.Calls("Clear"), Log{});
     EXPECT_EQ(surface.Calls("CopyImage"), Log{});
@@ -296,6 +332,67 @@ TEST_F(VectorsTest, LevelFileCutShortIsToldByThePlot) {
               std::vector<std::string>{"Orvantis: An error occurred whilst plotting: / "
                                        "Input past end of file / "});
     EXPECT_TRUE(plotState.interrupted);
+}
+
+TEST_F(VectorsTest, LineThatTheFilesEndCutsIsDrawnAsFarAsItGoes) {
+    AddLine(1001, {At(5, 0, 0), At(5, 10, 10), At(5, 20, 20), At(5, 30, 30)});
+    MakeDatabase();
+    Bytes level5 = FileBytes(LevelPath(5));
+    level5.resize(level5.size() - 7);
+    folder.Write("level5.pnt", level5);
+    PlotMap4(kFalse, surface, kTrue);
+    EXPECT_EQ(surface.Calls("SetPixel"), (Log{"SetPixel 215 119"}));
+    EXPECT_TRUE(plotState.interrupted);
+    EXPECT_EQ(TestShell().boxes.size(), 1U);
+}
+
+TEST_F(VectorsTest, PositionsOutsideTheLevelFileAreToldByThePlot) {
+    AddLine(1001, {At(5, 0, 0), At(5, 10, 10)});
+    MakeDatabase();
+    for (const std::int32_t position : {-2147483647, -1, 0, 46, 1000000, 2147483647}) {
+        TestShell().boxes.clear();
+        pointDatabase.LineIndex[1].pointPos[5] = position;
+        PlotMap4(kFalse, surface, kTrue);
+        EXPECT_EQ(TestShell().boxes.size(), 1U) << position;
+    }
+}
+
+TEST_F(VectorsTest, IndexWhoseLinesShareBytesIsToldAndDoesNotCostMoreThanTheFile) {
+    AddLine(1001, {At(5, 0, 0), At(5, 10, 10), At(5, 0, 20)});
+    MakeDatabase();
+    pointDatabase.LineIndex.resize(32768, pointDatabase.LineIndex[1]);
+    pointDatabase.count = 32767;
+    pointDatabase.ClassRange[1].last = 32767;
+    PlotMap4(kFalse, surface, kTrue);
+    EXPECT_EQ(surface.Calls("SetPixel").size(), 2U) << "the line is drawn once";
+    EXPECT_TRUE(plotState.interrupted);
+    EXPECT_EQ(TestShell().boxes.size(), 1U);
+}
+
+TEST_F(VectorsTest, FailedReadLeavesTheOtherLinesAndTheCornersAlone) {
+    AddLine(5001, {At(5, -5, -5), At(5, -5, 5), At(5, 5, 5), At(5, -5, -5)});
+    AddLine(6001, {At(5, 0, 0), At(5, 1, 1)});
+    AddLine(6002, {At(5, 0, 2), At(5, 1, 2)});
+    AddLine(7001, {At(5, 0, 3), At(5, 1, 3)});
+    MakeDatabase();
+    pointDatabase.LineIndex[2].pointPos[5] = 1000000;
+    Show({5, 6, 7});
+    Edges(-45, -45, 45, 45);
+    PlotMap4(kFalse, surface, kTrue);
+    EXPECT_EQ(surface.Calls("SetPixel").size(), 3U) << "the island's";
+    EXPECT_EQ(surface.Calls("FloodFill").size(), 1U) << "the surround";
+    EXPECT_TRUE(plotState.interrupted);
+}
+
+TEST_F(VectorsTest, FailedReadAddsNoSeaFills) {
+    AddLine(1001, {At(5, 20, -30), At(5, 21, -31)});
+    MakeDatabase();
+    pointDatabase.LineIndex[1].pointPos[5] = 1000000;
+    Edges(10, -40, 30, -20);
+    plotState.fillSeaOnly = kTrue;
+    PlotMap4(kFalse, surface, kTrue);
+    EXPECT_EQ(CurrentMap().fillCount, 0);
+    EXPECT_NE(plotState.fillSeaOnly, kFalse) << "kept for the next plot";
 }
 
 TEST_F(VectorsTest, ClassRangeThatOutlivedItsIndexIsHeldWithinIt) {

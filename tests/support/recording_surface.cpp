@@ -120,6 +120,7 @@ Colour RecordingSurface::GetPixel(int x, int y) {
 
 void RecordingSurface::Rectangle(int left, int top, int right, int bottom, const Brush& brush) {
     Note(Line("Rectangle", left, top, right, bottom, BrushText(brush)));
+    if (left >= right || top >= bottom) return;
     for (int x = std::max(left, 0); x < std::min(right, width_); ++x) {
         Plot(x, top);
         Plot(x, bottom - 1);
