@@ -1,4 +1,4 @@
-// Reads the countries of a TopoJSON topology (github.com/topojson/topojson-specification): arcs
+// Reads the countries of a TopoJSON topology (the format of the npm package topojson): arcs
 // that are shared between neighbours, so that a coast is an arc of one country and a border an arc
 // of two.
 #pragma once
