@@ -112,7 +112,7 @@ void ReadPreferences(const StartPaths& paths) {
 // no count below 0.
 bool IndexIsSound() {
     std::int16_t before = 0;
-    for (std::int16_t n = 1; n <= pointDatabase.count; ++n) {
+    for (int n = 1; n <= pointDatabase.count; ++n) {
         const LineIndexEntry& entry = pointDatabase.LineIndex[static_cast<std::size_t>(n)];
         const bool isLine =
             std::any_of(kMapDetails.begin(), kMapDetails.end(), [&](const MapDetail& detail) {
