@@ -87,7 +87,7 @@ void CopyingOneStoredImage(benchmark::State& state) {
     ImageSurface& surface = TheBench().Surface();
     Image image;
     surface.CopyImage(image);
-    for (auto _ : state) surface.PutImage(image);
+    for ([[maybe_unused]] auto _ : state) surface.PutImage(image);
 }
 BENCHMARK(CopyingOneStoredImage)->Unit(benchmark::kMillisecond);
 
@@ -95,7 +95,7 @@ void FullRedrawOfTheWorldAtPrecision(benchmark::State& state) {
     ImageSurface& surface = TheBench().Surface();
     NewMap(kFalse);
     CurrentMap().precision = static_cast<std::int16_t>(state.range(0));
-    for (auto _ : state) PlotMap4(kFalse, surface, kTrue);
+    for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, surface, kTrue);
 }
 BENCHMARK(FullRedrawOfTheWorldAtPrecision)->DenseRange(1, 5)->Unit(benchmark::kMillisecond);
 
@@ -108,7 +108,7 @@ void FullRedrawOf20DegreesAtPrecision1(benchmark::State& state) {
     map.west = 5;
     map.east = 25;
     map.precision = 1;
-    for (auto _ : state) PlotMap4(kFalse, surface, kTrue);
+    for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, surface, kTrue);
 }
 BENCHMARK(FullRedrawOf20DegreesAtPrecision1)->Unit(benchmark::kMillisecond);
 
@@ -116,7 +116,7 @@ void QuickPassWithTenPoints(benchmark::State& state) {
     ImageSurface& surface = TheBench().Surface();
     NewMap(kFalse);
     PlotMap4(kFalse, surface, kTrue);
-    for (auto _ : state) PlotMap4(kFalse, surface, kFalse);
+    for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, surface, kFalse);
 }
 BENCHMARK(QuickPassWithTenPoints)->Unit(benchmark::kMillisecond);
 
@@ -125,14 +125,14 @@ void QuickPassWithoutAChart(benchmark::State& state) {
     NewMap(kFalse);
     session.ChartNumber = 0;
     PlotMap4(kFalse, surface, kTrue);
-    for (auto _ : state) PlotMap4(kFalse, surface, kFalse);
+    for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, surface, kFalse);
     session.ChartNumber = 1;
 }
 BENCHMARK(QuickPassWithoutAChart)->Unit(benchmark::kMillisecond);
 
 void AllLinesOfAChartWithoutDrawing(benchmark::State& state) {
     TheBench();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const LineFrame frame = MakeLineFrame(1);
         for (std::int16_t p = 1; p <= point::kLastBody; ++p) {
             if (!IsPointDrawn(1, p)) continue;
@@ -156,7 +156,7 @@ Format1Record SampleRecord() {
 void CalculatingAChart(benchmark::State& state) {
     TheBench();
     Format1Record record = SampleRecord();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         // Another day each time, so that no library answers from memory.
         record.day = static_cast<std::uint8_t>(record.day % 28 + 1);
         FileChartToCalcChart(record, 1, kFalse);
@@ -170,7 +170,7 @@ void BareEphemerisCallsOfAChart(benchmark::State& state) {
                                                    9,  15, 20, 18, 19, 17, 11, 40, 41,
                                                    42, 43, 44, 45, 46, 47, 48, 12};
     double day = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         day = day < 27 ? day + 1 : 0;
         for (const int body : bodies) {
             std::array<double, 6> position{};
@@ -194,7 +194,7 @@ void OpeningAndListingAChartFileOf10000Charts(benchmark::State& state) {
     }
     const std::string path = session.ProgramDir + "bench.cht";
     ReplaceFile(path, file);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         std::int32_t count = 0;
         const FileHandle handle = OpenChartFile(path, count, kFalse);
         for (std::int32_t n = 1; n <= count; ++n) {
@@ -209,7 +209,7 @@ BENCHMARK(OpeningAndListingAChartFileOf10000Charts)->Unit(benchmark::kMillisecon
 
 void MakingTheLevelFilesAndTheIndex(benchmark::State& state) {
     TheBench();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         GenerateLevels(LevelPath(1), kFirstUseText);
         DeleteFile(session.ProgramDir + "levelx.ndx");
         LoadLineIndex();
