@@ -17,7 +17,7 @@ fs::path FindModule() {
     std::error_code failure;
     const fs::path folder = fs::read_symlink("/proc/self/exe", failure).parent_path();
     for (const char* place : {".", "../lib/orvantis"}) {
-        const fs::path file = folder / place / kPictureModuleFile;
+        fs::path file = folder / place / kPictureModuleFile;
         if (fs::exists(file, failure)) return file;
     }
     return kPictureModuleFile;
