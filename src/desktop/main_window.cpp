@@ -83,8 +83,9 @@ void MainWindow::BuildMenus() {
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == map_ && event->type() == QEvent::Resize && session.StartupDone != 0) {
-        resized_.start();
+    if (watched == map_ && event->type() == QEvent::Resize) {
+        if (plotting_) wanted_ = true;
+        if (!plotting_ && session.StartupDone != 0) resized_.start();
     }
     return QMainWindow::eventFilter(watched, event);
 }
@@ -92,7 +93,7 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 void MainWindow::RedrawMap() {
     // A plot may let events run; one that is asked for meanwhile follows it.
     if (plotting_) {
-        resized_.start();
+        wanted_ = true;
         return;
     }
     if (isMinimized()) return;
@@ -104,6 +105,8 @@ void MainWindow::RedrawMap() {
     }
     map_->update();
     plotting_ = false;
+    if (wanted_) resized_.start();
+    wanted_ = false;
 }
 
 }  // namespace orvantis

@@ -48,6 +48,7 @@ class MainWindow : public QMainWindow {
     MapWidget* map_;
     QTimer resized_;  // many changes of size in a row lead to one redraw
     bool plotting_ = false;
+    bool wanted_ = false;  // a redraw that was asked for during a plot follows it
 };
 
 }  // namespace orvantis

@@ -103,8 +103,9 @@ void SetViewExtent() {
 }
 
 void SelectGlyphFont(bool printing) {
-    mapView.surface->SelectFont(
-        {std::string(kGlyphFontName), printing ? kPrinterGlyphSize : settings.symbolSize});
+    // A settings file may hold any size, or no number; beyond these a glyph hides the map.
+    const float size = settings.symbolSize >= 1 ? std::min(settings.symbolSize, 72.0F) : 1;
+    mapView.surface->SelectFont({std::string(kGlyphFontName), printing ? kPrinterGlyphSize : size});
 }
 
 void SetMapRect(bool printing, DrawingSurface& picture) {

@@ -622,9 +622,10 @@ TEST_F(CommandLine, AFullStandardOutputIsTheWorkFailed) {
           "charts '" + kSample + "' --json", "lines '" + kSample + "' --geojson",
           "lines '" + kSample + "' --csv", "lines '" + kSample + "' --kml",
           "render -o '" + out + "' --size 200x200 --json"}) {
+        std::string command = "'";
+        command.append(kProgram).append("' ").append(arguments).append(" >/dev/full");
         const ProgramResult result =
-            RunProgram("sh", {"-c", "'" + kProgram + "' " + arguments + " >/dev/full"},
-                       {"XDG_DATA_HOME=" + home_->Path()});
+            RunProgram("sh", {"-c", command}, {"XDG_DATA_HOME=" + home_->Path()});
         EXPECT_EQ(result.exitCode, 1) << arguments;
         EXPECT_EQ(result.errors, "orvantis-cli: standard output: can't be written\n") << arguments;
     }
