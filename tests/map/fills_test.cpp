@@ -137,7 +137,8 @@ TEST_F(FillsTest, FullListOfOneSeedCostsOneFlood) {
 
 TEST_F(FillsTest, FullListOfManySeedsEndsQuietlyAtTheMostFloods) {
     for (int fill = 0; fill < 32767; ++fill) {
-        AddFill(1, static_cast<float>(fill / 300 - 50), static_cast<float>(fill % 300 - 150), false,
+        const int row = fill / 300;
+        AddFill(1, static_cast<float>(row - 50), static_cast<float>(fill % 300 - 150), false,
                 0x100 + fill % 2);
     }
     CountingSurface counting;
