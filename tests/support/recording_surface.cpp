@@ -16,6 +16,11 @@ std::string Line(const Parts&... parts) {
     return text.str();
 }
 
+std::size_t PixelIndex(int x, int y, int width) {
+    return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+           static_cast<std::size_t>(x);
+}
+
 std::string BrushText(const Brush& brush) {
     switch (brush.kind) {
         case FillKind::Solid:
@@ -60,7 +65,7 @@ bool RecordingSurface::InClip(int x, int y) const {
 }
 
 void RecordingSurface::Plot(int x, int y) {
-    if (InClip(x, y)) pixels_[static_cast<std::size_t>(y * width_ + x)] = PlainColour(pen_.colour);
+    if (InClip(x, y)) pixels_[PixelIndex(x, y, width_)] = PlainColour(pen_.colour);
 }
 
 SurfaceSize RecordingSurface::Size() const {
@@ -115,7 +120,7 @@ void RecordingSurface::SetPixel(int x, int y) {
 
 Colour RecordingSurface::GetPixel(int x, int y) {
     if (x < 0 || y < 0 || x >= width_ || y >= height_) return -1;
-    return pixels_[static_cast<std::size_t>(y * width_ + x)];
+    return pixels_[PixelIndex(x, y, width_)];
 }
 
 void RecordingSurface::Rectangle(int left, int top, int right, int bottom, const Brush& brush) {
@@ -163,7 +168,7 @@ bool RecordingSurface::FloodFill(int x, int y, Colour colour, Colour border) {
         const SurfacePoint p = waiting.back();
         waiting.pop_back();
         if (!InClip(p.x, p.y)) continue;
-        const auto at = static_cast<std::size_t>(p.y * width_ + p.x);
+        const auto at = PixelIndex(p.x, p.y, width_);
         if (seen[at] || pixels_[at] == PlainColour(border)) continue;
         seen[at] = true;
         pixels_[at] = PlainColour(colour);
@@ -217,8 +222,8 @@ void RecordingSurface::PutImage(const Image& image) {
     Note(Line("PutImage", image.width, image.height));
     for (int y = 0; y < std::min(height_, image.height); ++y) {
         for (int x = 0; x < std::min(width_, image.width); ++x) {
-            const std::uint32_t p = image.pixels[static_cast<std::size_t>(y * image.width + x)];
-            pixels_[static_cast<std::size_t>(y * width_ + x)] =
+            const std::uint32_t p = image.pixels[PixelIndex(x, y, image.width)];
+            pixels_[PixelIndex(x, y, width_)] =
                 static_cast<Colour>((p & 0xFF) << 16 | (p & 0xFF00) | (p >> 16 & 0xFF));
         }
     }
