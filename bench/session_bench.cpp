@@ -18,32 +18,12 @@
 #include "session/driver.h"
 #include "session/session_state.h"
 #include "session/settings.h"
+#include "surface/null_shell.h"
 
 namespace {
 
 using namespace orvantis;
 namespace fs = std::filesystem;
-
-// A shell that nobody answers.
-class SilentShell : public Shell {
-  public:
-    BoxAnswer MessageBox(std::string_view /*text*/, std::string_view /*title*/,
-                         BoxButtons /*buttons*/, BoxIcon /*icon*/) override {
-        return BoxAnswer::Cancel;
-    }
-    std::optional<std::string> ChooseFile(std::string_view /*title*/, std::string_view /*filter*/,
-                                          bool /*forSaving*/) override {
-        return std::nullopt;
-    }
-    std::optional<Colour> ChooseColour(std::string_view /*title*/, Colour /*colour*/) override {
-        return std::nullopt;
-    }
-    void SetTitle(std::string_view /*title*/) override {}
-    void SetPointer(Pointer /*pointer*/) override {}
-    void ShowProgress(std::string_view /*text*/, std::int16_t /*percent*/) override {}
-    void DoEvents() override {}
-    LocalTime Now() override { return {}; }
-};
 
 const std::string kSample = std::string(ORVANTIS_DATA) + "/sample.cht";
 
@@ -74,7 +54,7 @@ class Bench {
 
   private:
     fs::path folder_;
-    SilentShell shell_;
+    NullShell shell_;
     ImageSurface surface_{1920, 1080};
 };
 

@@ -42,10 +42,8 @@ void CopyTexts(const Format1Record& record, CalcChart& chart) {
     chart.ZoneText = FixedText(record.zoneName, 5);
     chart.Place = FixedText(record.place, 20);
     chart.Country = FixedText(record.country, 20);
-    chart.DateText =
-        FixedText(FormatDateText(record.day, record.month, record.year, options.monthFirst), 14);
-    chart.TimeText =
-        FixedText(FormatTimeText(record.hour, record.minute, record.second, options.clock24), 12);
+    chart.DateText = FixedText(FormatDateText(record.day, record.month, record.year), 14);
+    chart.TimeText = FixedText(FormatTimeText(record.hour, record.minute, record.second), 12);
     chart.LatText = FixedText(CoordinateText(record.latDegrees, record.latNorth != 0 ? 'N' : 'S',
                                              record.latMinutes, record.latSeconds, 2),
                               8);

@@ -97,9 +97,8 @@ void PrintChart(const CalcChart& chart) {
 
 // One chart of a list. Degrees; longitude east positive.
 Json ListedChart(std::int32_t number, const ChartEvent& event) {
-    const std::string date = FormatDateText(event.day, event.month, event.year, options.monthFirst);
-    const std::string time =
-        FormatTimeText(event.hour, event.minute, event.second, options.clock24);
+    const std::string date = FormatDateText(event.day, event.month, event.year);
+    const std::string time = FormatTimeText(event.hour, event.minute, event.second);
     return {{"number", number},
             {"name", ToUtf8(Trim(event.name))},
             {"date", ToUtf8(date)},

@@ -30,39 +30,13 @@ std::string OneLine(std::string_view text) {
 }  // namespace
 
 BoxAnswer CliShell::MessageBox(std::string_view text, std::string_view title, BoxButtons buttons,
-                               BoxIcon /*icon*/) {
+                               BoxIcon icon) {
     complained = true;
     std::cerr << "orvantis-cli: ";
     if (!title.empty() && title != "Orvantis") std::cerr << ToUtf8(title) << ": ";
     std::cerr << ToUtf8(OneLine(text)) << "\n";
-    switch (buttons) {
-        case BoxButtons::OkCancel:
-        case BoxButtons::YesNoCancel:
-        case BoxButtons::RetryCancel:
-            return BoxAnswer::Cancel;
-        case BoxButtons::YesNo:
-            return BoxAnswer::No;
-        default:
-            return BoxAnswer::Ok;
-    }
+    return NullShell::MessageBox(text, title, buttons, icon);
 }
-
-std::optional<std::string> CliShell::ChooseFile(std::string_view /*title*/,
-                                                std::string_view /*filter*/, bool /*forSaving*/) {
-    return std::nullopt;
-}
-
-std::optional<Colour> CliShell::ChooseColour(std::string_view /*title*/, Colour /*colour*/) {
-    return std::nullopt;
-}
-
-void CliShell::SetTitle(std::string_view /*title*/) {}
-
-void CliShell::SetPointer(Pointer /*pointer*/) {}
-
-void CliShell::ShowProgress(std::string_view /*text*/, std::int16_t /*percent*/) {}
-
-void CliShell::DoEvents() {}
 
 LocalTime CliShell::Now() {
     const std::time_t now = std::time(nullptr);

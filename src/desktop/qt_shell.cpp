@@ -146,6 +146,54 @@ void QtShell::DoEvents() {
     QCoreApplication::processEvents();
 }
 
+bool QtShell::PreviousInstance() {
+    return false;
+}
+
+std::vector<TopWindow> QtShell::TopLevelWindows() {
+    return {};
+}
+
+void QtShell::ActivateWindow(std::int64_t /*handle*/) {}
+
+void QtShell::ShowStartScreen(std::string_view /*versionText*/) {}
+
+void QtShell::RefreshStartScreen() {}
+
+void QtShell::HideStartScreen() {}
+
+void QtShell::UnloadStartScreen() {}
+
+void QtShell::ShowMainWindow() {}
+
+SurfaceSize QtShell::MapAreaSize() {
+    return {};
+}
+
+WindowPlace QtShell::MainWindowPlace() {
+    return {};
+}
+
+void QtShell::PlaceMainWindow(const WindowPlace& /*place*/) {}
+
+WindowPlace QtShell::ScreenExtent() {
+    return {};
+}
+
+std::int32_t QtShell::ScreenColours() {
+    return 0x1000000;
+}
+
+void QtShell::SetClockTimer(std::int32_t /*interval*/, bool /*enabled*/) {}
+
+std::string QtShell::RegionalText(std::string_view /*key*/) {
+    return "";
+}
+
+std::string QtShell::LanguageAbbreviation() {
+    return "ENG";
+}
+
 LocalTime QtShell::Now() {
     const QDateTime now = QDateTime::currentDateTime();
     const QDate date = now.date();

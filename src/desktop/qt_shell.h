@@ -27,6 +27,22 @@ class QtShell : public Shell {
     void SetPointer(Pointer pointer) override;
     void ShowProgress(std::string_view text, std::int16_t percent) override;
     void DoEvents() override;
+    bool PreviousInstance() override;
+    std::vector<TopWindow> TopLevelWindows() override;
+    void ActivateWindow(std::int64_t handle) override;
+    void ShowStartScreen(std::string_view versionText) override;
+    void RefreshStartScreen() override;
+    void HideStartScreen() override;
+    void UnloadStartScreen() override;
+    void ShowMainWindow() override;
+    SurfaceSize MapAreaSize() override;
+    WindowPlace MainWindowPlace() override;
+    void PlaceMainWindow(const WindowPlace& place) override;
+    WindowPlace ScreenExtent() override;
+    std::int32_t ScreenColours() override;
+    void SetClockTimer(std::int32_t interval, bool enabled) override;
+    std::string RegionalText(std::string_view key) override;
+    std::string LanguageAbbreviation() override;
     LocalTime Now() override;
 
   private:

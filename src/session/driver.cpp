@@ -18,6 +18,7 @@
 #include "session/tables.h"
 #include "text/run_time_error.h"
 #include "text/strings.h"
+#include "text/text_state.h"
 
 namespace orvantis {
 
@@ -138,6 +139,7 @@ StartPaths SystemPaths() {
 
 void StartSession(const StartPaths& paths, Shell& shell) {
     session.shell = &shell;
+    textState.shell = &shell;
     ConnectRooms();
     SetPaths(paths);
     SeedProgramDir(paths);

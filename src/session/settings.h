@@ -41,8 +41,6 @@ struct Settings {
 
 /// Options that live in the INI file or are set by a command alone.
 struct Options {
-    Flag monthFirst = kTrue;             ///< dates are written month first
-    Flag clock24 = kFalse;               ///< times are written on the 24 hour clock
     std::int16_t ayanamsa = 1;           ///< zodiac of new charts, 1 to 10; 1 tropical
     double userSVP = 0;                  ///< base of zodiac 10, degrees
     std::int16_t houseSystem = 5;        ///< house system of new charts, 1 to 9; 5 Placidus
@@ -60,6 +58,23 @@ struct Options {
     Flag holdRefresh = kFalse;           ///< no refreshes of the picture during a plot
     Flag lineNumbers = kFalse;           ///< the codes of the map's lines are written on the map
     Flag fillPoints = kFalse;            ///< the seeds of fills are marked on the map
+    std::int16_t eclipseStep = 25;       ///< step along an eclipse's path, 5 to 50
+    Flag acsAtlas = kFalse;              ///< places come from the atlas, otherwise from city files
+    Flag acsEmbedded = kFalse;           ///< handed to the atlas
+    std::int16_t clockStep = 6;          ///< AstroClock: ticks of the timer between two updates
+    std::int32_t clockInterval = 10000;  ///< AstroClock: the timer's interval, milliseconds
+    Flag storeImages = kFalse;           ///< views keep their pictures, also between two runs
+    Flag paletteApplied = kFalse;        ///< the palette picture was applied (256 colours)
+    Flag rtfOn = kTrue;                  ///< reports in rich text, otherwise plain
+    std::string wordProcessor = "WRITE.EXE";    ///< program that opens reports
+    float repFontSize = 12;                     ///< font size in reports, points, 6 to 36
+    std::int16_t userTTOption = 0;              ///< choice of time table, 0 to 3
+    Flag showAscOnHorizonChart = kFalse;        ///< the local horizon chart shows the Ascendant
+    std::string defaultPlace = "Nowhere";       ///< the AstroClock's home
+    std::string defaultCountry = "Nowhere";     ///< its country
+    std::string defaultTimeZone = "GMT +0:00";  ///< its zone text
+    std::string defaultLatitude = "00N00";      ///< its latitude text
+    std::string defaultLongitude = "000W00";    ///< its longitude text
 };
 
 inline constexpr std::size_t kPointCount = 72;

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace orvantis {
 
@@ -11,6 +12,15 @@ namespace orvantis {
 /// the letter, minutes and seconds with two.
 std::string CoordinateText(std::int16_t degrees, char letter, std::int16_t minutes,
                            std::int16_t seconds, int degreeDigits);
+
+/// Reads a latitude such as "35S55", "S35 55" or "35 55 12S": degrees, minutes and seconds with one
+/// letter anywhere. `errorFlag` 0: `value` is set, degrees, north positive, -90 to 90. `errorFlag`
+/// -1: refused, the box "Error in Latitude" has been shown, and `value` is as it was.
+void ParseLatitude(std::string_view text, double& value, std::int16_t& errorFlag);
+
+/// The same for a longitude such as "138E34": degrees, WEST positive, -180 to 180; the box is
+/// "Error in Longitude".
+void ParseLongitude(std::string_view text, double& value, std::int16_t& errorFlag);
 
 /// Text of a latitude in degrees, north positive: "35S55", "35S55 12". 0 is north.
 std::string FormatLatitude(double latitude);

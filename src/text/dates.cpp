@@ -4,6 +4,7 @@
 
 #include "text/numbers.h"
 #include "text/strings.h"
+#include "text/text_state.h"
 
 namespace orvantis {
 
@@ -40,22 +41,20 @@ double DateToJD(float day, std::int16_t month, std::int16_t year, Flag calendarO
     return jd;
 }
 
-std::string FormatDateText(std::int16_t day, std::int16_t month, std::int16_t year,
-                           Flag monthFirst) {
+std::string FormatDateText(std::int16_t day, std::int16_t month, std::int16_t year) {
     const std::string dayText = std::to_string(ClampInt(day, 1, 31));
     const std::string monthText(
         kMonthNames[static_cast<std::size_t>(ClampInt(month, 1, 12))].substr(0, 3));
     const std::string yearText = year < 1 ? ZeroPadded(1 - year, 4) + " BC" : ZeroPadded(year, 4);
-    const std::string& first = monthFirst != 0 ? monthText : dayText;
-    const std::string& second = monthFirst != 0 ? dayText : monthText;
+    const std::string& first = textState.MonthFirst != 0 ? monthText : dayText;
+    const std::string& second = textState.MonthFirst != 0 ? dayText : monthText;
     return first + " " + second + " " + yearText;
 }
 
-std::string FormatTimeText(std::int16_t hours, std::int16_t minutes, std::int16_t seconds,
-                           Flag clock24) {
+std::string FormatTimeText(std::int16_t hours, std::int16_t minutes, std::int16_t seconds) {
     std::string text;
     std::string_view suffix;
-    if (clock24 != 0) {
+    if (textState.Clock24 != 0) {
         text = ZeroPadded(hours, 2);
     } else {
         suffix = hours < 12 ? " AM" : " PM";

@@ -8,6 +8,7 @@
 #include "session/settings.h"
 #include "support/reset_all.h"
 #include "text/numbers.h"
+#include "text/text_state.h"
 
 namespace orvantis {
 namespace {
@@ -59,7 +60,7 @@ class ChartCalculation : public testing::Test {
 
 TEST_F(ChartCalculation, TextsAndCodesComeFromTheRecord) {
     calcChart[1].Name2 = "stale";
-    options.monthFirst = kFalse;
+    textState.MonthFirst = kFalse;
     ASSERT_EQ(FileChartToCalcChart(SampleRecord(), 1, kFalse), kFalse);
     const CalcChart& chart = calcChart[1];
     EXPECT_EQ(chart.Name, "A chart");
@@ -84,8 +85,8 @@ TEST_F(ChartCalculation, TextsAndCodesComeFromTheRecord) {
 }
 
 TEST_F(ChartCalculation, TextsFollowTheRegionalOrderAndClock) {
-    options.monthFirst = kTrue;
-    options.clock24 = kTrue;
+    textState.MonthFirst = kTrue;
+    textState.Clock24 = kTrue;
     FileChartToCalcChart(SampleRecord(), 1, kFalse);
     EXPECT_EQ(calcChart[1].DateText, "Dec 31 1992");
     EXPECT_EQ(calcChart[1].TimeText, "23:59:07");

@@ -23,6 +23,8 @@
 #include "support/recording_surface.h"
 #include "support/temp_folder.h"
 #include "text/run_time_error.h"
+#include "text/text_state.h"
+#include "text/zones.h"
 
 namespace orvantis {
 namespace {
@@ -37,10 +39,14 @@ namespace {
     }
 
 ORVANTIS_FIELDS(Image, a, b, c)
-ORVANTIS_FIELDS(SessionState, a, b, c, d, e, f, g, h, i, j, k, l, m, n, o, p, q, r, s)
+ORVANTIS_FIELDS(SessionState, f1, f2, f3, f4, f5, f6, f7, f8, f9, f10, f11, f12, f13, f14, f15, f16,
+                f17, f18, f19, f20, f21, f22, f23, f24, f25, f26, f27, f28)
 ORVANTIS_FIELDS(LineStyle, a, b, c, d, e, f)
 ORVANTIS_FIELDS(Settings, a, b, c, d, e, f, g, h, i)
-ORVANTIS_FIELDS(Options, a, b, c, d, e, f, g, h, i, j, k, l, m, n, o, p, q, r, s)
+ORVANTIS_FIELDS(Options, f1, f2, f3, f4, f5, f6, f7, f8, f9, f10, f11, f12, f13, f14, f15, f16, f17,
+                f18, f19, f20, f21, f22, f23, f24, f25, f26, f27, f28, f29, f30, f31, f32, f33, f34)
+ORVANTIS_FIELDS(TextState, a, b, c, d)
+ORVANTIS_FIELDS(ZoneTable, a, b, c, d)
 ORVANTIS_FIELDS(LineIndexEntry, a, b, c, d, e, f, g)
 ORVANTIS_FIELDS(ClassRow, a, b)
 ORVANTIS_FIELDS(PointDatabase, a, b, c)
@@ -150,6 +156,10 @@ TEST(ResetAll, EveryFieldOfEveryRecordGetsItsInitialValue) {
     SessionState freshSession;
     freshSession.shell = &TestShell();
     ExpectReset(session, freshSession, "session");
+    TextState freshText;
+    freshText.shell = &TestShell();
+    ExpectReset(textState, freshText, "textState");
+    ExpectReset(zones, {}, "zones");
     ExpectReset(settings, {}, "settings");
     ExpectReset(options, {}, "options");
     ExpectReset(pointSelection, {}, "pointSelection");
@@ -169,13 +179,13 @@ TEST(ResetAll, EveryFieldOfEveryRecordGetsItsInitialValue) {
 TEST(ResetAll, ADirtiedRecordDiffersInEachOfItsFields) {
     Options dirtyOptions;
     Dirty(dirtyOptions);
-    EXPECT_EQ(Differences(dirtyOptions, Options{}), 19);
+    EXPECT_EQ(Differences(dirtyOptions, Options{}), 34);
     MapRect dirtyRect;
     Dirty(dirtyRect);
     EXPECT_EQ(Differences(dirtyRect, MapRect{}), 4);
     SessionState dirtySession;
     Dirty(dirtySession);
-    EXPECT_EQ(Differences(dirtySession, SessionState{}), 24);  // two of them with several values
+    EXPECT_EQ(Differences(dirtySession, SessionState{}), 33);  // two of them with several values
     ChartLinesState dirtyLines;
     Dirty(dirtyLines);
     EXPECT_EQ(Differences(dirtyLines, ChartLinesState{}), 4);

@@ -14,6 +14,8 @@
 #include "session/session_state.h"
 #include "session/settings.h"
 #include "text/run_time_error.h"
+#include "text/text_state.h"
+#include "text/zones.h"
 
 namespace orvantis {
 
@@ -28,6 +30,8 @@ void ResetAll() {
     RunTimeError ignored;
     TakeRunTimeError(ignored);
 
+    textState = {};
+    zones = {};
     session = {};
     settings = {};
     options = {};
@@ -69,6 +73,7 @@ void ResetAll() {
 
     shell = {};
     session.shell = &shell;
+    textState.shell = &shell;
 }
 
 ScriptedShell& TestShell() {

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "session/session_state.h"
+
 namespace orvantis {
 
 namespace {
@@ -53,7 +55,7 @@ BoxAnswer Refusal(BoxButtons buttons) {
 template <typename Answer>
 Answer Take(std::deque<Answer>& answers, const Answer& otherwise) {
     if (answers.empty()) return otherwise;
-    const Answer answer = answers.front();
+    Answer answer = answers.front();
     answers.pop_front();
     return answer;
 }
@@ -102,6 +104,77 @@ void ScriptedShell::ShowProgress(std::string_view /*text*/, std::int16_t /*perce
 
 void ScriptedShell::DoEvents() {
     log.emplace_back("DoEvents");
+    if (--eventsToSplashEnd <= 0) session.SplashDone = kTrue;
+}
+
+bool ScriptedShell::PreviousInstance() {
+    return previousInstance;
+}
+
+std::vector<TopWindow> ScriptedShell::TopLevelWindows() {
+    return windows;
+}
+
+void ScriptedShell::ActivateWindow(std::int64_t handle) {
+    log.push_back("ActivateWindow|" + std::to_string(handle));
+}
+
+void ScriptedShell::ShowStartScreen(std::string_view versionText) {
+    log.push_back("ShowStartScreen|" + std::string(versionText));
+}
+
+void ScriptedShell::RefreshStartScreen() {
+    log.emplace_back("RefreshStartScreen");
+}
+
+void ScriptedShell::HideStartScreen() {
+    log.emplace_back("HideStartScreen");
+}
+
+void ScriptedShell::UnloadStartScreen() {
+    log.emplace_back("UnloadStartScreen");
+}
+
+void ScriptedShell::ShowMainWindow() {
+    log.emplace_back("ShowMainWindow");
+}
+
+SurfaceSize ScriptedShell::MapAreaSize() {
+    return mapArea;
+}
+
+WindowPlace ScriptedShell::MainWindowPlace() {
+    return place;
+}
+
+void ScriptedShell::PlaceMainWindow(const WindowPlace& wanted) {
+    log.push_back("PlaceMainWindow|" + std::to_string(wanted.state) + "|" +
+                  std::to_string(wanted.left) + "|" + std::to_string(wanted.top) + "|" +
+                  std::to_string(wanted.width) + "|" + std::to_string(wanted.height));
+    place = wanted;
+}
+
+WindowPlace ScriptedShell::ScreenExtent() {
+    return screen;
+}
+
+std::int32_t ScriptedShell::ScreenColours() {
+    return colours;
+}
+
+void ScriptedShell::SetClockTimer(std::int32_t interval, bool enabled) {
+    log.push_back("SetClockTimer|" + std::to_string(interval) + (enabled ? "|on" : "|off"));
+}
+
+std::string ScriptedShell::RegionalText(std::string_view key) {
+    for (const auto& [name, text] : regional) {
+        if (name == key) return text;
+    }
+    return "";
+}
+
+std::string ScriptedShell::LanguageAbbreviation() {
+    return language;
 }
 
 LocalTime ScriptedShell::Now() {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "surface/shell.h"
@@ -22,6 +23,22 @@ class ScriptedShell : public Shell {
     void SetPointer(Pointer pointer) override;
     void ShowProgress(std::string_view text, std::int16_t percent) override;
     void DoEvents() override;
+    bool PreviousInstance() override;
+    std::vector<TopWindow> TopLevelWindows() override;
+    void ActivateWindow(std::int64_t handle) override;
+    void ShowStartScreen(std::string_view versionText) override;
+    void RefreshStartScreen() override;
+    void HideStartScreen() override;
+    void UnloadStartScreen() override;
+    void ShowMainWindow() override;
+    SurfaceSize MapAreaSize() override;
+    WindowPlace MainWindowPlace() override;
+    void PlaceMainWindow(const WindowPlace& place) override;
+    WindowPlace ScreenExtent() override;
+    std::int32_t ScreenColours() override;
+    void SetClockTimer(std::int32_t interval, bool enabled) override;
+    std::string RegionalText(std::string_view key) override;
+    std::string LanguageAbbreviation() override;
     LocalTime Now() override;
 
     std::deque<BoxAnswer> boxAnswers;                    ///< next answers; empty: Ok, or the first
@@ -29,6 +46,15 @@ class ScriptedShell : public Shell {
     std::deque<std::optional<std::string>> fileAnswers;  ///< empty: cancelled
     std::deque<std::optional<Colour>> colourAnswers;     ///< empty: cancelled
     LocalTime now;
+    bool previousInstance = false;
+    std::vector<TopWindow> windows;  ///< what TopLevelWindows gives
+    SurfaceSize mapArea{800, 600};
+    WindowPlace place;                          ///< the main window's
+    WindowPlace screen{0, 0, 0, 28800, 16200};  ///< 1920 by 1080 pixels
+    std::int32_t colours = 0x1000000;
+    std::vector<std::pair<std::string, std::string>> regional;  ///< key and text
+    std::string language = "ENG";
+    int eventsToSplashEnd = 1;  ///< DoEvents calls after which the start screen has had its time
 
     /// The n-th question (message box or choice, counted from 1) is cancelled, whatever the queues
     /// hold for it: a box answers Cancel, No where that is its only refusal, and Ok where it has no

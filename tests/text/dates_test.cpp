@@ -3,8 +3,22 @@
 #include <gtest/gtest.h>
 #include <vector>
 
+#include "text/text_state.h"
+
 namespace orvantis {
 namespace {
+
+std::string DateText(std::int16_t day, std::int16_t month, std::int16_t year, Flag monthFirst) {
+    textState = {};
+    textState.MonthFirst = monthFirst;
+    return FormatDateText(day, month, year);
+}
+
+std::string TimeText(std::int16_t hours, std::int16_t minutes, std::int16_t seconds, Flag clock24) {
+    textState = {};
+    textState.Clock24 = clock24;
+    return FormatTimeText(hours, minutes, seconds);
+}
 
 struct JulianDayRow {
     float day;
@@ -68,42 +82,42 @@ TEST(DateToJD, CountsEveryDayOnceOverTheWholeRangeOfYears) {
 }
 
 TEST(FormatDateText, FollowsTheRegionalOrder) {
-    EXPECT_EQ(FormatDateText(31, 12, 1992, 0), "31 Dec 1992");
-    EXPECT_EQ(FormatDateText(31, 12, 1992, -1), "Dec 31 1992");
+    EXPECT_EQ(DateText(31, 12, 1992, 0), "31 Dec 1992");
+    EXPECT_EQ(DateText(31, 12, 1992, -1), "Dec 31 1992");
 }
 
 TEST(FormatDateText, ShowsYearsBeforeOneWithTheirEra) {
-    EXPECT_EQ(FormatDateText(5, 3, -43, 0), "5 Mar 0044 BC");
-    EXPECT_EQ(FormatDateText(5, 3, -43, -1), "Mar 5 0044 BC");
-    EXPECT_EQ(FormatDateText(1, 1, 0, 0), "1 Jan 0001 BC");
-    EXPECT_EQ(FormatDateText(1, 1, 1, 0), "1 Jan 0001");
-    EXPECT_EQ(FormatDateText(1, 1, -32768, 0), "1 Jan 32769 BC");
+    EXPECT_EQ(DateText(5, 3, -43, 0), "5 Mar 0044 BC");
+    EXPECT_EQ(DateText(5, 3, -43, -1), "Mar 5 0044 BC");
+    EXPECT_EQ(DateText(1, 1, 0, 0), "1 Jan 0001 BC");
+    EXPECT_EQ(DateText(1, 1, 1, 0), "1 Jan 0001");
+    EXPECT_EQ(DateText(1, 1, -32768, 0), "1 Jan 32769 BC");
 }
 
 TEST(FormatDateText, ClampsDayAndMonth) {
-    EXPECT_EQ(FormatDateText(0, 0, 1992, 0), "1 Jan 1992");
-    EXPECT_EQ(FormatDateText(255, 255, 1992, 0), "31 Dec 1992");
+    EXPECT_EQ(DateText(0, 0, 1992, 0), "1 Jan 1992");
+    EXPECT_EQ(DateText(255, 255, 1992, 0), "31 Dec 1992");
 }
 
 TEST(FormatTimeText, OnThe24HourClock) {
-    EXPECT_EQ(FormatTimeText(23, 59, 0, -1), "23:59");
-    EXPECT_EQ(FormatTimeText(23, 59, 7, -1), "23:59:07");
-    EXPECT_EQ(FormatTimeText(0, 0, 0, -1), "00:00");
+    EXPECT_EQ(TimeText(23, 59, 0, -1), "23:59");
+    EXPECT_EQ(TimeText(23, 59, 7, -1), "23:59:07");
+    EXPECT_EQ(TimeText(0, 0, 0, -1), "00:00");
 }
 
 TEST(FormatTimeText, OnThe12HourClock) {
-    EXPECT_EQ(FormatTimeText(23, 59, 0, 0), "11:59 PM");
-    EXPECT_EQ(FormatTimeText(23, 59, 7, 0), "11:59:07 PM");
-    EXPECT_EQ(FormatTimeText(12, 0, 0, 0), "12:00 PM");
-    EXPECT_EQ(FormatTimeText(9, 5, 0, 0), "9:05 AM");
+    EXPECT_EQ(TimeText(23, 59, 0, 0), "11:59 PM");
+    EXPECT_EQ(TimeText(23, 59, 7, 0), "11:59:07 PM");
+    EXPECT_EQ(TimeText(12, 0, 0, 0), "12:00 PM");
+    EXPECT_EQ(TimeText(9, 5, 0, 0), "9:05 AM");
 }
 
 TEST(FormatTimeText, TheFirstHourOfTheDayIsZeroOnThe12HourClock) {
-    EXPECT_EQ(FormatTimeText(0, 30, 0, 0), "0:30 AM");
+    EXPECT_EQ(TimeText(0, 30, 0, 0), "0:30 AM");
 }
 
 TEST(FormatTimeText, SecondsOfZeroAreNotShown) {
-    EXPECT_EQ(FormatTimeText(8, 0, 0, 0), "8:00 AM");
+    EXPECT_EQ(TimeText(8, 0, 0, 0), "8:00 AM");
 }
 
 }  // namespace

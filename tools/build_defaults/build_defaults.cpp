@@ -7,6 +7,7 @@
 #include "session/files.h"
 #include "session/session_state.h"
 #include "session/settings.h"
+#include "surface/null_shell.h"
 
 namespace orvantis {
 
@@ -92,21 +93,24 @@ std::string WriteDefaults(const std::string& folder) {
 }
 
 // Says on standard error what the program would say in a box.
-class ConsoleShell : public Shell {
+class ConsoleShell : public NullShell {
   public:
     BoxAnswer MessageBox(std::string_view text, std::string_view, BoxButtons, BoxIcon) override {
         std::fprintf(stderr, "build-defaults: %.*s\n", static_cast<int>(text.size()), text.data());
         return BoxAnswer::Ok;
     }
-    std::optional<std::string> ChooseFile(std::string_view, std::string_view, bool) override {
-        return {};
-    }
-    std::optional<Colour> ChooseColour(std::string_view, Colour) override { return {}; }
-    void SetTitle(std::string_view) override {}
-    void SetPointer(Pointer) override {}
-    void ShowProgress(std::string_view, std::int16_t) override {}
-    void DoEvents() override {}
-    LocalTime Now() override { return {}; }
+};
+}
+std::optional<Colour> ChooseColour(std::string_view, Colour) override {
+    return {};
+}
+void SetTitle(std::string_view) override {}
+void SetPointer(Pointer) override {}
+void ShowProgress(std::string_view, std::int16_t) override {}
+void DoEvents() override {}
+LocalTime Now() override {
+    return {};
+}
 };
 
 }  // namespace
