@@ -8,7 +8,6 @@
 
 #include "charts/CALCCHRT.h"
 #include "charts/SwissEph.h"
-#include "text/dates.h"
 #include "text/numbers.h"
 #include "text/rotation.h"
 
@@ -17,8 +16,6 @@ namespace orvantis {
 CalcPlanetsRoute calcPlanetsStandard = nullptr;
 
 namespace {
-
-constexpr double kFirstGregorianJD = 2299160.5;  // 15 October 1582, 0:00
 
 double JulianDayOf(double t) {
     return t * 36525 + 2415020;
@@ -40,27 +37,6 @@ void GetObliquity(double t, double& degrees) {
 
 void GetJDxhUT(std::int16_t day, std::int16_t month, std::int16_t year, double hours, double& jd) {
     jd = DateToJD(day, month, year) + hours / 24;
-}
-
-void JDToDate(double jd, float& day, std::int32_t& month, std::int32_t& year) {
-    day = 0;
-    month = 0;
-    year = 0;
-    if (!(jd >= kFirstJD && jd <= kLastJD)) {
-        RaiseRunTimeError(error::kOverflow);
-        return;
-    }
-    int wholeYear = 0;
-    int wholeMonth = 0;
-    int wholeDay = 0;
-    double hours = 0;
-    const int calendar = jd >= kFirstGregorianJD ? SE_GREG_CAL : SE_JUL_CAL;
-    swe_revjul(jd, calendar, &wholeYear, &wholeMonth, &wholeDay, &hours);
-    year = wholeYear;
-    month = wholeMonth;
-    // The last tenth of a second of a day would round up to the next day in 32 bits.
-    const auto dayStart = static_cast<float>(wholeDay);
-    day = std::min(static_cast<float>(wholeDay + hours / 24), std::nextafter(dayStart + 1, 0.0F));
 }
 
 void GetST(double jdUT, double& siderealTime) {

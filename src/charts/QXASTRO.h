@@ -1,20 +1,17 @@
 // The quantities that the chart calculation needs of an astronomy library, and the driver that
 // obtains the positions of all points for one chart.
 //
-// T is Julian centuries from JD 2415020.0 (1900 January 0.5).
+// T is Julian centuries from JD 2415020.0 (1900 January 0.5). The way from dates to Julian days and
+// back is text/dates.h.
 #pragma once
 
 #include <cstdint>
 #include <string_view>
 
 #include "surface/values.h"
+#include "text/dates.h"
 
 namespace orvantis {
-
-/// The Julian days that routines here take: those of the years that 16 bits hold, with a margin for
-/// zones, times of day and records whose month is out of range.
-inline constexpr double kFirstJD = -10250000;
-inline constexpr double kLastJD = 13700000;
 
 /// Delta T (ephemeris time less Universal Time) in hours, at T.
 void GetDeltaT(double t, double& hours);
@@ -26,10 +23,6 @@ void GetObliquity(double t, double& degrees);
 /// Julian day of a civil date (Gregorian from 15 October 1582, Julian before) at `hours` of
 /// Universal Time, which may lie outside 0 to 24.
 void GetJDxhUT(std::int16_t day, std::int16_t month, std::int16_t year, double hours, double& jd);
-
-/// Civil date of a Julian day; the day has its fraction. Julian calendar before 15 October 1582.
-/// A Julian day outside kFirstJD to kLastJD leaves the run-time error "Overflow" and gives 0, 0, 0.
-void JDToDate(double jd, float& day, std::int32_t& month, std::int32_t& year);
 
 /// Apparent sidereal time at Greenwich in hours, at a Julian day of Universal Time.
 void GetST(double jdUT, double& siderealTime);

@@ -16,6 +16,9 @@ namespace orvantis {
 /// "January" to "December", 1 to 12; element 0 stands empty.
 extern const std::array<std::string_view, 13> kMonthNames;
 
+/// True from 15 October 1582 on: the dates that are Gregorian unless they say otherwise.
+bool IsGregorianDate(float day, std::int16_t month, std::int16_t year);
+
 /// Julian day of a civil date; the day may have a fraction. The calendar is the Gregorian one from
 /// 15 October 1582 on and the Julian one before; with `calendarOverride` set it is the other one.
 /// A month outside 1 to 12 gives a number without meaning, never a fault.
@@ -23,8 +26,15 @@ extern const std::array<std::string_view, 13> kMonthNames;
 /// truncation, which makes negative years come out right without a further term.
 double DateToJD(float day, std::int16_t month, std::int16_t year, Flag calendarOverride = kFalse);
 
+/// The Julian days that have a date here: those of the years that 16 bits hold, with a margin for
+/// zones, times of day and dates whose day or month is out of range.
+inline constexpr double kFirstJD = -10300000;
+inline constexpr double kLastJD = 13750000;
+
 /// Civil date of a Julian day: the Julian calendar before 15 October 1582, the Gregorian one from
-/// that day on. `day` keeps its fraction; `year` is astronomical.
+/// that day on. `day` keeps its fraction, which never rounds up to the next day; `year` is
+/// astronomical. A Julian day outside kFirstJD to kLastJD leaves the run-time error "Overflow" and
+/// gives 0, 0, 0.
 /// Source: J. Meeus, Astronomical Formulae for Calculators, chapter 3, with floor.
 void JDToDate(double julianDay, float& day, std::int32_t& month, std::int32_t& year);
 

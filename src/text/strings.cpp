@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <limits>
 
 namespace orvantis {
 
@@ -17,6 +18,16 @@ unsigned char LowerByte(unsigned char c) {
     if (c >= 'A' && c <= 'Z') return static_cast<unsigned char>(c + 32);
     if (c >= 0xC0 && c <= 0xDE && c != 0xD7) return static_cast<unsigned char>(c + 32);
     return c;
+}
+
+// Value of an unsigned number that no double can say: 0 with a negative exponent or, without an
+// exponent, with all of its figures behind the point; else infinite.
+double BeyondDoubles(std::string_view number) {
+    const std::size_t exponent = number.find_first_of("eE");
+    const bool small = exponent != std::string_view::npos
+                           ? number[exponent + 1] == '-'
+                           : number[number.find_first_not_of('0')] == '.';
+    return small ? 0 : std::numeric_limits<double>::infinity();
 }
 
 }  // namespace
@@ -52,15 +63,16 @@ bool SameText(std::string_view a, std::string_view b) {
 
 double NumericValue(std::string_view text) {
     text = Trim(text);
-    if (!text.empty() && text.front() == '+') text.remove_prefix(1);
-    // from_chars also reads "inf" and "nan", which are no numbers here.
-    const std::size_t first = !text.empty() && text.front() == '-' ? 1 : 0;
-    if (first >= text.size() || (text[first] != '.' && (text[first] < '0' || text[first] > '9'))) {
-        return 0;
-    }
+    const bool negative = !text.empty() && text.front() == '-';
+    if (!text.empty() && (negative || text.front() == '+')) text.remove_prefix(1);
+    // from_chars also reads a second sign, "inf" and "nan", which are no numbers here.
+    if (text.empty() || (text[0] != '.' && (text[0] < '0' || text[0] > '9'))) return 0;
     double value = 0;
-    std::from_chars(text.data(), text.data() + text.size(), value);
-    return value;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (result.ec == std::errc::result_out_of_range) {
+        value = BeyondDoubles(text.substr(0, static_cast<std::size_t>(result.ptr - text.data())));
+    }
+    return negative ? -value : value;
 }
 
 std::string ZeroPadded(std::int32_t value, int digits) {

@@ -22,7 +22,7 @@ std::string LowerCase(std::string_view text);
 bool SameText(std::string_view a, std::string_view b);
 
 /// The leading number of a text: blanks, a sign, digits, a decimal point and an exponent. 0 if the
-/// text doesn't begin with a number.
+/// text doesn't begin with a number, or one too small for a double; infinite if it is too large.
 double NumericValue(std::string_view text);
 
 /// Whole number with leading zeros up to `digits`.
