@@ -9,6 +9,11 @@ namespace orvantis::cli {
 
 namespace {
 
+// True if a word that is no known option has the form of one.
+bool LooksLikeOption(std::string_view word, const OptionNames& names) {
+    return names.singleDashIsText ? word.starts_with("--") : word.size() > 1 && word[0] == '-';
+}
+
 bool Contains(const std::vector<std::string_view>& names, std::string_view name) {
     return std::find(names.begin(), names.end(), name) != names.end();
 }
@@ -42,9 +47,14 @@ std::optional<std::string> Arguments::Value(std::string_view name) const {
 std::optional<Arguments> TakeApart(const std::vector<std::string>& words,
                                    const OptionNames& names) {
     Arguments arguments;
+    bool optionsEnded = false;
     for (std::size_t i = 0; i < words.size(); ++i) {
         const std::string& word = words[i];
-        if (Contains(names.withoutValue, word)) {
+        if (optionsEnded) {
+            arguments.words.push_back(word);
+        } else if (names.singleDashIsText && word == "--") {
+            optionsEnded = true;
+        } else if (Contains(names.withoutValue, word)) {
             arguments.flags.push_back(word);
         } else if (Contains(names.withValue, word)) {
             if (i + 1 == words.size()) {
@@ -52,7 +62,7 @@ std::optional<Arguments> TakeApart(const std::vector<std::string>& words,
                 return std::nullopt;
             }
             arguments.values.emplace_back(word, words[++i]);
-        } else if (word.size() > 1 && word.front() == '-') {
+        } else if (LooksLikeOption(word, names)) {
             Complain(kWrongCall, word, "unknown option");
             return std::nullopt;
         } else {

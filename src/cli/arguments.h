@@ -22,6 +22,9 @@ int Complain(int exitCode, std::string_view what, std::string_view why);
 struct OptionNames {
     std::vector<std::string_view> withValue;     ///< e.g. "--size"
     std::vector<std::string_view> withoutValue;  ///< e.g. "--json"
+    /// Words that begin with one "-", such as "-10:30", are no options, and neither is anything
+    /// behind a word "--".
+    bool singleDashIsText = false;
 };
 
 /// A call taken apart.

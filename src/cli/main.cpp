@@ -10,11 +10,13 @@ namespace orvantis::cli {
 
 namespace {
 
-const std::array<Verb, 5> kVerbs = {{{"chart", kChartHelp, RunChart},
+const std::array<Verb, 7> kVerbs = {{{"chart", kChartHelp, RunChart},
                                      {"charts", kChartsHelp, RunCharts},
                                      {"lines", kLinesHelp, RunLines},
                                      {"render", kRenderHelp, RunRender},
-                                     {"database", kDatabaseHelp, RunDatabase}}};
+                                     {"database", kDatabaseHelp, RunDatabase},
+                                     {"parse", kParseHelp, RunParse},
+                                     {"format", kFormatHelp, RunFormat}}};
 
 constexpr std::string_view kHelp =
     R"(orvantis-cli: charts, their lines and their map from the command line
@@ -27,6 +29,8 @@ Usage: orvantis-cli VERB ARGUMENTS...
                                    every line of a chart
   render [FILE[:N]] -o OUT.png     the map with a chart's lines
   database build|check FILE        the files of the world map
+  parse KIND TEXT...               what typed dates, times, places and zones mean
+  format KIND VALUE...             the same values, and angles, as texts
 
 "orvantis-cli VERB --help" tells more of each.
 Results go to standard output, complaints to standard error.

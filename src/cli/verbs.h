@@ -21,12 +21,16 @@ extern const std::string_view kChartsHelp;
 extern const std::string_view kLinesHelp;
 extern const std::string_view kRenderHelp;
 extern const std::string_view kDatabaseHelp;
+extern const std::string_view kParseHelp;
+extern const std::string_view kFormatHelp;
 
 int RunChart(const std::vector<std::string>& words, CliShell& shell);
 int RunCharts(const std::vector<std::string>& words, CliShell& shell);
 int RunLines(const std::vector<std::string>& words, CliShell& shell);
 int RunRender(const std::vector<std::string>& words, CliShell& shell);
 int RunDatabase(const std::vector<std::string>& words, CliShell& shell);
+int RunParse(const std::vector<std::string>& words, CliShell& shell);
+int RunFormat(const std::vector<std::string>& words, CliShell& shell);
 
 /// Why a file can't be opened, where opening it gives no reason of its own.
 std::string WhyNoFile(const std::string& path);

