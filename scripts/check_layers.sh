@@ -18,7 +18,7 @@ git ls-files 'src/*.cpp' 'src/*.h' | xargs awk '
         count = split("surface text records map charts lines places reports session raster cli desktop",
                       order, " ")
         for (i = 1; i <= count; ++i) rank[order[i]] = i
-        count = split("session_state settings tables files state ini_store", names, " ")
+        count = split("session_state settings tables files state ini_store resources", names, " ")
         for (i = 1; i <= count; ++i) record[names[i]] = 1
     }
     FNR == 1 {

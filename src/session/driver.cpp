@@ -76,8 +76,8 @@ void SeedProgramDir(const StartPaths& paths) {
     if (paths.shippedData.empty()) return;
     const fs::path shipped(paths.shippedData);
     Seed(shipped / "level1.pnt", programDir / "level1.pnt");
-    for (const char* name :
-         {"world.ovm", "ovdeflt.pts", "brimwell.cpt", "default.ovs", "sample.cht"}) {
+    for (const char* name : {"world.ovm", "ovdeflt.pts", "brimwell.cpt", "default.ovs",
+                             "sample.cht", "timezone.fil"}) {
         Seed(shipped / name, userFolder / name);
     }
 }

@@ -126,8 +126,10 @@ bool WriteAll(int descriptor, std::int64_t offset, std::span<const std::uint8_t>
 // Writes the bytes aside and gives the file the access rights of the one that it will replace.
 std::int16_t WriteAside(const std::string& aside, const std::string& target,
                         std::span<const std::uint8_t> bytes) {
+    // What an earlier process of this number left goes; a link of that name isn't written through.
+    ::unlink(aside.c_str());
     std::int16_t errorNumber = 0;
-    const int descriptor = OpenRegular(aside, O_WRONLY | O_CREAT | O_TRUNC, errorNumber);
+    const int descriptor = OpenRegular(aside, O_WRONLY | O_CREAT | O_EXCL, errorNumber);
     if (descriptor < 0) return errorNumber;
     struct stat old {};
     if (::stat(target.c_str(), &old) == 0 && ::fchmod(descriptor, old.st_mode & 07777) != 0) {
@@ -183,7 +185,6 @@ std::string FindName(const fs::path& folder, const std::string& name) {
 
 FileHandle FileOpener(std::string_view path, std::int16_t mode, std::int16_t /*recordLength*/,
                       Flag clearReadOnly) {
-    if (mode < open_mode::kWriteText || mode > open_mode::kBinary) return 0;
     const auto slot = std::find(descriptors.begin() + 1, descriptors.end(), -1);
     if (slot == descriptors.end()) {
         ShowOpenError(path, error::kTooManyFiles);
@@ -194,6 +195,7 @@ FileHandle FileOpener(std::string_view path, std::int16_t mode, std::int16_t /*r
     if (clearReadOnly != 0 && fs::is_regular_file(native, ignored)) {
         fs::permissions(native, fs::perms::owner_write, fs::perm_options::add, ignored);
     }
+    if (mode < open_mode::kWriteText || mode > open_mode::kBinary) return 0;
     std::int16_t errorNumber = 0;
     const int descriptor = OpenInMode(native, mode, errorNumber);
     if (descriptor < 0) {
@@ -269,24 +271,28 @@ std::int64_t FileLength(FileHandle file) {
     return status.st_size;
 }
 
+std::size_t ReadWhatIsThere(FileHandle file, std::int64_t position, std::span<std::uint8_t> bytes) {
+    std::size_t filled = 0;
+    while (position >= 1 && filled < bytes.size()) {
+        const ssize_t got = ::pread(Descriptor(file), &bytes[filled], bytes.size() - filled,
+                                    position - 1 + static_cast<std::int64_t>(filled));
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0) break;
+        filled += static_cast<std::size_t>(got);
+    }
+    return filled;
+}
+
 bool ReadBytes(FileHandle file, std::int64_t position, std::span<std::uint8_t> bytes) {
-    const int descriptor = Descriptor(file);
-    if (descriptor < 0 || position < 1) {
+    if (Descriptor(file) < 0 || position < 1) {
         RaiseRunTimeError(error::kBadFileName);
         return false;
     }
-    std::int64_t offset = position - 1;
-    while (!bytes.empty()) {
-        const ssize_t got = ::pread(descriptor, bytes.data(), bytes.size(), offset);
-        if (got < 0 && errno == EINTR) continue;
-        if (got <= 0) {
-            RaiseRunTimeError(got == 0 ? error::kPastEnd : error::kDeviceInput);
-            return false;
-        }
-        bytes = bytes.subspan(static_cast<std::size_t>(got));
-        offset += got;
-    }
-    return true;
+    const std::size_t filled = ReadWhatIsThere(file, position, bytes);
+    if (filled == bytes.size()) return true;
+    const std::int64_t end = position - 1 + static_cast<std::int64_t>(filled);
+    RaiseRunTimeError(end >= FileLength(file) ? error::kPastEnd : error::kDeviceInput);
+    return false;
 }
 
 bool WriteBytes(FileHandle file, std::int64_t position, std::span<const std::uint8_t> bytes) {
@@ -301,25 +307,26 @@ bool WriteBytes(FileHandle file, std::int64_t position, std::span<const std::uin
 }
 
 bool ReplaceFile(std::string_view path, std::span<const std::uint8_t> bytes) {
-    const std::int16_t errorNumber = ReplaceNative(NativePath(path), bytes);
+    const std::int16_t errorNumber = StoreFile(path, bytes);
     if (errorNumber != 0) ShowOpenError(path, errorNumber);
     return errorNumber == 0;
 }
 
+std::int16_t StoreFile(std::string_view path, std::span<const std::uint8_t> bytes) {
+    return ReplaceNative(NativePath(path), bytes);
+}
+
 bool ReplaceFileSilently(std::string_view path, std::span<const std::uint8_t> bytes) {
-    const std::int16_t errorNumber = ReplaceNative(NativePath(path), bytes);
+    const std::int16_t errorNumber = StoreFile(path, bytes);
     if (errorNumber != 0) RaiseRunTimeError(errorNumber);
     return errorNumber == 0;
 }
 
-bool ReadWholeFile(std::string_view path, std::int64_t limit, Bytes& bytes) {
+std::int16_t FetchFile(std::string_view path, std::int64_t limit, Bytes& bytes) {
     bytes.clear();
     std::int16_t errorNumber = 0;
     const int descriptor = OpenRegular(NativePath(path), O_RDONLY, errorNumber);
-    if (descriptor < 0) {
-        RaiseRunTimeError(errorNumber);
-        return false;
-    }
+    if (descriptor < 0) return errorNumber;
     struct stat status {};
     const bool sized = ::fstat(descriptor, &status) == 0 && status.st_size <= limit;
     if (sized) bytes.resize(static_cast<std::size_t>(status.st_size));
@@ -332,9 +339,31 @@ bool ReadWholeFile(std::string_view path, std::int64_t limit, Bytes& bytes) {
         filled += static_cast<std::size_t>(got);
     }
     ::close(descriptor);
-    if (sized && filled == bytes.size()) return true;
+    if (sized && filled == bytes.size()) return 0;
     bytes.clear();
-    RaiseRunTimeError(sized ? error::kDeviceInput : error::kFileTooLarge);
+    return sized ? error::kDeviceInput : error::kFileTooLarge;
+}
+
+bool ReadWholeFile(std::string_view path, std::int64_t limit, Bytes& bytes) {
+    const std::int16_t errorNumber = FetchFile(path, limit, bytes);
+    if (errorNumber != 0) RaiseRunTimeError(errorNumber);
+    return errorNumber == 0;
+}
+
+void MakeFolderOf(std::string_view path) {
+    const fs::path folder = fs::path(NativePath(path)).parent_path();
+    std::error_code ignored;
+    if (!folder.empty()) fs::create_directories(folder, ignored);
+}
+
+bool FolderShowsFile(std::string_view folder) {
+    std::error_code failure;
+    for (fs::directory_iterator it(NativePath(folder), failure), end; !failure && it != end;
+         it.increment(failure)) {
+        std::error_code unknown;
+        const bool hidden = it->path().filename().string().front() == '.';
+        if (!hidden && it->is_regular_file(unknown)) return true;
+    }
     return false;
 }
 

@@ -58,6 +58,9 @@ std::int64_t FileLength(FileHandle file);
 /// end of file", if not all of them are there; what lies before the end has then been read.
 bool ReadBytes(FileHandle file, std::int64_t position, std::span<std::uint8_t> bytes);
 
+/// The same, but what isn't there is no error: the number of bytes that were read.
+std::size_t ReadWhatIsThere(FileHandle file, std::int64_t position, std::span<std::uint8_t> bytes);
+
 /// Writes bytes at `position`, counted from 1. False, with a run-time error, on failure.
 bool WriteBytes(FileHandle file, std::int64_t position, std::span<const std::uint8_t> bytes);
 
@@ -71,9 +74,22 @@ bool ReplaceFile(std::string_view path, std::span<const std::uint8_t> bytes);
 /// The same without a box; the run-time error tells the reason.
 bool ReplaceFileSilently(std::string_view path, std::span<const std::uint8_t> bytes);
 
+/// The same without any trace of a failure: the error number, 0 for none.
+std::int16_t StoreFile(std::string_view path, std::span<const std::uint8_t> bytes);
+
 /// Reads a whole file of at most `limit` bytes. False, with a run-time error ("File too large" for
 /// a longer file), on failure.
 bool ReadWholeFile(std::string_view path, std::int64_t limit, Bytes& bytes);
+
+/// The same without any trace of a failure: the error number, 0 for none.
+std::int16_t FetchFile(std::string_view path, std::int64_t limit, Bytes& bytes);
+
+/// Makes the folder of a file and those above it. What can't be made shows when the file is opened.
+void MakeFolderOf(std::string_view path);
+
+/// True if the folder is there and lists a file: neither a folder nor, as a name with a point in
+/// front, hidden.
+bool FolderShowsFile(std::string_view folder);
 
 /// Deletes a file; a missing one is no error.
 void DeleteFile(std::string_view path);

@@ -1,4 +1,9 @@
 // The keys of the INI files: which key feeds which option, and what goes back at the end.
+//
+// Words (places, zones) stand in the files in UTF-8; a value that isn't well-formed as such is
+// taken as code page 1252, in which older files are. Paths stand in the platform's form and in its
+// own bytes, so that any path survives; "\" between folders is read as well. The program that opens
+// reports is kept as it stands.
 #pragma once
 
 #include "session/ini_store.h"
@@ -13,15 +18,15 @@ inline constexpr std::string_view kSiblingSection = "Kelvane";
 /// the three lists of chart words and the zone table. Never fails: what can't be read is default.
 void ReadIniSettings();
 
-/// Puts the main window where the own INI says, within the screen.
+/// Puts the main window where the own INI says, within the screen, and reads "256Colors".
 void RestoreMainWindow();
 
 /// Writes the keys that the program keeps between two runs, and "256Colors" last, in one step.
-/// Returns the failed flag; no message.
+/// Returns the failed flag; no message, no run-time error.
 Flag WriteIniSettings();
 
 /// Ticks between two updates of the clock, and the timer's interval in milliseconds, for a step of
-/// so many seconds (1 to 30000).
+/// so many seconds (1 to 30000). Sets the timer, which runs only while the AstroClock does.
 void SetClockStep(std::int16_t seconds);
 
 /// Connection point: the check marks of the menus follow the options.

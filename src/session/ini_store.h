@@ -1,24 +1,36 @@
 // INI files: sections of keys with texts as values, as the desktop's profile functions keep them.
-// Section and key names are compared without regard to case; order, comments and foreign keys
-// survive every write; a file is replaced only by a whole new one.
+//
+//   [Section]
+//   ; a comment
+//   Key = "value"
+//
+// Section and key names are compared without regard to case. Of a key that occurs twice in sections
+// of one name the first counts. Blanks and tabs around names and values don't count; a value that
+// needs them stands in quotes. Every other line is kept as it is and means nothing; so does a key
+// above all sections, and a byte order mark. Lines end in CRLF or LF.
+//
+// The store hands bytes through as they are. The program writes paths in the platform's own bytes
+// and words in UTF-8; see session/ini_settings.h for who reads what.
 #pragma once
 
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 #include "surface/values.h"
 
 namespace orvantis {
 
-/// An INI file as it was read. Values of keys that occur twice are those of the first.
+/// An INI file as it was read.
 struct IniFile {
-    std::unordered_map<std::string, std::string> values;  ///< by section and key, made one
+    std::string text;  ///< the whole file, byte for byte; "" if there was none
 };
 
-/// Reads an INI file. A bare name stands for a file in session.IniDir. A missing or unreadable
-/// file, one that is too long or isn't text gives what could be read, at worst nothing; no message.
+/// Files beyond this length are no INI files: they read as empty and aren't written to.
+inline constexpr std::int64_t kLongestIni = std::int64_t{16} << 20;
+
+/// Reads an INI file. A bare name stands for a file in session.IniDir, a name with a folder in it
+/// for itself. A missing, unreadable or overlong file gives nothing; no message, no error.
 IniFile ReadIni(std::string_view name);
 
 /// Value of a key: blanks at both ends and one pair of quotes around it removed, cut to `width`
@@ -32,12 +44,13 @@ double IniNumber(const IniFile& ini, std::string_view section, std::string_view 
 
 struct IniEntry {
     std::string key;
-    std::string value;
+    std::string value;  ///< a line break in it becomes a blank
 };
 
 /// Sets keys of a section in their order: a key that is there keeps its place, a new one goes to
-/// the end of the section, a new section to the end of the file. The file is made if it isn't
-/// there. False, with the old file as it was and a run-time error, if it can't be read or replaced.
+/// the end of the section, a new section to the end of the file. The file, and the folder it lies
+/// in, are made if they aren't there; a new file has CRLF, an old one keeps its kind. False, with
+/// the old file as it was and a run-time error, if it can't be read whole or replaced.
 bool WriteIni(std::string_view name, std::string_view section, std::span<const IniEntry> entries);
 
 }  // namespace orvantis

@@ -44,6 +44,7 @@ constexpr std::int64_t kLongColourFile = 73;
 // | 336    | 2    | textFontBold                   |
 // | 338    | 2    | textFontItalic                 |
 constexpr std::int16_t kSettingsSize = 340;
+constexpr std::size_t kDescriptionWidth = 80;
 constexpr std::size_t kLineStylesAt = 88;
 constexpr std::size_t kLineStyleSize = 14;
 constexpr std::size_t kSymbolSizeAt = 298;
@@ -64,7 +65,7 @@ void PutLineStyle(std::uint8_t* p, const LineStyle& style) {
 
 Settings GetSettings(const std::uint8_t* p) {
     Settings result;
-    result.description = TrimRight(GetText(p, 80));
+    result.description = TrimRight(GetText(p, kDescriptionWidth));
     result.mapBackColour = GetI32(p + 80);
     result.specialFillColour = GetI32(p + 84);
     for (std::size_t type = 0; type < kLineTypeCount; ++type) {
@@ -81,7 +82,7 @@ Settings GetSettings(const std::uint8_t* p) {
 Bytes PutSettings(const Settings& record) {
     Bytes bytes(kSettingsSize);
     std::uint8_t* p = bytes.data();
-    PutText(p, 80, record.description);
+    PutText(p, kDescriptionWidth, record.description);
     PutI32(p + 80, record.mapBackColour);
     PutI32(p + 84, record.specialFillColour);
     for (std::size_t type = 0; type < kLineTypeCount; ++type) {
@@ -142,14 +143,13 @@ void LoadPointSelection(std::string_view path) {
         Flag& selected = pointSelection[static_cast<std::size_t>(i)];
         selected = kTrue;
         std::array<std::uint8_t, kSelectionSize> record{};
-        if (ReadBytes(file, std::int64_t{i - 1} * kSelectionSize + 1, record)) {
+        const std::int64_t position = std::int64_t{i - 1} * kSelectionSize + 1;
+        if (ReadWhatIsThere(file, position, record) == record.size()) {
             selected = GetI16(&record[kSelectionName]);
         }
         if (IsNeverSelected(i)) selected = kFalse;
     }
     CloseFile(file);
-    RunTimeError ignored;
-    TakeRunTimeError(ignored);
 }
 
 void SavePointSelection(std::string_view path) {
@@ -159,9 +159,7 @@ void SavePointSelection(std::string_view path) {
         PutText(record, kSelectionName, PointName(i));
         PutI16(record + kSelectionName, pointSelection[static_cast<std::size_t>(i)]);
     }
-    ReplaceFileSilently(path, bytes);
-    RunTimeError ignored;
-    TakeRunTimeError(ignored);
+    StoreFile(path, bytes);
 }
 
 void LoadPointColours(std::string_view path) {
@@ -172,15 +170,13 @@ void LoadPointColours(std::string_view path) {
     for (std::int16_t i = 1; i <= kFilePoints; ++i) {
         std::array<std::uint8_t, 4> record{};
         const std::span<std::uint8_t> bytes(record.data(), static_cast<std::size_t>(length));
-        if (!ReadBytes(file, std::int64_t{i - 1} * length + 1, bytes)) continue;
+        if (ReadWhatIsThere(file, std::int64_t{i - 1} * length + 1, bytes) < bytes.size()) continue;
         const std::int16_t index = GetI16(record.data());
         if (length == 2 && (index < 0 || index > 15)) continue;
         pointColour[static_cast<std::size_t>(i)] =
             length == 2 ? ClassicColour(index) : GetI32(record.data());
     }
     CloseFile(file);
-    RunTimeError ignored;
-    TakeRunTimeError(ignored);
 }
 
 void SaveUserPointColours() {
@@ -197,18 +193,17 @@ Flag LoadSettings(std::string_view path, Flag redraw) {
     const FileHandle file = FileOpener(path, open_mode::kRecords, kSettingsSize, kFalse);
     if (file < 1) return kTrue;
     std::array<std::uint8_t, kSettingsSize> record{};
-    const bool whole = ReadBytes(file, 1, record);
+    const bool whole = ReadWhatIsThere(file, 1, record) == record.size();
     CloseFile(file);
-    RunTimeError ignored;
-    TakeRunTimeError(ignored);
     if (!whole) return kTrue;
+    // Surfaces show any colour as it is, so that land and sea stay as the file has them.
     settings = GetSettings(record.data());
     if (redraw != 0 && plotAfterSettings != nullptr) plotAfterSettings();
     return kFalse;
 }
 
 void SaveSettings(std::string_view path, std::string_view description) {
-    settings.description = Trim(description);
+    settings.description = Trim(description).substr(0, kDescriptionWidth);
     ReplaceFile(path, PutSettings(settings));
 }
 

@@ -26,7 +26,9 @@ inline constexpr std::size_t kLineTypeCount = 15;
 /// Line styles before any settings file is read, indexed by line type 0 to 14.
 std::array<LineStyle, kLineTypeCount> DefaultLineStyles();
 
-/// The image of a settings file.
+/// The image of a settings file. A file may hold any bytes, and they are kept for the next save;
+/// who draws holds them in bounds: pens 1 to 64 pixels wide, styles 0 to 4, shapes 0 to 2, glyphs 1
+/// to 72 points (a size that is no number counts as 1), fonts as the surface can.
 struct Settings {
     std::string description;              ///< up to 80 characters
     Colour mapBackColour = 0x80FF00;      ///< the land: what the map is cleared to
@@ -98,14 +100,15 @@ inline Colour SeaColour() {
 
 /// Reads points 1 to 36 from a point selection file. A missing file changes nothing; a record past
 /// the end of a short file reads as selected. Points 2 and 22 to 26 are never selected by a file.
+/// Neither this nor any other reader here leaves a run-time error.
 void LoadPointSelection(std::string_view path);
 
 /// Writes points 1 to 36, names and flags. Failures are ignored.
 void SavePointSelection(std::string_view path);
 
 /// Reads points 1 to 36 from a point colour file, of 16-bit classic colour numbers (shorter than
-/// 73 bytes) or of 32-bit colours. A missing file changes nothing; a record past the end leaves
-/// its point's colour.
+/// 73 bytes) or of 32-bit colours. A missing file changes nothing; a record past the end, or a
+/// number that is no classic colour's, leaves its point's colour.
 void LoadPointColours(std::string_view path);
 
 /// Writes the colours of points 1 to 36 to `UserColourFile`.
@@ -118,7 +121,8 @@ Flag LoadSettings(std::string_view path, Flag redraw);
 /// Connection point: the full plot that follows new settings.
 extern void (*plotAfterSettings)();
 
-/// Writes the settings as a settings file under this description.
+/// Writes the settings as a settings file under this description, trimmed, up to 80 characters. A
+/// failure is told. SettingsPath stays.
 void SaveSettings(std::string_view path, std::string_view description);
 
 /// One of the sixteen classic colours, 0 to 15; 0 (black) for any other number.

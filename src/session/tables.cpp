@@ -1,5 +1,8 @@
 #include "session/tables.h"
 
+#include "text/code_page.h"
+#include "text/dates.h"
+
 namespace orvantis {
 
 namespace {
@@ -71,6 +74,35 @@ char SignGlyph(std::int16_t sign) {
     return static_cast<char>(sign == 1 ? 221 : 127 + sign);
 }
 
+char AspectGlyph(std::int16_t aspect) {
+    switch (aspect) {
+        case 0:
+            return kConjunctionGlyph;
+        case 1:
+            return kOppositionGlyph;
+        case 2:
+            return static_cast<char>(225);
+        case 15:
+            return static_cast<char>(226);
+        case 16:
+            return static_cast<char>(227);
+        case 18:
+            return static_cast<char>(228);
+        default:
+            return static_cast<char>(141 + aspect);
+    }
+}
+
+const std::array<char, 4> kDrawingGlyphs = {kRetrogradeGlyph, kStationaryGlyph, kLunarEclipseGlyph,
+                                            static_cast<char>(169)};
+
+const std::array<char, 2> kHorizonGlyphs = {static_cast<char>(252), static_cast<char>(253)};
+
+std::string_view MonthShortName(std::int16_t month) {
+    if (month < 1 || month > 12) return "";
+    return kMonthNames[static_cast<std::size_t>(month)].substr(0, 3);
+}
+
 const std::array<std::string_view, 13> kSignNames = {
     "",      "Aries",   "Taurus",      "Gemini",    "Cancer",   "Leo",   "Virgo",
     "Libra", "Scorpio", "Sagittarius", "Capricorn", "Aquarius", "Pisces"};
@@ -102,6 +134,12 @@ const std::array<std::string_view, 15> kLineTypeNames = {"",
                                                          "Eclipse",
                                                          "Partial Eclipse",
                                                          ""};
+
+const std::array<std::string_view, 5> kLineStyleNames = {"Solid", "Dash", "Dot", "Dash_Dot",
+                                                         "Dash_Dot_Dot"};
+
+const std::array<std::string_view, 3> kSymbolShapeNames = {"Rectangle", "RoundRectangle",
+                                                           "Ellipse"};
 
 const std::array<std::string_view, 6> kEclipseTypeNames = {
     "Partial",           "Central Total",      "Central Annular", "Central Annular/Total",

@@ -90,4 +90,14 @@ std::string FromUtf8(std::string_view text) {
     return bytes;
 }
 
+std::string FromEditedText(std::string_view text) {
+    char32_t ignored = 0;
+    for (std::string_view rest = text; !rest.empty();) {
+        const int length = TakeCharacter(rest, ignored);
+        if (length == 0) return std::string(text);
+        rest.remove_prefix(static_cast<std::size_t>(length));
+    }
+    return FromUtf8(text);
+}
+
 }  // namespace orvantis

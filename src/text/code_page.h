@@ -42,6 +42,10 @@ std::string ToUtf8(std::string_view bytes);
 /// each byte that is no part of a well-formed character.
 std::string FromUtf8(std::string_view text);
 
+/// Text of a file that users edit, as bytes of code page 1252: turned from UTF-8 if it is
+/// well-formed as such, otherwise as it stands.
+std::string FromEditedText(std::string_view text);
+
 /// Bytes of the glyph font that have a name of their own.
 inline constexpr char kRetrogradeGlyph = '\x8C';
 inline constexpr char kSolarEclipseGlyph = '\xE5';

@@ -18,6 +18,8 @@
 #include "map/projection.h"
 #include "session/commands.h"
 #include "session/files.h"
+#include "session/ini_settings.h"
+#include "session/resources.h"
 #include "session/session_state.h"
 #include "session/settings.h"
 #include "support/recording_surface.h"
@@ -45,6 +47,7 @@ ORVANTIS_FIELDS(LineStyle, a, b, c, d, e, f)
 ORVANTIS_FIELDS(Settings, a, b, c, d, e, f, g, h, i)
 ORVANTIS_FIELDS(Options, f1, f2, f3, f4, f5, f6, f7, f8, f9, f10, f11, f12, f13, f14, f15, f16, f17,
                 f18, f19, f20, f21, f22, f23, f24, f25, f26, f27, f28, f29, f30, f31, f32, f33, f34)
+ORVANTIS_FIELDS(ChartWords, a, b, c)
 ORVANTIS_FIELDS(TextState, a, b, c, d)
 ORVANTIS_FIELDS(ZoneTable, a, b, c, d)
 ORVANTIS_FIELDS(LineIndexEntry, a, b, c, d, e, f, g)
@@ -164,6 +167,7 @@ TEST(ResetAll, EveryFieldOfEveryRecordGetsItsInitialValue) {
     ExpectReset(options, {}, "options");
     ExpectReset(pointSelection, {}, "pointSelection");
     ExpectReset(pointColour, {}, "pointColour");
+    ExpectReset(chartWords, {}, "chartWords");
     ExpectReset(pointDatabase, {}, "pointDatabase");
     ExpectReset(mapState, {}, "mapState");
     ExpectReset(mapView, {}, "mapView");
@@ -192,17 +196,17 @@ TEST(ResetAll, ADirtiedRecordDiffersInEachOfItsFields) {
 }
 
 TEST(ResetAll, EveryConnectionPointIsEmptied) {
-    const auto points =
-        std::tie(plotAfterSettings, refreshMapMenus, addRecentMap, plotFull, stopForeignClock,
-                 plotChartLines, plotCountryNames, plotCities, plotMouseMarks, calcPlanetsStandard,
-                 refreshCaption, shadeNight, plotLocalLines, plotParans, plotCircles,
-                 plotEclipseLines, starLabel, closeMainWindow, plotAnew, plotLinesAnew);
+    const auto points = std::tie(
+        plotAfterSettings, refreshMenuMarks, refreshMapMenus, addRecentMap, plotFull,
+        stopForeignClock, plotChartLines, plotCountryNames, plotCities, plotMouseMarks,
+        calcPlanetsStandard, refreshCaption, shadeNight, plotLocalLines, plotParans, plotCircles,
+        plotEclipseLines, starLabel, closeMainWindow, plotAnew, plotLinesAnew);
     const auto filled = [&] {
         return std::apply([](auto&... point) { return ((point != nullptr ? 1 : 0) + ...); },
                           points);
     };
     std::apply([](auto&... point) { (Dirty(point), ...); }, points);
-    EXPECT_EQ(filled(), 20);
+    EXPECT_EQ(filled(), 21);
     ResetAll();
     EXPECT_EQ(filled(), 0);
 }

@@ -11,6 +11,8 @@
 #include "map/projection.h"
 #include "session/commands.h"
 #include "session/files.h"
+#include "session/ini_settings.h"
+#include "session/resources.h"
 #include "session/session_state.h"
 #include "session/settings.h"
 #include "text/run_time_error.h"
@@ -37,7 +39,10 @@ void ResetAll() {
     options = {};
     pointSelection = {};
     pointColour = {};
+    chartWords = {};
+    ReleaseResourceLibrary();
     plotAfterSettings = nullptr;
+    refreshMenuMarks = nullptr;
 
     pointDatabase = {};
     mapState = {};
