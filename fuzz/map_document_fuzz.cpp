@@ -1,12 +1,15 @@
-// Any bytes as a map document: opened, plotted as they say, unprojected, and saved again. Floods
-// are what such a file may cost, so a plot that makes more than it should counts as a crash.
+// Any bytes as a map document: opened, plotted as they say, unprojected, saved again, zoomed out of
+// and given other options. Floods are what such a file may cost, so a plot that makes more than it
+// should counts as a crash.
 #include <cstdlib>
 
 #include "map/fills.h"
 #include "map/map_document.h"
 #include "map/plot.h"
+#include "map/view_ring.h"
 #include "map_fuzz_folder.h"
 #include "null_surface.h"
+#include "session/map_dialogs.h"
 #include "support/reset_all.h"
 
 namespace {
@@ -53,5 +56,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Plot(kFalse, kTrue);
     }
     SaveMap(FuzzFolder() + "saved.ovm");
+
+    // The views that follow from it, and the dialog that changes it.
+    ZoomOut();
+    Plot(kFalse, kTrue);
+    PreviousView();
+    MapDocument edited = OpenMapOptions();
+    edited.projection = static_cast<std::int16_t>((edited.projection + 1) % 4);
+    AcceptMapOptions(edited);
+    Plot(kFalse, kTrue);
     return 0;
 }

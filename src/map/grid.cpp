@@ -76,9 +76,10 @@ void DrawMeridian(double longitude, std::int16_t labelKind, std::int16_t labelCo
     } else if (view.centreLat == 0) {
         DrawUprightMeridian(longitude);
     } else {
+        const std::int16_t kind = ends == MarkEnds::None ? kNoMark : labelKind;
         bool visible = false;
         for (int lat = -90; lat <= 90; lat += kSampleStep) {
-            DrawMapSegment(lat, longitude, lat == -90, visible, kNoMark, 0);
+            DrawMapSegment(lat, longitude, lat == -90, visible, kind, labelCode);
         }
     }
 }
@@ -88,9 +89,10 @@ void DrawParallel(double lat, std::int16_t labelKind, std::int16_t labelCode, Ma
     const MapRect& rect = mapView.rect;
     if (!IsFlat(view.projection) && view.centreLat != 0) {
         if (lat - view.centreLat <= -90 || lat - view.centreLat >= 90) return;
+        const std::int16_t kind = ends == MarkEnds::None ? kNoMark : labelKind;
         bool visible = false;
         for (int longitude = -180; longitude <= 180; longitude += kSampleStep) {
-            DrawMapSegment(lat, longitude, longitude == -180, visible, kNoMark, 0);
+            DrawMapSegment(lat, longitude, longitude == -180, visible, kind, labelCode);
         }
         return;
     }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "map/map_menus.h"
 #include "session/files.h"
 #include "session/session_state.h"
 #include "text/numbers.h"
@@ -24,14 +25,12 @@ constexpr std::size_t kCityFileWidth = 8;
 constexpr std::int16_t kMostFills = 32767;
 constexpr std::int16_t kCityNamesClass = 8;
 
+// The stacked views are forgotten, and so are their pictures.
 void MakeFirstViewCurrent() {
     mapState.current = 1;
     mapState.viewTop = 1;
     mapState.viewLowest = 1;
-}
-
-void RefreshMapMenus() {
-    if (refreshMapMenus != nullptr) refreshMapMenus(mapState.current);
+    mapState.viewImages = {};
 }
 
 void PlotFull() {
@@ -143,7 +142,7 @@ void NewMap(Flag redraw) {
     }
     MakeFirstViewCurrent();
     CurrentMap() = {};
-    RefreshMapMenus();
+    RefreshMapMenus(mapState.current);
     if (redraw != kFalse) PlotFull();
 }
 
@@ -178,7 +177,7 @@ Flag OpenMap(std::string_view path, Flag redraw) {
     CurrentMap() = std::move(document);
     mapState.fills = std::move(fills);
     mapState.name = BaseName(path, true);
-    RefreshMapMenus();
+    RefreshMapMenus(mapState.current);
     if (redraw == kFalse) return kFalse;
     if (addRecentMap != nullptr) addRecentMap(path);
     PlotFull();

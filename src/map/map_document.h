@@ -72,6 +72,7 @@ struct MapState {
     std::int16_t viewLowest = 1;           ///< lowest such number that can be gone back to
     std::string name;                      ///< name of the document last opened, "" none
     std::vector<FillRecord> fills{1};      ///< 1 to fillCount; element 0 stands unused
+    std::array<Image, 7> viewImages;       ///< pictures that views 1 to 5 have kept; by number
 };
 
 extern MapState mapState;
@@ -101,7 +102,8 @@ Flag SaveMap(std::string_view path);
 /// nothing once the list is full (32767 fills).
 void AddFill(std::int16_t docNumber, float lat, float longitude, bool isSea, Colour colour);
 
-/// Connection point, may be empty: puts the menus in step with a document that has changed.
+/// Connection point, may be empty: shows the menus of a document that has changed, which are in
+/// `mapMenus`.
 extern void (*refreshMapMenus)(std::int16_t docNumber);
 
 /// Connection point, may be empty: adds a path to the recent maps.

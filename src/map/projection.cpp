@@ -1,7 +1,7 @@
 // Positions to pixels and back in the four projections. The two flat ones are the plate carree and
 // Mercator's (J. P. Snyder, Map Projections: A Working Manual, USGS Professional Paper 1395,
-// equations 7-2 and 7-4); the globes are the orthographic projection (equations 20-3 and 20-4), by
-// way of a rotation that brings the view's centre to the equator.
+// equations 12-1 and 12-2, and 7-1, 7-2 and 7-4); the globes are the orthographic projection
+// (equations 20-3 and 20-4), by way of a rotation that brings the view's centre to the equator.
 #include "map/projection.h"
 
 #include <algorithm>

@@ -173,7 +173,9 @@ void DrawMapSegment(double lat, double longitude, bool first, bool& visible, std
 void ForceNewLine(std::int16_t x, std::int16_t y, std::int16_t lastX, std::int16_t lastY,
                   std::int16_t labelKind, std::int16_t labelCode);
 
-/// At which ends a grid line asks for edge marks.
+/// At which ends a grid line asks for edge marks. A line that is drawn as a curve, on a tilted
+/// globe, has them wherever it comes into view or goes, if any are asked for; an upright globe has
+/// none.
 enum class MarkEnds { None, First, Second, Both };
 
 /// A whole meridian at a longitude in degrees; the first end is the top of the map.

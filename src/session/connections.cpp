@@ -6,8 +6,10 @@
 #include "lines/chart_lines.h"
 #include "map/map_document.h"
 #include "map/plot.h"
+#include "map/view_ring.h"
 #include "session/commands.h"
 #include "session/driver.h"
+#include "session/recent_maps.h"
 #include "session/session_state.h"
 #include "session/settings.h"
 
@@ -32,6 +34,8 @@ void SetCaption() {
 void ConnectRooms() {
     plotAfterSettings = PlotScreenAnew;  // new settings
     plotFull = PlotScreenAnew;           // a new map
+    plotQuick = PlotScreenLines;         // a view's picture put back
+    addRecentMap = AddRecentMap;         // a map that was opened
     plotAnew = PlotScreenAnew;           // commands that end in a full plot
     plotLinesAnew = PlotScreenLines;     // commands that end in a quick pass
     plotChartLines = PlotChartLines;     // the lines, at the end of every plot

@@ -461,6 +461,219 @@ TEST_F(ProjectionTest, ChangeOfProjectionRewritesTheEdges) {
     }
 }
 
+// J. P. Snyder, Map Projections: A Working Manual, the numerical examples of the sphere: Mercator
+// (page 266) and orthographic (page 311), both for a radius of 1, to seven decimals.
+TEST_F(ProjectionTest, NumericalExamplesOfThePublishedFormulasComeOut) {
+    // 35 north, 75 west from a central meridian at 180 west.
+    EXPECT_NEAR(MercatorY(35), 0.6528366, 5e-8);
+
+    // A globe of 2000 pixels radius, centred on 40 north, 100 west: 30 north, 110 west lies at
+    // x = -0.1503837, y = -0.1651911. Half a pixel, and half a minute of arc of the rotation.
+    RecordingSurface large(4049, 4078);
+    SetView(40, 170, 40, -10, projection::kGlobeOblate);
+    SetMapRect(false, large);
+    ASSERT_EQ(mapView.rect.width, 4000);
+    ASSERT_EQ(mapView.rect.height, 4000);
+    const PixelAt p = Project(30 * 60, -110 * 60);
+    EXPECT_NEAR(p.x, mapView.rect.left + 2000 - 300.77, 0.8);
+    EXPECT_NEAR(p.y, mapView.rect.top + 2000 + 330.38, 0.8);
+}
+
+// Snyder, equations 12-1 and 12-2 with the equator as standard parallel, and 7-1: both flat maps
+// count longitudes evenly.
+TEST_F(ProjectionTest, FlatMapsCountLongitudesEvenlyFromTheirWesternEdge) {
+    for (const std::int16_t number : {projection::kCartesian, projection::kMercator}) {
+        SetView(-60, -30, 60, 150, number);
+        for (int longitude = -30; longitude <= 150; ++longitude) {
+            EXPECT_EQ(Project(0, longitude * 60).x, mapView.rect.left + 2 * (longitude + 30));
+        }
+    }
+}
+
+TEST_F(ProjectionTest, ViewOfExactlyHalfACircleIsNoFullWidthView) {
+    SetView(-90, -90, 90, 90, projection::kCartesian);
+    EXPECT_EQ(mapView.extent.spanLong, 180);
+    EXPECT_EQ(mapView.extent.spanLat, 180);
+    EXPECT_EQ(mapView.extent.centreLong, 0);
+    EXPECT_EQ(Project(0, -90 * 60).x, mapView.rect.left);
+    EXPECT_EQ(Project(0, 90 * 60).x, mapView.rect.left + mapView.rect.width);
+    EXPECT_EQ(Project(0, -150 * 60).x, mapView.rect.left - 120);  // 60 degrees west, to the left
+    EXPECT_EQ(Project(0, -151 * 60).x, mapView.rect.left + 598);  // any farther, to the right
+    SetView(-90, 90, 90, -90, projection::kCartesian);
+    EXPECT_EQ(mapView.extent.centreLong, -180);
+    EXPECT_EQ(Project(0, 10800).x, mapView.rect.left + mapView.rect.width / 2);
+    EXPECT_EQ(Project(0, -10800).x, mapView.rect.left + mapView.rect.width / 2);
+}
+
+TEST_F(ProjectionTest, FullCircleFromAnyWestHoldsEveryLongitude) {
+    for (const float west : {-180.0F, -179.5F, -30.0F, 0.0F, 30.0F, 180.0F}) {
+        SetView(-90, west, 90, west, projection::kCartesian);
+        EXPECT_EQ(mapView.extent.spanLongMin, 21600);
+        for (int minute = -10800; minute <= 10800; ++minute) {
+            const int x = Project(0, minute).x - mapView.rect.left;
+            ASSERT_GE(x, 0) << west << ' ' << minute;
+            ASSERT_LE(x, mapView.rect.width) << west << ' ' << minute;
+        }
+    }
+}
+
+// A minute of arc goes to its nearest pixel, and the pixel's own position lies within half a pixel
+// of it, in every flat view: on a map on which a pixel is several minutes as well as on one on
+// which a minute is several pixels.
+TEST_F(ProjectionTest, FlatPositionsComeBackWithinHalfAPixel) {
+    struct Row {
+        float south, west, north, east;
+        std::int16_t projection;
+    };
+    const Row rows[] = {
+        {-90, -180, 90, 180, projection::kCartesian},  {-90, 45, 90, 45, projection::kCartesian},
+        {-90, -90, 90, 90, projection::kCartesian},    {-90, 90, 90, -90, projection::kCartesian},
+        {35, -12, 65, 40, projection::kCartesian},     {10, 120, 60, -150, projection::kCartesian},
+        {-90, -180, -60, 180, projection::kCartesian}, {51, -1, 52, 0, projection::kCartesian},
+        {-65, -180, 75, 180, projection::kMercator},   {35, -12, 65, 40, projection::kMercator},
+        {-20, 150, 40, -120, projection::kMercator},   {51, -1, 52, 0, projection::kMercator},
+        {-89, 10, -80, 40, projection::kMercator},
+    };
+    RecordingSurface screen(1920, 1080);
+    for (const Row& row : rows) {
+        SetView(row.south, row.west, row.north, row.east, row.projection);
+        SetMapRect(false, screen);
+        const ViewExtent& view = mapView.extent;
+        const double pixelLong = view.spanLong / mapView.rect.width;
+        const bool mercator = row.projection == projection::kMercator;
+        const double pixelUp = (mercator ? view.mercSpan : view.spanLat) / mapView.rect.height;
+        for (int i = 0; i <= 150; ++i) {
+            const int latMin = view.southMin + view.spanLatMin * i / 150;
+            for (int j = 0; j < 200; ++j) {
+                const int along = view.westMin + view.spanLongMin * j / 200;
+                const int longMin = along > 10800 ? along - 21600 : along;
+                const PixelAt p = Project(latMin, longMin);
+                float lat = 0;
+                float longitude = 0;
+                UnprojectPoint(CurrentMap(), static_cast<float>(p.x), static_cast<float>(p.y), lat,
+                               longitude);
+                const double east = Modulo(longitude - longMin / 60.0 + 180, 360) - 180;
+                const double up =
+                    mercator ? MercatorY(lat) - MercatorY(latMin / 60.0) : lat - latMin / 60.0;
+                ASSERT_LE(std::abs(east), 0.501 * pixelLong) << row.west << ' ' << longMin;
+                ASSERT_LE(std::abs(up), 0.501 * pixelUp) << row.south << ' ' << latMin;
+            }
+        }
+    }
+    EXPECT_EQ(Pending(), 0);
+}
+
+// On a globe a row's chord is rounded to a whole number of pixels and so is its start: together
+// they move a position along its row by up to three quarters of a pixel, which is all that is lost.
+// The place that a pixel stands for is put through Snyder's equations 20-3 and 20-4, without
+// rounding.
+TEST_F(ProjectionTest, PixelsOfAGlobeStandForPlacesWithinThreeQuartersOfAPixel) {
+    RecordingSurface screen(1920, 1080);
+    for (const std::int16_t number : {projection::kGlobeSphere, projection::kGlobeOblate}) {
+        for (const float centreLat : {0.0F, 35.0F, -60.0F, 90.0F, -90.0F, 89.5F, -0.5F}) {
+            for (const float centreLong : {0.0F, 10.0F, -180.0F, 120.0F}) {
+                const auto edge = [&](float turn) {
+                    return static_cast<float>(Modulo(centreLong + turn + 180, 360) - 180);
+                };
+                SetView(centreLat, edge(-90), centreLat, edge(90), number);
+                SetMapRect(false, screen);
+                OpenMapFrame();
+                const MapRect& rect = mapView.rect;
+                ASSERT_EQ(mapView.extent.centreLong, centreLong);
+                for (int y = rect.top + 1; y < rect.top + rect.height; y += 7) {
+                    const double up = 1 - 2.0 * (y - rect.top) / rect.height;
+                    const double half = rect.width / 2.0 * std::sqrt(1 - up * up) - 1;
+                    for (int x = rect.left; x <= rect.left + rect.width; x += 11) {
+                        const double right = x - rect.left - rect.width / 2.0;
+                        if (std::abs(right) >= half) continue;
+                        float lat = 0;
+                        float longitude = 0;
+                        UnprojectPoint(CurrentMap(), static_cast<float>(x), static_cast<float>(y),
+                                       lat, longitude);
+                        const double dl = static_cast<double>(longitude) - centreLong;
+                        const double exactUp =
+                            CosD(centreLat) * SinD(lat) - SinD(centreLat) * CosD(lat) * CosD(dl);
+                        ASSERT_NEAR(rect.width / 2.0 * CosD(lat) * SinD(dl), right, 0.76)
+                            << centreLat << ' ' << centreLong << ' ' << x << ' ' << y;
+                        ASSERT_NEAR(exactUp * rect.height, up * rect.height, 0.01)
+                            << centreLat << ' ' << centreLong << ' ' << x << ' ' << y;
+                    }
+                }
+            }
+        }
+    }
+    EXPECT_EQ(Pending(), 0);
+}
+
+// And the way there: a place of the near side lands within half a pixel of where it lies, and what
+// half a minute of arc makes of it, to which the turned position is rounded.
+TEST_F(ProjectionTest, PlacesOnAGlobeLandWithinHalfAPixelAndHalfAMinute) {
+    RecordingSurface screen(1920, 1080);
+    for (const std::int16_t number : {projection::kGlobeSphere, projection::kGlobeOblate}) {
+        for (const float centreLat : {0.0F, 35.0F, -60.0F, 90.0F, -90.0F}) {
+            SetView(centreLat, 100, centreLat, -80, number);  // centred on 170 west
+            SetMapRect(false, screen);
+            OpenMapFrame();
+            const MapRect& rect = mapView.rect;
+            const double minute = 0.5 * DegToRad / 60;
+            for (int lat = -89; lat <= 89; lat += 2) {
+                for (int longitude = -180; longitude < 180; longitude += 3) {
+                    if (!PointInView(lat, longitude, 0, 0, 0, 0)) continue;
+                    const double dl = longitude + 170;
+                    const double right = CosD(lat) * SinD(dl);
+                    const double up =
+                        CosD(centreLat) * SinD(lat) - SinD(centreLat) * CosD(lat) * CosD(dl);
+                    const PixelAt p = Project(lat * 60, longitude * 60);
+                    EXPECT_NEAR(p.x, rect.left + rect.width / 2.0 * (1 + right),
+                                0.5 + rect.width * minute)
+                        << centreLat << ' ' << lat << ' ' << longitude;
+                    EXPECT_NEAR(p.y, rect.top + rect.height / 2.0 * (1 - up),
+                                0.5 + rect.height * minute / 2)
+                        << centreLat << ' ' << lat << ' ' << longitude;
+                }
+            }
+        }
+    }
+}
+
+TEST_F(ProjectionTest, PoleThatAGlobeIsCentredOnIsItsMiddle) {
+    for (const float centreLat : {90.0F, -90.0F}) {
+        SetView(centreLat, -90, centreLat, 90, projection::kGlobeSphere);
+        for (const int longitude : {-180, -90, 0, 90, 180}) {
+            const PixelAt p = Project(static_cast<int>(centreLat) * 60, longitude * 60);
+            EXPECT_NEAR(p.x, mapView.rect.left + mapView.rect.width / 2, 1) << longitude;
+            EXPECT_NEAR(p.y, mapView.rect.top + mapView.rect.height / 2, 1) << longitude;
+        }
+        EXPECT_FALSE(PointInView(-centreLat / 2, 0, 0, 0, 0, 0));
+    }
+}
+
+// Any new projection from any old one: what the edges become is a view that plots.
+TEST_F(ProjectionTest, EveryChangeOfProjectionLeavesAViewThatCanBeSetUp) {
+    const float edges[][4] = {{-90, -180, 90, 180}, {-90, 30, 90, 30},  {35, -12, 65, 40},
+                              {10, 120, 60, -150},  {-90, 0, -70, 170}, {80, -5, 90, 5},
+                              {-90, -90, 90, 90}};
+    for (const auto& edge : edges) {
+        for (std::int16_t from = 0; from < 4; ++from) {
+            for (std::int16_t to = 0; to < 4; ++to) {
+                const bool fromGlobe = from >= 2;
+                SetView(edge[0], fromGlobe ? -100.0F : edge[1], fromGlobe ? edge[0] : edge[2],
+                        fromGlobe ? 80.0F : edge[3], from);
+                ChangeProjection(to, from);
+                CurrentMap().projection = to;
+                SetViewExtent();
+                EXPECT_EQ(Pending(), 0) << from << " to " << to;
+                const MapDocument& map = CurrentMap();
+                EXPECT_GE(map.south, -90);
+                EXPECT_LE(map.north, 90);
+                if (to < 2) continue;
+                EXPECT_EQ(map.south, map.north);
+                EXPECT_EQ(std::abs(map.east - map.west), 180) << from << " to " << to;
+            }
+        }
+    }
+}
+
 // Whatever a file says, a position is a position or a run-time error, never worse.
 TEST_F(ProjectionTest, AnyPositionInAnyViewProjects) {
     const unsigned seed = 20261121;

@@ -346,6 +346,62 @@ TEST_F(GridTest, MeridianOfATiltedGlobeIsACurve) {
     EXPECT_EQ(surface.Calls("LineTo").size(), 65U);
 }
 
+TEST_F(GridTest, CurvesOfATiltedGlobeAreMarkedWhereTheyComeAndGoIfMarksAreAskedFor) {
+    SetView(50, -90, 50, 90, projection::kGlobeSphere);
+    DrawParallel(0, 3, 5, MarkEnds::Both);
+    // The equator meets the limb at the left and the right, level with the centre.
+    ASSERT_EQ(mapView.edgeMarks.size(), 2U);
+    EXPECT_EQ(mapView.edgeMarks[0].side, side::kLeft);
+    EXPECT_EQ(mapView.edgeMarks[1].side, side::kRight);
+    for (const EdgeMark& mark : mapView.edgeMarks) {
+        EXPECT_NEAR(mark.y, 129, 3);
+        EXPECT_EQ(mark.kind, 3);
+        EXPECT_EQ(mark.type, 5);
+    }
+    mapView.edgeMarks.clear();
+    DrawMeridian(0, 3, 5, MarkEnds::First);
+    EXPECT_EQ(Marks().size(), 1U) << "it comes in at the bottom and ends at the pole";
+    mapView.edgeMarks.clear();
+    DrawParallel(0, 3, 5, MarkEnds::None);
+    DrawMeridian(0, 3, 5, MarkEnds::None);
+    EXPECT_EQ(Marks(), Log{});
+}
+
+// 50 north in the middle: everything north of 40 is in sight all round.
+TEST_F(GridTest, ParallelRoundThePoleOfATiltedGlobeIsOneClosedCurve) {
+    SetView(50, -90, 50, 90, projection::kGlobeSphere);
+    DrawParallel(60, kNoMark, 0, MarkEnds::None);
+    EXPECT_EQ(surface.Calls("MoveTo").size(), 1U);
+    EXPECT_EQ(surface.Calls("LineTo").size(), 180U);
+    EXPECT_EQ(surface.Calls("LineTo").back().substr(4), surface.Calls("MoveTo").front().substr(4));
+}
+
+// Every call of a tilted globe's grid lies on the disc, but for the samples just behind the limb,
+// which fold back onto it: no chord crosses the picture.
+TEST_F(GridTest, GridOfATiltedGlobeHasNoLongChord) {
+    for (const float centreLat : {90.0F, -90.0F, 23.5F, -66.0F, 1.0F}) {
+        SetView(centreLat, -90, centreLat, 90, projection::kGlobeSphere);
+        CurrentMap().gridOn = kTrue;
+        DrawGrid();
+        int x = 0;
+        int y = 0;
+        for (const std::string& call : surface.log) {
+            std::istringstream text(call);
+            std::string word;
+            int toX = 0;
+            int toY = 0;
+            text >> word >> toX >> toY;
+            // Two degrees of the circle of 90 pixels are 3.2 pixels.
+            if (word == "LineTo") {
+                EXPECT_LE(std::hypot(toX - x, toY - y), 5) << centreLat << ": " << call;
+            }
+            x = toX;
+            y = toY;
+        }
+        EXPECT_GT(surface.log.size(), 500U);
+    }
+}
+
 TEST_F(GridTest, GridDrawsTheMultiplesOfItsStepsInView) {
     SetView(-45, 0, 45, 90, projection::kCartesian);
     CurrentMap().gridOn = kTrue;

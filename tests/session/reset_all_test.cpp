@@ -13,12 +13,15 @@
 #include "charts/SwissEph.h"
 #include "lines/chart_lines.h"
 #include "map/map_document.h"
+#include "map/map_menus.h"
 #include "map/plot.h"
 #include "map/point_database.h"
 #include "map/projection.h"
+#include "map/view_ring.h"
 #include "session/commands.h"
 #include "session/files.h"
 #include "session/ini_settings.h"
+#include "session/recent_maps.h"
 #include "session/resources.h"
 #include "session/session_state.h"
 #include "session/settings.h"
@@ -55,7 +58,8 @@ ORVANTIS_FIELDS(ClassRow, a, b)
 ORVANTIS_FIELDS(PointDatabase, a, b, c)
 ORVANTIS_FIELDS(MapDocument, a, b, c, d, e, f, g, h, i, j, k, l, m, n)
 ORVANTIS_FIELDS(FillRecord, a, b, c)
-ORVANTIS_FIELDS(MapState, a, b, c, d, e, f)
+ORVANTIS_FIELDS(MapState, a, b, c, d, e, f, g)
+ORVANTIS_FIELDS(MapMenus, a, b, c, d, e)
 ORVANTIS_FIELDS(MapRect, a, b, c, d)
 ORVANTIS_FIELDS(ViewExtent, a, b, c, d, e, f, g, h, i, j, k, l, m, n, o, p, q, r, s, t, u, v)
 ORVANTIS_FIELDS(EdgeMark, a, b, c, d, e)
@@ -170,6 +174,7 @@ TEST(ResetAll, EveryFieldOfEveryRecordGetsItsInitialValue) {
     ExpectReset(chartWords, {}, "chartWords");
     ExpectReset(pointDatabase, {}, "pointDatabase");
     ExpectReset(mapState, {}, "mapState");
+    ExpectReset(mapMenus, {}, "mapMenus");
     ExpectReset(mapView, {}, "mapView");
     ExpectReset(plotState, {}, "plotState");
     ExpectReset(currentChartFileType, chart_file::kFormat0, "currentChartFileType");
@@ -196,17 +201,18 @@ TEST(ResetAll, ADirtiedRecordDiffersInEachOfItsFields) {
 }
 
 TEST(ResetAll, EveryConnectionPointIsEmptied) {
-    const auto points = std::tie(
-        plotAfterSettings, refreshMenuMarks, refreshMapMenus, addRecentMap, plotFull,
-        stopForeignClock, plotChartLines, plotCountryNames, plotCities, plotMouseMarks,
-        calcPlanetsStandard, refreshCaption, shadeNight, plotLocalLines, plotParans, plotCircles,
-        plotEclipseLines, starLabel, closeMainWindow, plotAnew, plotLinesAnew);
+    const auto points =
+        std::tie(plotAfterSettings, refreshMenuMarks, refreshMapMenus, addRecentMap, plotFull,
+                 stopForeignClock, plotChartLines, plotCountryNames, plotCities, plotMouseMarks,
+                 calcPlanetsStandard, refreshCaption, shadeNight, plotLocalLines, plotParans,
+                 plotCircles, plotEclipseLines, starLabel, closeMainWindow, plotAnew, plotLinesAnew,
+                 plotQuick, showRecentMaps);
     const auto filled = [&] {
         return std::apply([](auto&... point) { return ((point != nullptr ? 1 : 0) + ...); },
                           points);
     };
     std::apply([](auto&... point) { (Dirty(point), ...); }, points);
-    EXPECT_EQ(filled(), 21);
+    EXPECT_EQ(filled(), 23);
     ResetAll();
     EXPECT_EQ(filled(), 0);
 }

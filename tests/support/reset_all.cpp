@@ -6,12 +6,15 @@
 #include "charts/SwissEph.h"
 #include "lines/chart_lines.h"
 #include "map/map_document.h"
+#include "map/map_menus.h"
 #include "map/plot.h"
 #include "map/point_database.h"
 #include "map/projection.h"
+#include "map/view_ring.h"
 #include "session/commands.h"
 #include "session/files.h"
 #include "session/ini_settings.h"
+#include "session/recent_maps.h"
 #include "session/resources.h"
 #include "session/session_state.h"
 #include "session/settings.h"
@@ -48,6 +51,8 @@ void ResetAll() {
     mapState = {};
     mapView = {};
     plotState = {};
+    mapMenus = {};
+    plotQuick = nullptr;
     refreshMapMenus = nullptr;
     addRecentMap = nullptr;
     plotFull = nullptr;
@@ -73,6 +78,7 @@ void ResetAll() {
     starLabel = nullptr;
 
     closeMainWindow = nullptr;
+    showRecentMaps = nullptr;
     plotAnew = nullptr;
     plotLinesAnew = nullptr;
 

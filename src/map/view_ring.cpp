@@ -1,0 +1,174 @@
+#include "map/view_ring.h"
+
+#include "map/map_menus.h"
+#include "map/projection.h"
+#include "session/session_state.h"
+#include "session/settings.h"
+#include "text/coordinates.h"
+#include "text/numbers.h"
+#include "text/strings.h"
+
+namespace orvantis {
+
+void (*plotQuick)() = nullptr;
+
+namespace {
+
+constexpr std::int16_t kViews = 5;
+constexpr std::int16_t kMostViewsMade = 32767;
+
+constexpr std::string_view kUnnamed = "Lat:";
+
+// A view wider or higher than this, doubled, becomes the whole circle and the whole meridian.
+constexpr float kWidestView = 240;
+constexpr float kHighestView = 120;
+
+// Edges of the whole world in Mercator's projection, which has no place for the poles.
+constexpr float kMercatorSouth = -65;
+constexpr float kMercatorNorth = 75;
+
+// The view that is left keeps the bare map, or nothing: what an earlier lap of the ring left there
+// is no picture of it.
+void KeepPicture() {
+    Image& kept = mapState.viewImages[static_cast<std::size_t>(mapState.current)];
+    if (options.storeImages != kFalse) {
+        kept = session.StoredImage;
+    } else {
+        kept = {};
+    }
+}
+
+// Counts one more view. The counters are compared with each other alone, so they may start anew.
+void CountView() {
+    if (mapState.viewTop == kMostViewsMade) {
+        mapState.viewTop = static_cast<std::int16_t>(mapState.viewTop - mapState.viewLowest + 1);
+        mapState.viewLowest = 1;
+    }
+    ++mapState.viewTop;
+    if (mapState.viewTop - mapState.viewLowest >= kViews) {
+        mapState.viewLowest = static_cast<std::int16_t>(mapState.viewTop - (kViews - 1));
+    }
+}
+
+bool FitsMapArea(const Image& image) {
+    if (session.picture == nullptr) return false;
+    const SurfaceSize size = session.picture->Size();
+    return image.width > 0 && image.width == size.width && image.height == size.height;
+}
+
+void GoBack() {
+    --mapState.viewTop;
+    mapState.current = static_cast<std::int16_t>((mapState.current + kViews - 2) % kViews + 1);
+    RefreshMapMenus(mapState.current);
+    const Image& kept = mapState.viewImages[static_cast<std::size_t>(mapState.current)];
+    if (options.storeImages != kFalse && FitsMapArea(kept)) {
+        session.StoredImage = kept;
+        if (plotQuick != nullptr) plotQuick();
+    } else if (plotFull != nullptr) {
+        plotFull();
+    }
+}
+
+float WrappedLong(double longitude) {
+    return static_cast<float>(Modulo(longitude + 180, 360) - 180);
+}
+
+std::string LatText(float lat) {
+    return FormatLatMinutes(RoundToInt16(static_cast<double>(lat) * 60));
+}
+
+std::string LongText(float longitude) {
+    return FormatLongMinutes(RoundToInt16(static_cast<double>(longitude) * 60));
+}
+
+// Edges half a height from the centre, moved together to stay between the poles.
+void SetLatitudes(ViewEdges& edges, float centre, float height) {
+    edges.south = centre - height / 2;
+    edges.north = centre + height / 2;
+    if (edges.north > 90) {
+        edges.north = 90;
+        edges.south = 90 - height;
+    }
+    if (edges.south < -90) {
+        edges.south = -90;
+        edges.north = height - 90;
+    }
+}
+
+}  // namespace
+
+std::string AreaTitle(const ViewEdges& edges) {
+    return "Lat: " + LatText(edges.south) + " to " + LatText(edges.north) +
+           "  Long: " + LongText(edges.west) + " to " + LongText(edges.east);
+}
+
+void PushView(const ViewEdges& edges, std::string_view title) {
+    KeepPicture();
+    const auto next = static_cast<std::int16_t>(mapState.current % kViews + 1);
+    mapState.documents[static_cast<std::size_t>(next)] = CurrentMap();
+    mapState.current = next;
+
+    MapDocument& view = CurrentMap();
+    view.south = edges.south;
+    view.west = edges.west;
+    view.north = edges.north;
+    view.east = edges.east;
+    if (view.title.starts_with(kUnnamed)) view.title = title;
+    CountView();
+    RefreshMapMenus(mapState.current);
+    if (plotFull != nullptr) plotFull();
+}
+
+bool IsWholeWorld(const MapDocument& document) {
+    if (!IsFlat(document.projection)) return true;
+    const float width = document.east - document.west;
+    if (width != 0 && width != 360) return false;
+    if (document.projection == projection::kMercator) {
+        return document.south <= kMercatorSouth && document.north >= kMercatorNorth;
+    }
+    return document.south <= -90 && document.north >= 90;
+}
+
+void PreviousView() {
+    if (mapState.viewTop > mapState.viewLowest) {
+        GoBack();
+        return;
+    }
+    if (session.shell == nullptr) return;
+    const std::string none = "There is no previous view to display.";
+    if (IsWholeWorld(CurrentMap())) {
+        session.shell->MessageBox(none, "Previous View", BoxButtons::Ok, BoxIcon::Information);
+        return;
+    }
+    std::string question = none;
+    question.append(kCrLf).append(kCrLf).append("Would you like to zoom out by a factor of 2?");
+    if (session.shell->MessageBox(question, "Zoom Out?", BoxButtons::YesNo, BoxIcon::Question) ==
+        BoxAnswer::Yes) {
+        ZoomOut();
+    }
+}
+
+void ZoomOut() {
+    if (IsWholeWorld(CurrentMap())) return;
+    SetViewExtent();
+    RunTimeError failure;
+    TakeRunTimeError(failure);  // edges that are no view are the plot's to tell
+    const ViewExtent& view = mapView.extent;
+    float width = view.spanLong * 2;
+    float height = view.spanLat * 2;
+    if (width > kWidestView) width = 360;
+    if (height > kHighestView) height = 180;
+
+    ViewEdges edges;
+    edges.west = WrappedLong(static_cast<double>(view.centreLong) - width / 2);
+    edges.east = WrappedLong(static_cast<double>(view.centreLong) + width / 2);
+    if (height == 180 && view.projection == projection::kMercator) {
+        edges.south = kMercatorSouth;
+        edges.north = kMercatorNorth;
+    } else {
+        SetLatitudes(edges, view.centreLat, height);
+    }
+    PushView(edges, AreaTitle(edges));
+}
+
+}  // namespace orvantis

@@ -1,0 +1,136 @@
+#include "session/map_dialogs.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "map/map_menus.h"
+#include "map/projection.h"
+#include "session/files.h"
+#include "session/recent_maps.h"
+#include "session/session_state.h"
+#include "text/code_page.h"
+#include "text/numbers.h"
+#include "text/strings.h"
+
+namespace orvantis {
+
+const std::array<DetailBox, 6> kDetailBoxes = {{{"City Names", 8},
+                                                {"Country Names", 3},
+                                                {"Country Borders", 2},
+                                                {"State Borders", 4},
+                                                {"Lakes", 6},
+                                                {"Rivers", 7}}};
+
+namespace {
+
+constexpr std::size_t kLongestName = 8;
+constexpr std::int16_t kCityNamesClass = 8;
+constexpr double kLeastInterval = 1;
+constexpr double kMostInterval = 90;
+
+// A point would begin an extension, and the others lead out of the folder or stand for other files.
+bool IsMapName(std::string_view name) {
+    if (name.empty() || name.size() > kLongestName) return false;
+    return std::all_of(name.begin(), name.end(), [](char c) {
+        return static_cast<unsigned char>(c) >= ' ' &&
+               std::string_view(".\\/:*?\"<>|").find(c) == std::string_view::npos;
+    });
+}
+
+bool MayOverwrite() {
+    return session.shell->MessageBox(
+               "A file with this name already exists. Do you wish to overwrite it?", "File Exists",
+               BoxButtons::YesNo, BoxIcon::Question) == BoxAnswer::Yes;
+}
+
+// What the dialog edits: all that goes to the file before the number of fills.
+Bytes OptionBytes(const MapDocument& map) {
+    Bytes bytes(kMapDocumentSize);
+    PutMapDocument(bytes.data(), map);
+    bytes.resize(bytes.size() - 2);
+    return bytes;
+}
+
+}  // namespace
+
+SaveMapForm OpenSaveMap() {
+    return {session.UserDataPath, mapState.name, CurrentMap().title};
+}
+
+bool AcceptSaveMap(const SaveMapForm& form) {
+    const std::string name(Trim(form.name));
+    const std::string path = AddBackslash(form.folder) + ToUtf8(name) + ".ovm";
+    if (!name.empty() && FileExists(path) != kFalse && !MayOverwrite()) return false;
+    if (!IsMapName(name)) {
+        session.shell->MessageBox(
+            "File name is not valid. Please enter a name with up to 8 characters with no "
+            "extension.",
+            "File Error", BoxButtons::Ok, BoxIcon::Exclamation);
+        return false;
+    }
+
+    // An old file of this name goes when the new one stands whole in its place.
+    const std::string title = CurrentMap().title;
+    CurrentMap().title = Trim(form.description);
+    if (SaveMap(path) != kFalse) {
+        CurrentMap().title = title;
+        return false;
+    }
+    mapState.name = BaseName(path, true);
+    AddRecentMap(path);
+    return true;
+}
+
+MapDocument OpenMapOptions() {
+    return CurrentMap();
+}
+
+void SetDetail(MapDocument& map, std::int16_t detailClass, bool on) {
+    Flag& hidden = map.hidden[static_cast<std::size_t>(detailClass)];
+    hidden = on ? kFalse : kTrue;
+    if (!on || detailClass != kCityNamesClass || !map.cityFile.empty()) return;
+    const BoxAnswer answer = session.shell->MessageBox(
+        "In order to show city names on the map, you must select a city file.", "Select File",
+        BoxButtons::OkCancel, BoxIcon::Question);
+    if (answer != BoxAnswer::Ok || !ChooseCityFile(map)) hidden = kTrue;
+}
+
+bool ChooseCityFile(MapDocument& map) {
+    const auto path = session.shell->ChooseFile("Select Cities File to Open", "*.ovc", false);
+    if (!path) return false;
+    map.cityFile = BaseName(*path, true);
+    return true;
+}
+
+std::string CityFileText(const MapDocument& map) {
+    return map.cityFile.empty() ? "None" : map.cityFile;
+}
+
+float GridInterval(std::string_view text) {
+    return static_cast<float>(std::clamp(NumericValue(text), kLeastInterval, kMostInterval));
+}
+
+std::string GridIntervalText(float interval) {
+    std::array<char, 32> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), interval).ptr;
+    return {digits.data(), end};
+}
+
+bool AcceptMapOptions(const MapDocument& map) {
+    if (OptionBytes(map) == OptionBytes(CurrentMap())) return false;
+
+    // The edges follow from the view as it is, before the copy takes its place.
+    const std::int16_t before = CurrentMap().projection;
+    const std::int16_t fills = CurrentMap().fillCount;
+    SetViewExtent();
+    RunTimeError failure;
+    TakeRunTimeError(failure);  // edges that are no view are the plot's to tell
+    CurrentMap() = map;
+    CurrentMap().fillCount = fills;
+    ChangeProjection(map.projection, before);
+    RefreshMapMenus(mapState.current);
+    if (plotFull != nullptr) plotFull();
+    return true;
+}
+
+}  // namespace orvantis
