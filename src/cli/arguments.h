@@ -22,6 +22,7 @@ int Complain(int exitCode, std::string_view what, std::string_view why);
 struct OptionNames {
     std::vector<std::string_view> withValue;     ///< e.g. "--size"
     std::vector<std::string_view> withoutValue;  ///< e.g. "--json"
+    std::vector<std::string_view> withNumbers{};  ///< a value of numbers may follow, e.g. "--grid"
 };
 
 /// A call taken apart.
