@@ -43,6 +43,7 @@ void ResetAll() {
     mapState = {};
     mapView = {};
     plotState = {};
+    printState = {};
     refreshMapMenus = nullptr;
     addRecentMap = nullptr;
     plotFull = nullptr;
@@ -51,6 +52,8 @@ void ResetAll() {
     plotCountryNames = nullptr;
     plotCities = nullptr;
     plotMouseMarks = nullptr;
+    pageHeading = nullptr;
+    pageLines = nullptr;
 
     currentChartFileType = chart_file::kFormat0;
     calcChart = {};
