@@ -25,6 +25,7 @@ struct OptionNames {
     /// Words that begin with one "-", such as "-10:30", are no options, and neither is anything
     /// behind a word "--".
     bool singleDashIsText = false;
+    std::vector<std::string_view> withNumbers{};  ///< a value of numbers may follow, e.g. "--grid"
 };
 
 /// A call taken apart.

@@ -133,6 +133,10 @@ bool HoldsWholeBitmap(QFile& file) {
 
 }  // namespace
 
+std::string PngBytes(const Image& image) {
+    return HasPixels(image) ? EncodePng(image).toStdString() : std::string();
+}
+
 bool SavePng(std::string_view nativePath, const Image& image) {
     if (!HasPixels(image)) return false;
     const QByteArray png = EncodePng(image);

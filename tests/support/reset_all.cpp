@@ -53,6 +53,7 @@ void ResetAll() {
     plotState = {};
     mapMenus = {};
     plotQuick = nullptr;
+    printState = {};
     refreshMapMenus = nullptr;
     addRecentMap = nullptr;
     plotFull = nullptr;
@@ -61,6 +62,8 @@ void ResetAll() {
     plotCountryNames = nullptr;
     plotCities = nullptr;
     plotMouseMarks = nullptr;
+    pageHeading = nullptr;
+    pageLines = nullptr;
 
     currentChartFileType = chart_file::kFormat0;
     calcChart = {};
