@@ -1,6 +1,5 @@
 #include "raster/page_file.h"
 
-#include <QFile>
 #include <QFont>
 #include <QGlyphRun>
 #include <QLocale>
@@ -8,7 +7,6 @@
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
 #include <algorithm>
 #include <cmath>
 #include <map>
@@ -17,6 +15,7 @@
 #include "raster/glyph_outline.h"
 #include "raster/picture_file.h"
 #include "raster/qt_gui.h"
+#include "raster/whole_file.h"
 
 namespace orvantis {
 
@@ -129,9 +128,22 @@ void DrawLine(QPainter& painter, const PageItem& item) {
     painter.drawPolyline(path);
 }
 
-QString PathOf(std::string_view nativePath) {
-    return QFile::decodeName(
-        QByteArray(nativePath.data(), static_cast<qsizetype>(nativePath.size())));
+bool WritePdf(QIODevice& file, const PageRecord& page) {
+    const double scale = kPointsPerInch / page.dotsPerInch;
+    QPdfWriter writer(&file);
+    writer.setCreator(QStringLiteral("Orvantis"));
+    writer.setTitle(QStringLiteral("Orvantis"));
+    writer.setPageSize(QPageSize(QSizeF(page.width * scale, page.height * scale), QPageSize::Point,
+                                 QString(), QPageSize::ExactMatch));
+    writer.setPageMargins(QMarginsF(0, 0, 0, 0));
+    QPainter painter;
+    if (!painter.begin(&writer)) return false;
+    // The writer makes pages of whole points; what is drawn fills them to the edge all the same.
+    const QSize points = writer.pageLayout().fullRectPoints().size();
+    const double unit = writer.resolution() / kPointsPerInch;
+    painter.scale(points.width() * unit / page.width, points.height() * unit / page.height);
+    DrawPage(painter, page);
+    return painter.end();
 }
 
 // --- SVG -------------------------------------------------------------------------------------
@@ -371,31 +383,14 @@ void DrawPage(QPainter& painter, const PageRecord& page) {
 bool SavePdf(std::string_view nativePath, const PageRecord& page) {
     if (page.width < 1 || page.height < 1) return false;
     EnsureQtGui();
-    QSaveFile file(PathOf(nativePath));
-    if (!file.open(QIODevice::WriteOnly)) return false;
-
-    const double scale = kPointsPerInch / page.dotsPerInch;
-    QPdfWriter writer(&file);
-    writer.setCreator(QStringLiteral("Orvantis"));
-    writer.setTitle(QStringLiteral("Orvantis"));
-    writer.setPageSize(QPageSize(QSizeF(page.width * scale, page.height * scale), QPageSize::Point,
-                                 QString(), QPageSize::ExactMatch));
-    writer.setPageMargins(QMarginsF(0, 0, 0, 0));
-    QPainter painter;
-    if (!painter.begin(&writer)) return false;
-    // The writer makes pages of whole points; what is drawn fills them to the edge all the same.
-    const QSize points = writer.pageLayout().fullRectPoints().size();
-    const double unit = writer.resolution() / kPointsPerInch;
-    painter.scale(points.width() * unit / page.width, points.height() * unit / page.height);
-    DrawPage(painter, page);
-    return painter.end() && file.commit();
+    return WriteWholeFile(nativePath, [&](QIODevice& file) { return WritePdf(file, page); });
 }
 
 bool SaveSvg(std::string_view nativePath, const PageRecord& page) {
     if (page.width < 1 || page.height < 1) return false;
     const QByteArray svg = SvgWriter(page).Write();
-    QSaveFile file(PathOf(nativePath));
-    return file.open(QIODevice::WriteOnly) && file.write(svg) == svg.size() && file.commit();
+    return WriteWholeFile(nativePath,
+                          [&](QIODevice& file) { return file.write(svg) == svg.size(); });
 }
 
 }  // namespace orvantis

@@ -145,9 +145,7 @@ void PageSurface::SetPixel(int x, int y) {
     const bool closesLine =
         lineOpen_ && pen_.dash == LineDash::Solid && x == current_.x && y == current_.y;
     if (closesLine) return;
-    QPainterPath pixel;
-    pixel.addRect(x, y, 1, 1);
-    AddShape(pixel, {FillKind::Solid, pen_.colour}, false);
+    AddSinglePixel(x, y, x + 1, y + 1);
 }
 
 Colour PageSurface::GetPixel(int x, int y) {
@@ -156,9 +154,18 @@ Colour PageSurface::GetPixel(int x, int y) {
 
 // --- Shapes ----------------------------------------------------------------------------------
 
+// A box of one pixel has no outline that a painter could follow.
+bool PageSurface::AddSinglePixel(int left, int top, int right, int bottom) {
+    if (right - left != 1 || bottom - top != 1) return false;
+    QPainterPath pixel;
+    pixel.addRect(left, top, 1, 1);
+    AddShape(pixel, {FillKind::Solid, pen_.colour}, false);
+    return true;
+}
+
 void PageSurface::Rectangle(int left, int top, int right, int bottom, const Brush& brush) {
     if (picture_ != nullptr) picture_->Rectangle(left, top, right, bottom, brush);
-    if (right <= left || bottom <= top) return;
+    if (right <= left || bottom <= top || AddSinglePixel(left, top, right, bottom)) return;
     QPainterPath path;
     path.addRect(OutlineBox(left, top, right, bottom));
     AddShape(path, brush, true);
@@ -166,7 +173,7 @@ void PageSurface::Rectangle(int left, int top, int right, int bottom, const Brus
 
 void PageSurface::Ellipse(int left, int top, int right, int bottom, const Brush& brush) {
     if (picture_ != nullptr) picture_->Ellipse(left, top, right, bottom, brush);
-    if (right <= left || bottom <= top) return;
+    if (right <= left || bottom <= top || AddSinglePixel(left, top, right, bottom)) return;
     QPainterPath path;
     path.addEllipse(OutlineBox(left, top, right, bottom));
     AddShape(path, brush, true);

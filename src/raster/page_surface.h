@@ -100,6 +100,7 @@ class PageSurface : public DrawingSurface {
   private:
     PageItem& AddItem(PageItem::Kind kind);
     void AddShape(const QPainterPath& path, const Brush& brush, bool outlined);
+    bool AddSinglePixel(int left, int top, int right, int bottom);
     void EndLine();
     void SetClip(const PageClip& clip);
     bool MayShow(const PageItem& line) const;
