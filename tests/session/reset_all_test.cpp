@@ -17,6 +17,7 @@
 #include "map/point_database.h"
 #include "map/projection.h"
 #include "session/commands.h"
+#include "session/driver.h"
 #include "session/files.h"
 #include "session/ini_settings.h"
 #include "session/resources.h"
@@ -64,7 +65,7 @@ ORVANTIS_FIELDS(ClipCrossing, a, b, c, d)
 ORVANTIS_FIELDS(PlotState, a, b, c, d, e, f, g, h, i)
 ORVANTIS_FIELDS(CalcChart, a1, a2, a3, a4, a5, a6, a7, a8, a9, a10, a11, a12, a13, a14, a15, a16,
                 a17, a18, a19, a20, a21, a22, a23, a24, a25, a26, a27, a28, a29, a30, a31, a32, a33,
-                a34, a35, a36)
+                a34, a35, a36, a37, a38)
 ORVANTIS_FIELDS(ChartNow, a, b, c, d, e, f, g)
 ORVANTIS_FIELDS(SwissState, a, b, c, d)
 ORVANTIS_FIELDS(LineLabel, a, b, c, d)
@@ -196,17 +197,18 @@ TEST(ResetAll, ADirtiedRecordDiffersInEachOfItsFields) {
 }
 
 TEST(ResetAll, EveryConnectionPointIsEmptied) {
-    const auto points = std::tie(
-        plotAfterSettings, refreshMenuMarks, refreshMapMenus, addRecentMap, plotFull,
-        stopForeignClock, plotChartLines, plotCountryNames, plotCities, plotMouseMarks,
-        calcPlanetsStandard, refreshCaption, shadeNight, plotLocalLines, plotParans, plotCircles,
-        plotEclipseLines, starLabel, closeMainWindow, plotAnew, plotLinesAnew);
+    const auto points =
+        std::tie(plotAfterSettings, refreshMenuMarks, refreshMapMenus, addRecentMap, plotFull,
+                 stopForeignClock, plotChartLines, plotCountryNames, plotCities, plotMouseMarks,
+                 calcPlanetsStandard, refreshCaption, shadeNight, plotLocalLines, plotParans,
+                 plotCircles, plotEclipseLines, starLabel, closeMainWindow, plotAnew, plotLinesAnew,
+                 switchAstroClock, saveCurrentChart, saveStoredImage, loadStoredImage);
     const auto filled = [&] {
         return std::apply([](auto&... point) { return ((point != nullptr ? 1 : 0) + ...); },
                           points);
     };
     std::apply([](auto&... point) { (Dirty(point), ...); }, points);
-    EXPECT_EQ(filled(), 21);
+    EXPECT_EQ(filled(), 25);
     ResetAll();
     EXPECT_EQ(filled(), 0);
 }

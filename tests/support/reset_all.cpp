@@ -10,6 +10,7 @@
 #include "map/point_database.h"
 #include "map/projection.h"
 #include "session/commands.h"
+#include "session/driver.h"
 #include "session/files.h"
 #include "session/ini_settings.h"
 #include "session/resources.h"
@@ -75,6 +76,10 @@ void ResetAll() {
     closeMainWindow = nullptr;
     plotAnew = nullptr;
     plotLinesAnew = nullptr;
+    switchAstroClock = nullptr;
+    saveCurrentChart = nullptr;
+    saveStoredImage = nullptr;
+    loadStoredImage = nullptr;
 
     shell = {};
     session.shell = &shell;
