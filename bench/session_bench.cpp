@@ -16,8 +16,6 @@
 #include "raster/image_surface.h"
 #include "raster/qt_gui.h"
 #include "session/driver.h"
-#include "session/files.h"
-#include "session/ini_settings.h"
 #include "session/session_state.h"
 #include "session/settings.h"
 #include "surface/null_shell.h"
@@ -188,39 +186,6 @@ void OpeningAndListingAChartFileOf10000Charts(benchmark::State& state) {
     DeleteFile(path);
 }
 BENCHMARK(OpeningAndListingAChartFileOf10000Charts)->Unit(benchmark::kMillisecond);
-
-// The own INI as the program leaves it, the sibling's missing, the shipped zone file.
-void ReadingTheKeysWordsAndZonesOfAStart(benchmark::State& state) {
-    TheBench();
-    session.IniDir = session.ProgramDir;
-    session.OwnIni = "ORVANT2.INI";
-    session.SiblingIni = "KELVANE2.INI";
-    ReadIniSettings();
-    WriteIniSettings();
-    for ([[maybe_unused]] auto _ : state) ReadIniSettings();
-}
-BENCHMARK(ReadingTheKeysWordsAndZonesOfAStart)->Unit(benchmark::kMillisecond);
-
-void WritingTheKeysOfAnEnd(benchmark::State& state) {
-    TheBench();
-    session.IniDir = session.ProgramDir;
-    session.OwnIni = "ORVANT2.INI";
-    for ([[maybe_unused]] auto _ : state) WriteIniSettings();
-}
-BENCHMARK(WritingTheKeysOfAnEnd)->Unit(benchmark::kMillisecond);
-
-// The worst that a user's INI can be: 10 MB of short keys in the section that is read.
-void ReadingAnIniOf10Megabytes(benchmark::State& state) {
-    TheBench();
-    std::string text = "[Orvantis]\r\n";
-    for (int i = 0; text.size() < 10'000'000; ++i) text += "key" + std::to_string(i) + "=1\r\n";
-    session.IniDir = session.ProgramDir;
-    session.OwnIni = "LONG.INI";
-    ReplaceFile(session.ProgramDir + "LONG.INI", Bytes(text.begin(), text.end()));
-    for ([[maybe_unused]] auto _ : state) ReadIniSettings();
-    DeleteFile(session.ProgramDir + "LONG.INI");
-}
-BENCHMARK(ReadingAnIniOf10Megabytes)->Unit(benchmark::kMillisecond);
 
 void MakingTheLevelFilesAndTheIndex(benchmark::State& state) {
     TheBench();
