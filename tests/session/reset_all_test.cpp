@@ -19,6 +19,7 @@
 #include "map/projection.h"
 #include "map/view_ring.h"
 #include "session/commands.h"
+#include "session/driver.h"
 #include "session/files.h"
 #include "session/ini_settings.h"
 #include "session/recent_maps.h"
@@ -69,7 +70,7 @@ ORVANTIS_FIELDS(PlotState, a, b, c, d, e, f, g, h, i)
 ORVANTIS_FIELDS(PrintState, a, b, c)
 ORVANTIS_FIELDS(CalcChart, a1, a2, a3, a4, a5, a6, a7, a8, a9, a10, a11, a12, a13, a14, a15, a16,
                 a17, a18, a19, a20, a21, a22, a23, a24, a25, a26, a27, a28, a29, a30, a31, a32, a33,
-                a34, a35, a36)
+                a34, a35, a36, a37, a38)
 ORVANTIS_FIELDS(ChartNow, a, b, c, d, e, f, g)
 ORVANTIS_FIELDS(SwissState, a, b, c, d)
 ORVANTIS_FIELDS(LineLabel, a, b, c, d)
@@ -208,15 +209,16 @@ TEST(ResetAll, EveryConnectionPointIsEmptied) {
                  stopForeignClock, plotChartLines, plotCountryNames, plotCities, plotMouseMarks,
                  pageHeading, pageLines, calcPlanetsStandard, refreshCaption, shadeNight,
                  plotLocalLines, plotParans, plotCircles, plotEclipseLines, starLabel,
-                 closeMainWindow, plotAnew, plotLinesAnew, plotQuick, showRecentMaps);
+                 closeMainWindow, plotAnew, plotLinesAnew, plotQuick, showRecentMaps,
+                 switchAstroClock, saveCurrentChart, saveStoredImage, loadStoredImage);
     const auto filled = [&] {
         return std::apply([](auto&... point) { return ((point != nullptr ? 1 : 0) + ...); },
                           points);
     };
     std::apply([](auto&... point) { (Dirty(point), ...); }, points);
-    EXPECT_EQ(filled(), 25);
+    EXPECT_EQ(filled(), 29);
     ResetAll();
-    EXPECT_EQ(filled(), 0);
+    EXPECT_EQ(filled(), 29);
 }
 
 TEST(ResetAll, TheShellIsNewAndTheSessions) {

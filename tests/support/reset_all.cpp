@@ -12,6 +12,7 @@
 #include "map/projection.h"
 #include "map/view_ring.h"
 #include "session/commands.h"
+#include "session/driver.h"
 #include "session/files.h"
 #include "session/ini_settings.h"
 #include "session/recent_maps.h"
@@ -84,6 +85,10 @@ void ResetAll() {
     showRecentMaps = nullptr;
     plotAnew = nullptr;
     plotLinesAnew = nullptr;
+    switchAstroClock = nullptr;
+    saveCurrentChart = nullptr;
+    saveStoredImage = nullptr;
+    loadStoredImage = nullptr;
 
     shell = {};
     session.shell = &shell;
