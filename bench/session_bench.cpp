@@ -13,9 +13,14 @@
 #include "map/map_document.h"
 #include "map/plot.h"
 #include "map/point_database.h"
+#include "map/projection.h"
 #include "raster/image_surface.h"
+#include "raster/page_file.h"
+#include "raster/page_surface.h"
 #include "raster/qt_gui.h"
 #include "session/driver.h"
+#include "session/files.h"
+#include "session/ini_settings.h"
 #include "session/session_state.h"
 #include "session/settings.h"
 #include "surface/null_shell.h"
@@ -91,6 +96,64 @@ void FullRedrawOf20DegreesAtPrecision1(benchmark::State& state) {
     for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, surface, kTrue);
 }
 BENCHMARK(FullRedrawOf20DegreesAtPrecision1)->Unit(benchmark::kMillisecond);
+
+// A screen of four times the pixels; its yardstick is the copying of its own picture.
+ImageSurface& LargeScreen() {
+    static ImageSurface surface(3840, 2160);
+    return surface;
+}
+
+void CopyingOneStoredImageOf3840By2160(benchmark::State& state) {
+    TheBench();
+    Image image;
+    LargeScreen().CopyImage(image);
+    for ([[maybe_unused]] auto _ : state) LargeScreen().PutImage(image);
+}
+BENCHMARK(CopyingOneStoredImageOf3840By2160)->Unit(benchmark::kMillisecond);
+
+void FullRedrawOn3840By2160AtPrecision(benchmark::State& state) {
+    TheBench();
+    NewMap(kFalse);
+    CurrentMap().precision = static_cast<std::int16_t>(state.range(0));
+    for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, LargeScreen(), kTrue);
+}
+BENCHMARK(FullRedrawOn3840By2160AtPrecision)->Arg(1)->Arg(5)->Unit(benchmark::kMillisecond);
+
+void FullRedrawOfTheGlobeAtPrecision1(benchmark::State& state) {
+    ImageSurface& surface = TheBench().Surface();
+    NewMap(kFalse);
+    SetViewExtent();
+    MapDocument& map = CurrentMap();
+    map.projection = static_cast<std::int16_t>(state.range(0));
+    ChangeProjection(map.projection, projection::kCartesian);
+    map.precision = 1;
+    for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, surface, kTrue);
+}
+BENCHMARK(FullRedrawOfTheGlobeAtPrecision1)
+    ->Arg(projection::kGlobeSphere)
+    ->Arg(projection::kGlobeOblate)
+    ->Unit(benchmark::kMillisecond);
+
+void WritingTheMapAs(benchmark::State& state, bool (*save)(std::string_view, const PageRecord&)) {
+    TheBench();
+    NewMap(kFalse);
+    CurrentMap().precision = 1;
+    PageSurface page(1920, 1080, 96, PageFloods::Beneath);
+    PlotMap4(kFalse, page, kTrue);
+    const std::string path = NativePath(session.ProgramDir) + "page";
+    for ([[maybe_unused]] auto _ : state) save(path, page.Record());
+}
+BENCHMARK_CAPTURE(WritingTheMapAs, Pdf, SavePdf)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(WritingTheMapAs, Svg, SaveSvg)->Unit(benchmark::kMillisecond);
+
+void FullRedrawOnAPage(benchmark::State& state) {
+    TheBench();
+    NewMap(kFalse);
+    CurrentMap().precision = 1;
+    PageSurface page(1920, 1080, 96, PageFloods::Beneath);
+    for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, page, kTrue);
+}
+BENCHMARK(FullRedrawOnAPage)->Unit(benchmark::kMillisecond);
 
 void QuickPassWithTenPoints(benchmark::State& state) {
     ImageSurface& surface = TheBench().Surface();
@@ -186,6 +249,39 @@ void OpeningAndListingAChartFileOf10000Charts(benchmark::State& state) {
     DeleteFile(path);
 }
 BENCHMARK(OpeningAndListingAChartFileOf10000Charts)->Unit(benchmark::kMillisecond);
+
+// The own INI as the program leaves it, the sibling's missing, the shipped zone file.
+void ReadingTheKeysWordsAndZonesOfAStart(benchmark::State& state) {
+    TheBench();
+    session.IniDir = session.ProgramDir;
+    session.OwnIni = "ORVANT2.INI";
+    session.SiblingIni = "KELVANE2.INI";
+    ReadIniSettings();
+    WriteIniSettings();
+    for ([[maybe_unused]] auto _ : state) ReadIniSettings();
+}
+BENCHMARK(ReadingTheKeysWordsAndZonesOfAStart)->Unit(benchmark::kMillisecond);
+
+void WritingTheKeysOfAnEnd(benchmark::State& state) {
+    TheBench();
+    session.IniDir = session.ProgramDir;
+    session.OwnIni = "ORVANT2.INI";
+    for ([[maybe_unused]] auto _ : state) WriteIniSettings();
+}
+BENCHMARK(WritingTheKeysOfAnEnd)->Unit(benchmark::kMillisecond);
+
+// The worst that a user's INI can be: 10 MB of short keys in the section that is read.
+void ReadingAnIniOf10Megabytes(benchmark::State& state) {
+    TheBench();
+    std::string text = "[Orvantis]\r\n";
+    for (int i = 0; text.size() < 10'000'000; ++i) text += "key" + std::to_string(i) + "=1\r\n";
+    session.IniDir = session.ProgramDir;
+    session.OwnIni = "LONG.INI";
+    ReplaceFile(session.ProgramDir + "LONG.INI", Bytes(text.begin(), text.end()));
+    for ([[maybe_unused]] auto _ : state) ReadIniSettings();
+    DeleteFile(session.ProgramDir + "LONG.INI");
+}
+BENCHMARK(ReadingAnIniOf10Megabytes)->Unit(benchmark::kMillisecond);
 
 void MakingTheLevelFilesAndTheIndex(benchmark::State& state) {
     TheBench();

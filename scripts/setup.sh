@@ -10,8 +10,9 @@ packages_of() {
                 libgtest-dev libbenchmark-dev
             ;;
         test)
-            # A display for the window's tests, and an independent witness of positions.
-            echo xvfb libx11-dev swetest
+            # A display for the window's tests, and independent witnesses: of positions, of PDF and
+            # of XML.
+            echo xvfb libx11-dev swetest poppler-utils libxml2-utils
             ;;
         check)
             # The style gate, the sanitizers of clang and the fuzzer.

@@ -85,6 +85,8 @@ struct CalcChart {
     std::array<double, 73> SortLon{};   ///< display copy for the wheel
     std::array<std::int16_t, 73> SortOrder{};
     std::array<std::int16_t, 73> Shown{};
+    Flag Saved = kFalse;       ///< the chart stands in a chart file as it is
+    Flag NeverSaved = kFalse;  ///< the chart isn't of a kind that is kept in files
 };
 
 /// Slot 1 the main chart, slot 2 the subsidiary one; element 0 stands unused.

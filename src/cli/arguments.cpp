@@ -18,6 +18,11 @@ bool Contains(const std::vector<std::string_view>& names, std::string_view name)
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
+// True for a word such as "5", "-1.5" or "10,20".
+bool IsNumbers(std::string_view word) {
+    return !word.empty() && word.find_first_not_of("0123456789.,+-") == std::string_view::npos;
+}
+
 template <typename Number>
 std::optional<Number> WholeNumber(std::string_view text) {
     Number number{};
@@ -60,6 +65,13 @@ std::optional<Arguments> TakeApart(const std::vector<std::string>& words,
         }
         if (Contains(names.withoutValue, word)) {
             arguments.flags.push_back(word);
+        } else if (Contains(names.withNumbers, word)) {
+            const bool valued = i + 1 < words.size() && IsNumbers(words[i + 1]);
+            if (valued) {
+                arguments.values.emplace_back(word, words[++i]);
+            } else {
+                arguments.flags.push_back(word);
+            }
         } else if (Contains(names.withValue, word)) {
             if (i + 1 == words.size()) {
                 Complain(kWrongCall, word, "needs a value");

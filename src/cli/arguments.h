@@ -20,8 +20,9 @@ int Complain(int exitCode, std::string_view what, std::string_view why);
 
 /// Option names that a verb knows.
 struct OptionNames {
-    std::vector<std::string_view> withValue;     ///< e.g. "--size"
-    std::vector<std::string_view> withoutValue;  ///< e.g. "--json"
+    std::vector<std::string_view> withValue;      ///< e.g. "--size"
+    std::vector<std::string_view> withoutValue;   ///< e.g. "--json"
+    std::vector<std::string_view> withNumbers{};  ///< a value of numbers may follow, e.g. "--grid"
     /// Words that begin with one "-", such as "-10:30", are no options, and neither is anything
     /// behind a word "--".
     bool singleDashIsText = false;

@@ -32,12 +32,19 @@ bool IsSize(std::optional<std::int32_t> number) {
     return number && *number >= kLeastSize && *number <= kMostSize;
 }
 
+// What the picture is written as.
+enum class Format { Png, Pdf, Svg };
+
 // What a call asks for; a value that it doesn't name is empty.
 struct RenderCall {
+    std::string out;
+    Format format = Format::Png;
     SurfaceSize size{1920, 1080};
     std::optional<std::int16_t> projection;
     std::optional<std::int16_t> precision;
     std::optional<std::array<float, 4>> view;  // south, west, north, east, degrees
+    bool gridOn = false;
+    std::optional<std::array<float, 2>> gridSteps;  // latitude, longitude, degrees
 };
 
 // "WIDTHxHEIGHT" in pixels.
@@ -101,15 +108,42 @@ int ParsePrecision(const std::string& text, std::optional<std::int16_t>& precisi
     return kDone;
 }
 
+int ParseOut(const std::optional<std::string>& out, RenderCall& render) {
+    constexpr std::array<std::pair<std::string_view, Format>, 3> kFormats = {
+        {{".png", Format::Png}, {".svg", Format::Svg}, {".pdf", Format::Pdf}}};
+    if (!out) return Complain(kWrongCall, "render", "-o OUT.png, OUT.svg or OUT.pdf is needed");
+    for (const auto& [ending, format] : kFormats) {
+        if (!LowerCase(*out).ends_with(ending)) continue;
+        render.out = *out;
+        render.format = format;
+        return kDone;
+    }
+    return Complain(kWrongCall, "-o " + *out, "a name that ends in .png, .svg or .pdf is needed");
+}
+
+// "LAT,LONG" in degrees.
+int ParseGrid(const std::string& text, RenderCall& render) {
+    const std::size_t comma = text.find(',');
+    const auto lat = ParseNumber(std::string_view(text).substr(0, comma));
+    const auto longitude = comma == std::string::npos
+                               ? std::nullopt
+                               : ParseNumber(std::string_view(text).substr(comma + 1));
+    const auto isStep = [](std::optional<double> step) {
+        return step && *step >= 1 && *step <= 90;
+    };
+    if (!isStep(lat) || !isStep(longitude)) {
+        return Complain(kWrongCall, "--grid " + text,
+                        "LAT,LONG is needed, steps in degrees from 1 to 90");
+    }
+    render.gridSteps = {static_cast<float>(*lat), static_cast<float>(*longitude)};
+    return kDone;
+}
+
 // Everything that can be wrong with the call itself, before any work.
 int ParseCall(const Arguments& call, RenderCall& render) {
-    const auto out = call.Value("-o");
-    if (!out) return Complain(kWrongCall, "render", "-o OUT.png is needed");
-    if (!LowerCase(*out).ends_with(".png")) {
-        return Complain(kWrongCall, "-o " + *out, "a name that ends in .png is needed");
-    }
+    int status = ParseOut(call.Value("-o"), render);
+    if (status != kDone) return status;
     if (call.words.size() > 1) return Complain(kWrongCall, "render", "takes one FILE[:N]");
-    int status = kDone;
     if (const auto text = call.Value("--size")) status = ParseSize(*text, render.size);
     if (const auto text = call.Value("--projection"); text && status == kDone) {
         status = ParseProjection(*text, render.projection);
@@ -120,6 +154,10 @@ int ParseCall(const Arguments& call, RenderCall& render) {
     if (const auto text = call.Value("--view"); text && status == kDone) {
         status = ParseView(*text, render.view);
     }
+    render.gridOn = call.Has("--grid") || call.Value("--grid");
+    if (const auto text = call.Value("--grid"); text && status == kDone) {
+        status = ParseGrid(*text, render);
+    }
     return status;
 }
 
@@ -128,6 +166,11 @@ int ParseCall(const Arguments& call, RenderCall& render) {
 void ApplyToMap(const RenderCall& render) {
     MapDocument& map = CurrentMap();
     if (render.precision) map.precision = *render.precision;
+    if (render.gridOn) map.gridOn = kTrue;
+    if (render.gridSteps) {
+        map.gridLatStep = (*render.gridSteps)[0];
+        map.gridLongStep = (*render.gridSteps)[1];
+    }
     const std::int16_t wanted = render.projection.value_or(map.projection);
     if (render.view) {
         map.south = (*render.view)[0];
@@ -181,23 +224,61 @@ void PrintView() {
 }  // namespace
 
 const std::string_view kRenderHelp =
-    R"(orvantis-cli render [FILE[:N]] -o OUT.png [--size 1920x1080] [--map F.ovm] [--settings F.ovs]
-    [--points F.pts] [--projection cartesian|mercator|sphere|oblate] [--precision 1..5]
-    [--view S,W,N,E] [--json]
+    R"(orvantis-cli render [FILE[:N]] -o OUT.png|OUT.svg|OUT.pdf [--size 1920x1080] [--map F.ovm]
+    [--settings F.ovs] [--points F.pts] [--projection cartesian|mercator|sphere|oblate]
+    [--precision 1..5] [--view S,W,N,E] [--grid [LAT,LONG]] [--json]
 
 Draws the map with the lines of chart N (the first if N isn't given), or without a chart, as the
 window shows it. The view's edges are degrees; latitude north positive, longitude EAST positive;
 a west above its east crosses the date line. A globe looks at the middle of the view.
+In an SVG or a PDF lines, texts and glyphs are vectors, land and sea a picture beneath them; 96
+pixels of the size are an inch.
+--grid shows the coordinate grid, every LAT and LONG degrees, 1 to 90, or in the map's own steps.
 --json prints the view and where the map lies in the picture, in pixels.
 
-Example: orvantis-cli render data/sample.cht:1 -o world.png --size 1600x900 --precision 1
+Example: orvantis-cli render data/sample.cht:1 -o world.pdf --size 1600x900 --precision 1 --grid
 )";
+
+namespace {
+
+// Writes what was drawn in the format of the call.
+bool WritePicture(const PictureModule& module, const RenderCall& render, DrawingSurface& surface) {
+    switch (render.format) {
+        case Format::Pdf:
+            return module.savePdf(render.out, surface);
+        case Format::Svg:
+            return module.saveSvg(render.out, surface);
+        case Format::Png:
+            break;
+    }
+    Image image;
+    surface.CopyImage(image);
+    return module.savePng(render.out, image);
+}
+
+// Plots the map on a surface of the format's kind and writes it.
+int DrawPicture(const RenderCall& render, CliShell& shell) {
+    const PictureModule* module = LoadPictureModule();
+    if (module == nullptr) return kWorkFailed;
+    const auto make = render.format == Format::Png ? module->makeSurface : module->makePage;
+    const std::unique_ptr<DrawingSurface> surface(make(render.size.width, render.size.height));
+    session.picture = surface.get();
+    shell.complained = false;
+    PlotMap4(kFalse, *surface, kTrue);
+    session.picture = nullptr;
+    if (shell.complained) return kWorkFailed;
+    if (WritePicture(*module, render, *surface)) return kDone;
+    return Complain(kWorkFailed, render.out, "can't be written");
+}
+
+}  // namespace
 
 int RunRender(const std::vector<std::string>& words, CliShell& shell) {
     const std::optional<Arguments> call =
         TakeApart(words, {{"-o", "--size", "--map", "--settings", "--points", "--projection",
                            "--precision", "--view"},
-                          {"--json"}});
+                          {"--json"},
+                          {"--grid"}});
     if (!call) return kWrongCall;
     RenderCall render;
     int status = ParseCall(*call, render);
@@ -207,23 +288,9 @@ int RunRender(const std::vector<std::string>& words, CliShell& shell) {
     if (status != kDone) return status;
     ApplyToMap(render);
     if (!call->words.empty()) status = OpenNamedChart(call->words.front(), shell);
-    if (status != kDone) return status;
-
-    const PictureModule* module = LoadPictureModule();
-    if (module == nullptr) return kWorkFailed;
-    const std::unique_ptr<DrawingSurface> surface(
-        module->makeSurface(render.size.width, render.size.height));
-    session.picture = surface.get();
-    shell.complained = false;
-    PlotMap4(kFalse, *surface, kTrue);
-    session.picture = nullptr;
-    if (shell.complained) return kWorkFailed;
-    Image image;
-    surface->CopyImage(image);
-    const std::string out = *call->Value("-o");
-    if (!module->savePng(out, image)) return Complain(kWorkFailed, out, "can't be written");
-    if (call->Has("--json")) PrintView();
-    return kDone;
+    if (status == kDone) status = DrawPicture(render, shell);
+    if (status == kDone && call->Has("--json")) PrintView();
+    return status;
 }
 
 }  // namespace orvantis::cli

@@ -174,7 +174,7 @@ Example: orvantis-cli format angle --style 1 123.5
 
 int RunParse(const std::vector<std::string>& words, CliShell& shell) {
     const std::optional<Arguments> call =
-        TakeApart(words, {{}, {"--month-first", "--clock24"}, true});
+        TakeApart(words, {{}, {"--month-first", "--clock24"}, {}, true});
     if (!call) return kWrongCall;
     const TextKind* kind =
         KindOf(*call, "parse", "date, time, latitude, longitude or zone is needed");
@@ -188,6 +188,7 @@ int RunFormat(const std::vector<std::string>& words, CliShell& shell) {
         words,
         {{"--style", "--digits"},
          {"--month-first", "--clock24", "--symbols", "--minutes", "--force-seconds", "--plus"},
+         {},
          true});
     if (!call) return kWrongCall;
     const TextKind* kind =

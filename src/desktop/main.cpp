@@ -8,7 +8,7 @@
 #include "desktop/qt_shell.h"
 #include "desktop/signals.h"
 #include "desktop/window_options.h"
-#include "map/map_document.h"
+#include "raster/picture_file.h"
 #include "raster/qt_gui.h"
 #include "session/commands.h"
 #include "session/driver.h"
@@ -29,50 +29,56 @@ int Complain(int code, const std::string& text) {
     return code;
 }
 
-// Opens the chart that the call asks for. Returns an exit code.
-int OpenAskedChart(const WindowOptions& options) {
-    if (options.openPath.empty()) return kDone;
-    const std::string path = ProgramPath(options.openPath);
-    if (FileExists(path) == 0) {
-        return Complain(kBadInput, options.openPath + ": the file isn't there or can't be read");
-    }
-    RunTimeError reason;
-    switch (OpenChart(path, options.openChart, reason)) {
-        case ChartStatus::Ok:
-            return kDone;
+// Tells why the chart of the call can't be shown. Returns an exit code.
+int ComplainOfChart(const WindowOptions& options, const OpenOutcome& outcome) {
+    const std::string& path = options.openPath;
+    switch (outcome.status) {
         case ChartStatus::NoFile:
-            return Complain(kBadInput, options.openPath + ": can't be opened");
+            return Complain(kBadInput, FileExists(ProgramPath(path)) != 0
+                                           ? path + ": can't be opened"
+                                           : path + ": the file isn't there or can't be read");
         case ChartStatus::NotSupported:
-            return Complain(kBadInput, options.openPath + ": not a chart file that can be read");
+            return Complain(kBadInput, path + ": not a chart file that can be read");
         case ChartStatus::NoSuchChart:
-            return Complain(kBadInput, options.openPath + ": has no chart " +
-                                           std::to_string(options.openChart));
+            return Complain(kBadInput,
+                            path + ": has no chart " + std::to_string(options.openChart));
         case ChartStatus::BadRecord:
-            return Complain(kBadInput, options.openPath + ": the chart's record can't be read (" +
-                                           reason.description + ")");
-        case ChartStatus::Failed:
-            break;
+            return Complain(kBadInput, path + ": the chart's record can't be read (" +
+                                           outcome.reason.description + ")");
+        default:
+            return Complain(kFailed, path + ": the chart can't be calculated");
     }
-    return Complain(kFailed, options.openPath + ": the chart can't be calculated");
+}
+
+// The stored picture in the platform's way.
+bool SaveStoredImage(std::string_view path, const Image& image) {
+    return SaveImage(NativePath(path), image);
+}
+
+bool LoadStoredImage(std::string_view path, Image& image) {
+    return LoadImage(NativePath(path), image);
 }
 
 // The session's life around the window's.
 int RunWindow(const WindowOptions& options) {
-    QtShell shell;
-    StartSession(SystemPaths(), shell);
     MainWindow window;
+    QtShell shell(window);
     session.picture = &window.Picture();
     closeMainWindow = [] { QApplication::closeAllWindows(); };
+    saveStoredImage = SaveStoredImage;
+    loadStoredImage = LoadStoredImage;
 
-    int result = LoadDatabase() != 0 ? kFailed : OpenAskedChart(options);
-    if (result == kDone && !EndWasAsked()) {
-        NewMap(kFalse);
-        shell.SetTitle(Caption());
-        shell.SetWindow(&window);
-        window.show();
-        window.RedrawMap();
-        session.StartupDone = kTrue;
+    const SessionCall call{options.commandLine, ProgramPath(options.openPath), options.openChart};
+    OpenOutcome outcome;
+    const SessionResult start = RunSession(SystemPaths(), call, shell, outcome);
+    int result = kDone;
+    if (start == SessionResult::Ended) result = kFailed;
+    if (start == SessionResult::NoChart) result = ComplainOfChart(options, outcome);
+    if (start == SessionResult::Ready) {
+        window.FollowSize();
         if (!EndWasAsked()) result = QApplication::exec();
+        // An end that was asked for from outside hasn't gone through the window.
+        if (!window.HasEnded()) window.EndTheSession();
     }
     session.picture = nullptr;
     EndSession();

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QRect>
 #include <QTimer>
 #include <QWidget>
+#include <cstdint>
 
 #include "raster/image_surface.h"
 
@@ -36,10 +38,39 @@ class MainWindow : public QMainWindow {
     /// The surface of the map, which session.picture points to while the window stands.
     ImageSurface& Picture() { return map_->Surface(); }
 
+    MapWidget* MapArea() { return map_; }
+
     /// Draws the map anew in the size of the moment.
     void RedrawMap();
 
+    /// Draws the map anew if the map area has changed its size since the last plot.
+    void FollowSize();
+
+    /// Where the window stands: its frame's upper left corner and the size within the frame, on the
+    /// screen, in logical pixels.
+    struct Place {
+        std::int16_t state = 2;  ///< 0 normal, 1 minimised, 2 maximised
+        QRect frame;             ///< of the normal window, also where it is maximised
+    };
+
+    /// Before the window was ever placed it counts as maximised.
+    Place CurrentPlace() const;
+    void PutInPlace(const Place& place);
+
+    /// Shows the window and waits until it is on the display.
+    void ShowInPlace();
+
+    /// Restores the window if it is minimised, and makes it the active one.
+    void BringToFront();
+
+    /// True once the session has been ended by closing the window.
+    bool HasEnded() const { return ended_; }
+
+    /// Ends the session unless the user chooses to stay; true if it has ended.
+    bool EndTheSession();
+
   protected:
+    void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
@@ -48,7 +79,10 @@ class MainWindow : public QMainWindow {
     MapWidget* map_;
     QTimer resized_;  // many changes of size in a row lead to one redraw
     bool plotting_ = false;
-    bool wanted_ = false;  // a redraw that was asked for during a plot follows it
+    bool wanted_ = false;    // a redraw that was asked for during a plot follows it
+    bool maximised_ = true;  // how the window is to be shown
+    bool ending_ = false;
+    bool ended_ = false;
 };
 
 }  // namespace orvantis

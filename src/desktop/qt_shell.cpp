@@ -5,17 +5,22 @@
 #include <QDateTime>
 #include <QFileDialog>
 #include <QGuiApplication>
+#include <QLocale>
 #include <QMessageBox>
+#include <QScreen>
+#include <algorithm>
 
+#include "desktop/signals.h"
 #include "session/files.h"
+#include "session/session_state.h"
 #include "text/code_page.h"
 
 namespace orvantis {
 
 namespace {
 
-// Work that is done sooner than this shows no progress.
-constexpr int kProgressDelayMs = 300;
+constexpr int kTwipsPerPixel = 15;  // a logical pixel is one of 96 to the inch
+constexpr std::int32_t kTrueColour = 0x1000000;
 
 QString Shown(std::string_view bytes) {
     return QString::fromStdString(ToUtf8(bytes))
@@ -69,16 +74,65 @@ BoxAnswer AnswerOf(int button) {
     }
 }
 
+// What a user who isn't there would answer: nothing is changed, and nothing is kept open.
+int RefusalOf(BoxButtons buttons) {
+    switch (buttons) {
+        case BoxButtons::YesNo:
+        case BoxButtons::YesNoCancel:
+            return QMessageBox::No;
+        case BoxButtons::Ok:
+            return QMessageBox::Ok;
+        default:
+            return QMessageBox::Cancel;
+    }
+}
+
+int Twips(int pixels) {
+    return pixels * kTwipsPerPixel;
+}
+
+int Pixels(std::int32_t twips) {
+    return twips / kTwipsPerPixel;
+}
+
+// The first of the letters for day, month and year in a format of dates; those within quotes are
+// text.
+char FirstOfDate(const QString& format) {
+    bool quoted = false;
+    for (const QChar c : format) {
+        if (c == u'\'') quoted = !quoted;
+        if (!quoted && (c == u'd' || c == u'M' || c == u'y')) return c.toLatin1();
+    }
+    return 'M';
+}
+
+bool Has12Hours(const QString& format) {
+    bool quoted = false;
+    for (const QChar c : format) {
+        if (c == u'\'') quoted = !quoted;
+        if (!quoted && c.toLower() == u'a') return true;
+    }
+    return false;
+}
+
 }  // namespace
 
-void QtShell::SetWindow(QWidget* window) {
-    window_ = window;
-    if (window_) window_->setWindowTitle(title_);
+QtShell::QtShell(MainWindow& window) : window_(window) {
+    copies_.onTitle = [this] { return window_.windowTitle().toStdString(); };
+    copies_.onRaise = [this] { window_.BringToFront(); };
+}
+
+// What boxes and dialogs stand before.
+QWidget* QtShell::Front() const {
+    if (startScreen_ && startScreen_->isVisible()) return startScreen_.get();
+    return window_.isVisible() ? &window_ : nullptr;
 }
 
 BoxAnswer QtShell::MessageBox(std::string_view text, std::string_view title, BoxButtons buttons,
                               BoxIcon icon) {
-    QMessageBox box(IconOf(icon), Shown(title), Shown(text), ButtonsOf(buttons), window_);
+    // A program that has been told to end asks nobody.
+    if (EndWasAsked()) return AnswerOf(RefusalOf(buttons));
+    QMessageBox box(IconOf(icon), Shown(title), Shown(text), ButtonsOf(buttons), Front());
     box.setTextFormat(Qt::PlainText);
     return AnswerOf(box.exec());
 }
@@ -86,22 +140,21 @@ BoxAnswer QtShell::MessageBox(std::string_view text, std::string_view title, Box
 std::optional<std::string> QtShell::ChooseFile(std::string_view title, std::string_view filter,
                                                bool forSaving) {
     const QString path =
-        forSaving ? QFileDialog::getSaveFileName(window_, Shown(title), QString(), Shown(filter))
-                  : QFileDialog::getOpenFileName(window_, Shown(title), QString(), Shown(filter));
+        forSaving ? QFileDialog::getSaveFileName(&window_, Shown(title), QString(), Shown(filter))
+                  : QFileDialog::getOpenFileName(&window_, Shown(title), QString(), Shown(filter));
     if (path.isEmpty()) return std::nullopt;
     return ProgramPath(QFile::encodeName(path).toStdString());
 }
 
 std::optional<Colour> QtShell::ChooseColour(std::string_view title, Colour colour) {
     const QColor start(colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF);
-    const QColor chosen = QColorDialog::getColor(start, window_, Shown(title));
+    const QColor chosen = QColorDialog::getColor(start, &window_, Shown(title));
     if (!chosen.isValid()) return std::nullopt;
     return chosen.red() | chosen.green() << 8 | chosen.blue() << 16;
 }
 
 void QtShell::SetTitle(std::string_view title) {
-    title_ = Shown(title);
-    if (window_) window_->setWindowTitle(title_);
+    window_.setWindowTitle(Shown(title));
 }
 
 void QtShell::SetPointer(Pointer pointer) {
@@ -109,89 +162,123 @@ void QtShell::SetPointer(Pointer pointer) {
     if (hourglass && !hourglass_) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     if (!hourglass && hourglass_) QGuiApplication::restoreOverrideCursor();
     hourglass_ = hourglass;
-    if (hourglass || !window_) return;
+    if (hourglass) return;
     switch (pointer) {
         case Pointer::Cross:
-            window_->setCursor(Qt::CrossCursor);
+            window_.setCursor(Qt::CrossCursor);
             break;
         case Pointer::Move:
-            window_->setCursor(Qt::SizeAllCursor);
+            window_.setCursor(Qt::SizeAllCursor);
             break;
         default:
-            window_->unsetCursor();
+            window_.unsetCursor();
             break;
     }
 }
 
 void QtShell::ShowProgress(std::string_view text, std::int16_t percent) {
     if (text.empty()) {
-        delete progress_;
+        delete panel_;
         return;
     }
-    if (!progress_) {
-        progress_ = new QProgressDialog(window_);
-        progress_->setWindowTitle(title_);
-        progress_->setCancelButton(nullptr);
-        progress_->setWindowModality(Qt::ApplicationModal);
-        progress_->setMinimumDuration(kProgressDelayMs);
-        progress_->setAutoReset(false);
-        progress_->setAutoClose(false);
-        progress_->setRange(0, 100);
-    }
-    progress_->setLabelText(Shown(text));
-    progress_->setValue(percent);
+    if (!panel_) panel_ = new StatusPanel(window_.MapArea());
+    panel_->Tell(Shown(text), percent);
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void QtShell::DoEvents() {
-    QCoreApplication::processEvents();
+    // While the start screen stands there is nothing else to do; the wait ends with its timer.
+    const bool waiting = startScreen_ && startScreen_->isVisible() && session.SplashDone == 0;
+    QCoreApplication::processEvents(waiting ? QEventLoop::WaitForMoreEvents
+                                            : QEventLoop::AllEvents);
 }
 
 bool QtShell::PreviousInstance() {
-    return false;
+    copies_.Join();
+    return copies_.AnyRuns();
 }
 
 std::vector<TopWindow> QtShell::TopLevelWindows() {
-    return {};
+    std::vector<TopWindow> windows = copies_.Windows();
+    for (TopWindow& window : windows) window.title = FromUtf8(window.title);
+    return windows;
 }
 
-void QtShell::ActivateWindow(std::int64_t /*handle*/) {}
+void QtShell::ActivateWindow(std::int64_t handle) {
+    copies_.Raise(handle);
+}
 
-void QtShell::ShowStartScreen(std::string_view /*versionText*/) {}
+void QtShell::ShowStartScreen(std::string_view versionText) {
+    startScreen_ = std::make_unique<StartScreen>(Shown(versionText));
+    startScreen_->show();
+    startScreen_->activateWindow();
+}
 
-void QtShell::RefreshStartScreen() {}
+void QtShell::RefreshStartScreen() {
+    if (startScreen_) startScreen_->repaint();
+}
 
-void QtShell::HideStartScreen() {}
+void QtShell::HideStartScreen() {
+    if (startScreen_) startScreen_->hide();
+}
 
-void QtShell::UnloadStartScreen() {}
+void QtShell::UnloadStartScreen() {
+    startScreen_.reset();
+}
 
-void QtShell::ShowMainWindow() {}
+void QtShell::ShowMainWindow() {
+    window_.ShowInPlace();
+}
 
 SurfaceSize QtShell::MapAreaSize() {
-    return {};
+    window_.MapArea()->FitPicture();
+    return window_.Picture().Size();
 }
 
 WindowPlace QtShell::MainWindowPlace() {
-    return {};
+    const MainWindow::Place place = window_.CurrentPlace();
+    return {place.state, Twips(place.frame.x()), Twips(place.frame.y()), Twips(place.frame.width()),
+            Twips(place.frame.height())};
 }
 
-void QtShell::PlaceMainWindow(const WindowPlace& /*place*/) {}
+void QtShell::PlaceMainWindow(const WindowPlace& place) {
+    window_.PutInPlace({place.state, QRect(Pixels(place.left), Pixels(place.top),
+                                           Pixels(place.width), Pixels(place.height))});
+}
 
 WindowPlace QtShell::ScreenExtent() {
-    return {};
+    const QSize size = QGuiApplication::primaryScreen()->size();
+    return {0, 0, 0, Twips(size.width()), Twips(size.height())};
 }
 
 std::int32_t QtShell::ScreenColours() {
-    return 0x1000000;
+    const int depth = QGuiApplication::primaryScreen()->depth();
+    return depth < 24 ? 1 << std::max(depth, 1) : kTrueColour;
 }
 
-void QtShell::SetClockTimer(std::int32_t /*interval*/, bool /*enabled*/) {}
+void QtShell::SetClockTimer(std::int32_t interval, bool enabled) {
+    clock_.setInterval(interval);
+    if (enabled != clock_.isActive()) enabled ? clock_.start() : clock_.stop();
+}
 
-std::string QtShell::RegionalText(std::string_view /*key*/) {
-    return "";
+std::string QtShell::RegionalText(std::string_view key) {
+    const QLocale locale = QLocale::system();
+    if (key == "iTime") return Has12Hours(locale.timeFormat(QLocale::ShortFormat)) ? "0" : "1";
+    if (key != "iDate") return "";
+    switch (FirstOfDate(locale.dateFormat(QLocale::ShortFormat))) {
+        case 'd':
+            return "1";
+        case 'y':
+            return "2";
+        default:
+            return "0";
+    }
 }
 
 std::string QtShell::LanguageAbbreviation() {
-    return "ENG";
+    const QLocale::Language language = QLocale::system().language();
+    const QString code = QLocale::languageToCode(language, QLocale::ISO639Part2T).toUpper();
+    return code.size() < 2 ? "ENG" : code.toStdString();
 }
 
 LocalTime QtShell::Now() {

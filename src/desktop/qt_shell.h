@@ -2,21 +2,24 @@
 #pragma once
 
 #include <QPointer>
-#include <QProgressDialog>
-#include <QWidget>
+#include <QTimer>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "desktop/main_window.h"
+#include "desktop/other_copies.h"
+#include "desktop/start_screen.h"
+#include "desktop/status_panel.h"
 #include "surface/shell.h"
 
 namespace orvantis {
 
 class QtShell : public Shell {
   public:
-    /// The main window, which boxes and dialogs stand before. Until there is one they stand alone,
-    /// and a title is kept for it.
-    void SetWindow(QWidget* window);
+    /// `window` is the main window, still hidden. It must outlive the shell.
+    explicit QtShell(MainWindow& window);
 
     BoxAnswer MessageBox(std::string_view text, std::string_view title, BoxButtons buttons,
                          BoxIcon icon) override;
@@ -46,9 +49,13 @@ class QtShell : public Shell {
     LocalTime Now() override;
 
   private:
-    QPointer<QWidget> window_;
-    QPointer<QProgressDialog> progress_;
-    QString title_ = QStringLiteral("Orvantis");
+    QWidget* Front() const;
+
+    MainWindow& window_;
+    OtherCopies copies_;
+    std::unique_ptr<StartScreen> startScreen_;
+    QPointer<StatusPanel> panel_;  // lives in the map area
+    QTimer clock_;
     bool hourglass_ = false;
 };
 

@@ -21,6 +21,9 @@ WindowOptions ReadWindowOptions(const std::vector<std::string>& words) {
                     words[i] + ": what follows the colon must be a chart's number, from 1";
                 return options;
             }
+        } else if (!word.starts_with('-')) {
+            if (!options.commandLine.empty()) options.commandLine += ' ';
+            options.commandLine += word;
         } else {
             options.complaint = word + ": not an option; see --help";
             return options;
@@ -32,19 +35,21 @@ WindowOptions ReadWindowOptions(const std::vector<std::string>& words) {
 std::string_view WindowHelp() {
     return "orvantis: a world map with the lines of a chart\n"
            "\n"
-           "  orvantis [--open FILE[:N]]\n"
+           "  orvantis [--open FILE[:N]] [NOINITSCREEN | LOADICON | CHART [POINTS [COLOURS]]]\n"
            "\n"
            "  --open FILE[:N]  shows chart N of a chart file; N counts from 1, and is 1 if left "
            "out\n"
            "  --help           prints this and ends\n"
+           "  NOINITSCREEN     starts without the start screen\n"
+           "  LOADICON         is accepted; it makes icons on desktops that have groups of them\n"
+           "  CHART            number of a chart that another program hands over\n"
+           "  POINTS, COLOURS  a point selection and a point colour file to start with\n"
            "\n"
            "Example: orvantis --open sample.cht:2\n"
            "\n"
-           "Ends with 0 when the window is closed, 1 if the map or the chart can't be worked, 2 if "
-           "the call\n"
-           "is wrong, 3 if the chart can't "
-           "be\n"
-           "read.\n";
+           "Ends with 0 when the window is closed, 1 if the map or the chart can't be worked or "
+           "another\n"
+           "copy has been brought forward, 2 if the call is wrong, 3 if the chart can't be read.\n";
 }
 
 }  // namespace orvantis

@@ -12,6 +12,7 @@ struct WindowOptions {
     bool help = false;
     std::string openPath;        ///< chart file to open, native path; "" none
     std::int32_t openChart = 1;  ///< number of the chart in it, from 1
+    std::string commandLine;     ///< the other words, joined by blanks
     std::string complaint;       ///< what is wrong with the call, one line; "" nothing
 };
 

@@ -43,9 +43,9 @@ bool IsTypeOn(std::int16_t type) {
 void SetLinePen(std::int16_t type, std::int16_t point) {
     const LineStyle& style = StyleOf(type);
     Pen pen;
-    pen.width = ClampInt(style.thickness, 1, kThickestLine);
+    pen.width = LineWidth(ClampInt(style.thickness, 1, kThickestLine));
     pen.dash = static_cast<LineDash>(ClampInt(style.style, 0, 4));
-    pen.colour = style.planetColour != 0 ? pointColour[Index(point)] : style.colour;
+    pen.colour = InkColour(style.planetColour != 0 ? pointColour[Index(point)] : style.colour);
     pen.smooth = true;
     mapView.surface->SetPen(pen);
 }

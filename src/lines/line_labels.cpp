@@ -154,7 +154,7 @@ void MoveApart(std::vector<WrittenMark>& marks, double low, double high) {
 void Write(const WrittenMark& written) {
     DrawingSurface& surface = *mapView.surface;
     Pen pen;
-    pen.colour = MarkColour(LineColour(written.mark.kind, written.mark.type));
+    pen.colour = InkColour(MarkColour(LineColour(written.mark.kind, written.mark.type)));
     surface.SetPen(pen);
 
     const MapRect& rect = mapView.rect;
@@ -218,7 +218,7 @@ void DrawLineLabels() {
         const auto shape = static_cast<LabelShape>(
             ClampInt(settings.lineStyle[Index(label.type)].symbolShape, 0, 2));
         DrawLabel(surface, label.x, label.y, LabelText(label.code, label.type), shape,
-                  LineColour(label.code, label.type));
+                  AreaColour(LineColour(label.code, label.type)));
     }
     chartLines.objects = chartLines.labels;
 }

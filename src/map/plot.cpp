@@ -2,24 +2,30 @@
 // that failed.
 #include "map/plot.h"
 
+#include <algorithm>
 #include <string>
 
 #include "map/fills.h"
 #include "map/map_document.h"
+#include "session/files.h"
 #include "session/session_state.h"
 #include "session/settings.h"
+#include "text/numbers.h"
 #include "text/run_time_error.h"
 #include "text/strings.h"
 
 namespace orvantis {
 
 PlotState plotState;
+PrintState printState;
 
 void (*stopForeignClock)() = nullptr;
 void (*plotChartLines)(Flag printing, Flag fullPlot, std::int16_t slot) = nullptr;
 void (*plotCountryNames)(bool capitals) = nullptr;
 void (*plotCities)() = nullptr;
 void (*plotMouseMarks)() = nullptr;
+std::string (*pageHeading)() = nullptr;
+std::string (*pageLines)() = nullptr;
 
 namespace {
 
@@ -29,6 +35,7 @@ constexpr Colour kSurround = 0xC0C0C0;     // the window around the map
 constexpr Colour kFrameShadow = 0x808080;  // left and top of the sunken frame
 constexpr Colour kFrameLight = 0xFFFFFF;   // right and bottom
 
+constexpr std::int32_t kLeastColourMode = 3;  // from which a page is printed in colour
 constexpr std::int16_t kMainChart = 1;
 constexpr std::size_t kCountryNames = 3;  // detail classes that stand for labels
 constexpr std::size_t kCityNames = 8;
@@ -53,7 +60,7 @@ void RefreshUnlessHeld() {
 }
 
 void SetOutlinePen() {
-    mapView.surface->SetPen({1, LineDash::Solid, plotState.outlineColour});
+    mapView.surface->SetPen({LineWidth(1), LineDash::Solid, plotState.outlineColour});
 }
 
 void PutStoredImage(const PlotJob& job) {
@@ -72,6 +79,7 @@ void ClearPicture(const PlotJob& job) {
 void SetUpView(const PlotJob& job) {
     SetViewExtent();
     SetMapRect(job.printing != kFalse, *mapView.surface);
+    if (!OnScreen(job)) DrawPageTitle();
     OpenMapFrame();
 }
 
@@ -143,6 +151,7 @@ void DrawLines(const PlotJob& job) {
 
 void DrawMarks(const PlotJob& /*job*/) {
     mapView.surface->ClearClip();
+    CloseAllFiles();
     if (IsFlat(mapView.extent.projection) && plotMouseMarks != nullptr) plotMouseMarks();
 }
 
@@ -180,8 +189,28 @@ void SetPointer(Pointer pointer) {
 
 }  // namespace
 
+Colour BlankColour() {
+    return plotState.printing != kFalse ? kWhite : LandColour();
+}
+
 Colour OutlineColour() {
-    return PlainColour(LandColour()) == kBlack ? kWhite : kBlack;
+    return PlainColour(BlankColour()) == kBlack ? kWhite : kBlack;
+}
+
+Colour InkColour(Colour colour) {
+    if (plotState.printing == kFalse) return colour;
+    // A line in the paper's own colour would not be seen.
+    const bool unseen = PlainColour(colour) == PlainColour(BlankColour());
+    return printState.inColour == kFalse || unseen ? kBlack : colour;
+}
+
+Colour AreaColour(Colour colour) {
+    return plotState.printing != kFalse && printState.inColour == kFalse ? kWhite : colour;
+}
+
+int LineWidth(int nominal) {
+    if (plotState.printing == kFalse) return nominal;
+    return std::max<int>(RoundToInt16(nominal * printState.lineWidthFactor), 1);
 }
 
 void PlotMap4(Flag printing, DrawingSurface& picture, Flag redraw) {
@@ -191,6 +220,8 @@ void PlotMap4(Flag printing, DrawingSurface& picture, Flag redraw) {
     if (stopForeignClock != nullptr) stopForeignClock();
     plotState.interrupted = false;
     plotState.printing = printing;
+    printState.inColour =
+        printing != kFalse && printState.colourMode >= kLeastColourMode ? kTrue : kFalse;
     mapView.surface = &picture;
     RunTimeError stale;
     TakeRunTimeError(stale);  // what stood before belongs to others
@@ -205,6 +236,7 @@ void PlotMap4(Flag printing, DrawingSurface& picture, Flag redraw) {
     SelectGlyphFont(false);
     options.extraAnnotation = extraAnnotation;
     plotState.printing = kFalse;
+    printState.inColour = kFalse;
     mapView.surface = nullptr;
     plotState.inProgress = false;
     SetPointer(Pointer::Default);

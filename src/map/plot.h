@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "map/projection.h"
@@ -36,6 +37,15 @@ struct PlotState {
 
 extern PlotState plotState;
 
+/// How a page is printed: set before the plot by whoever opens the page.
+struct PrintState {
+    std::int32_t colourMode = 0;  ///< 3 or above prints in colour, less in black alone
+    double lineWidthFactor = 1;   ///< pixels of the page to one of a line's width; above 0
+    Flag inColour = kFalse;       ///< the page in progress is in colour; set by PlotMap4
+};
+
+extern PrintState printState;
+
 /// Draws the map on `picture`. `printing` nonzero draws a page: no fills, no images. `redraw`
 /// nonzero draws the bare map from the database and keeps it in StoredImage; zero puts StoredImage
 /// down. The chart's lines follow in either case. A run-time failure shows a box with Retry, which
@@ -46,8 +56,27 @@ void PlotMap4(Flag printing, DrawingSurface& picture, Flag redraw);
 /// Draws all line classes that are shown.
 void PlotVectors(Flag printing);
 
-/// Black, or white on black land.
+/// What the map lies on: the land colour, or the white of a page.
+Colour BlankColour();
+
+/// Black, or white on black land. Black on a page.
 Colour OutlineColour();
+
+/// A colour of a line or a text as the plot's target shows it: on a page without colours black, as
+/// is white on any page.
+Colour InkColour(Colour colour);
+
+/// The same for an area: white on such a page.
+Colour AreaColour(Colour colour);
+
+/// A line's width of `nominal` (1 or more) in pixels of the plot's target: as it is on the screen,
+/// on a page times the factor, at least 1.
+int LineWidth(int nominal);
+
+/// Draws the title line of a page on the plot's surface: the chart's heading with the list of its
+/// lines on the left, the map's title on the right and, between them, the program's name and
+/// version if the title is short. Leaves the page's glyph font selected.
+void DrawPageTitle();
 
 /// Connection points, all optional, filled by the session.
 extern void (*stopForeignClock)();  ///< clock of another chart
@@ -55,5 +84,7 @@ extern void (*plotChartLines)(Flag printing, Flag fullPlot, std::int16_t slot);
 extern void (*plotCountryNames)(bool capitals);  ///< labels of countries
 extern void (*plotCities)();                     ///< dots and names of cities
 extern void (*plotMouseMarks)();                 ///< rulers of the mouse modes
+extern std::string (*pageHeading)();             ///< of the chart, for a page; "" none
+extern std::string (*pageLines)();               ///< list of the chart's lines; "" none
 
 }  // namespace orvantis

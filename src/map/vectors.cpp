@@ -238,8 +238,8 @@ void DrawClasses(VectorPass& pass, Flag printing) {
 }  // namespace
 
 void PlotVectors(Flag printing) {
-    mapView.surface->SetPen(
-        {printing != kFalse ? kPrinterPenWidth : 1, LineDash::Solid, plotState.outlineColour});
+    mapView.surface->SetPen({LineWidth(printing != kFalse ? kPrinterPenWidth : 1), LineDash::Solid,
+                             plotState.outlineColour});
     if (options.lineNumbers != kFalse) {
         mapView.surface->SelectFont({settings.textFontName, kCodeFontSize});
     }

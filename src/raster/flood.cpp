@@ -1,12 +1,13 @@
 #include "raster/flood.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orvantis {
 
 namespace {
 
-// A stretch of a row that was painted, or that is to be looked at coming from the row `from`.
+// A stretch of a row that is to be looked at coming from the row `from`.
 struct Stretch {
     int y = 0;
     int left = 0;
@@ -25,7 +26,7 @@ struct Flood {
     std::uint32_t border;
     std::uint32_t mark;
     std::vector<Stretch> open;
-    std::vector<Stretch> painted;
+    std::vector<PixelRun> painted;
 
     std::uint32_t* Row(int y) {
         return image.pixels.data() + static_cast<std::size_t>(y) * image.width;
@@ -45,7 +46,7 @@ struct Flood {
         int right = x;
         while (right < row.right && Free(pixels[right])) pixels[right++] = mark;
 
-        painted.push_back({stretch.y, left, right, 0});
+        painted.push_back({stretch.y, left, right});
         Look(stretch.y - stretch.from, left, right, stretch.from);
         if (left < stretch.left) Look(stretch.y + stretch.from, left, stretch.left, -stretch.from);
         if (right > stretch.right) {
@@ -68,7 +69,7 @@ struct Flood {
 }  // namespace
 
 bool FloodImage(Image& image, const Clip& clip, int x, int y, std::uint32_t fill,
-                std::uint32_t border) {
+                std::uint32_t border, std::vector<PixelRun>* painted) {
     if (!InClip(clip, x, y)) return false;
     Flood flood{image, clip, border, fill & 0xFFFFFF, {}, {}};
     if (!flood.Free(flood.Row(y)[x])) return false;
@@ -80,9 +81,10 @@ bool FloodImage(Image& image, const Clip& clip, int x, int y, std::uint32_t fill
         flood.open.pop_back();
         flood.PaintStretch(stretch);
     }
-    for (const Stretch& run : flood.painted) {
+    for (const PixelRun& run : flood.painted) {
         std::fill(flood.Row(run.y) + run.left, flood.Row(run.y) + run.right, fill);
     }
+    if (painted != nullptr) *painted = std::move(flood.painted);
     return true;
 }
 

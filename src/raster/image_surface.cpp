@@ -8,7 +8,6 @@
 #include <cmath>
 #include <cstring>
 
-#include "raster/flood.h"
 #include "text/numbers.h"
 
 namespace orvantis {
@@ -477,6 +476,12 @@ SurfaceSize ImageSurface::TextExtent(std::string_view text) {
 bool ImageSurface::FloodFill(int x, int y, Colour colour, Colour border) {
     FlushWideLine();
     return FloodImage(image_, clip_, x, y, PixelOf(colour), PixelOf(border));
+}
+
+bool ImageSurface::FloodRuns(int x, int y, Colour colour, Colour border,
+                             std::vector<PixelRun>& painted) {
+    FlushWideLine();
+    return FloodImage(image_, clip_, x, y, PixelOf(colour), PixelOf(border), &painted);
 }
 
 void ImageSurface::ClipToRectangle(int left, int top, int right, int bottom) {

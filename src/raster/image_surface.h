@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "raster/clip.h"
+#include "raster/flood.h"
 #include "raster/line.h"
 #include "raster/text_face.h"
 #include "surface/drawing_surface.h"
@@ -40,6 +41,15 @@ class ImageSurface : public DrawingSurface {
     /// The picture, to be shown or written at once: it shares the surface's memory, so it changes
     /// with it and must not outlive it or a Resize.
     QImage View();
+
+    /// FloodFill that also tells which pixels it has painted.
+    bool FloodRuns(int x, int y, Colour colour, Colour border, std::vector<PixelRun>& painted);
+
+    /// The pixels of the moment.
+    const Image& Pixels() {
+        FlushWideLine();
+        return image_;
+    }
 
     /// Called by Refresh. May be empty.
     std::function<void()> onRefresh;

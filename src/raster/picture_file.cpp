@@ -4,12 +4,12 @@
 #include <QFile>
 #include <QImage>
 #include <QImageReader>
-#include <QSaveFile>
 #include <array>
 #include <cstdlib>
 #include <utility>
 #include <vector>
 
+#include "raster/whole_file.h"
 #include "text/bytes.h"
 
 namespace orvantis {
@@ -133,12 +133,16 @@ bool HoldsWholeBitmap(QFile& file) {
 
 }  // namespace
 
+std::string PngBytes(const Image& image) {
+    return HasPixels(image) ? EncodePng(image).toStdString() : std::string();
+}
+
 bool SavePng(std::string_view nativePath, const Image& image) {
     if (!HasPixels(image)) return false;
     const QByteArray png = EncodePng(image);
-    QSaveFile file(PathOf(nativePath));
-    return !png.isEmpty() && file.open(QIODevice::WriteOnly) && file.write(png) == png.size() &&
-           file.commit();
+    if (png.isEmpty()) return false;
+    return WriteWholeFile(nativePath,
+                          [&](QIODevice& file) { return file.write(png) == png.size(); });
 }
 
 bool SaveImage(std::string_view nativePath, const Image& image) {
@@ -146,8 +150,7 @@ bool SaveImage(std::string_view nativePath, const Image& image) {
     const QImage picture(reinterpret_cast<const uchar*>(image.pixels.data()), image.width,
                          image.height, static_cast<qsizetype>(image.width) * 4,
                          QImage::Format_RGB32);
-    QSaveFile file(PathOf(nativePath));
-    return file.open(QIODevice::WriteOnly) && picture.save(&file, "bmp") && file.commit();
+    return WriteWholeFile(nativePath, [&](QIODevice& file) { return picture.save(&file, "bmp"); });
 }
 
 bool LoadImage(std::string_view nativePath, Image& image) {

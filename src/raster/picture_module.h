@@ -15,6 +15,12 @@ struct PictureModule {
     DrawingSurface* (*makeSurface)(int width, int height);
     /// Writes a picture as PNG. False if it couldn't be written; an older file then stays.
     bool (*savePng)(std::string_view nativePath, const Image& image);
+    /// A white page of a size in pixels, 96 to the inch, that holds floods. Never null; the caller
+    /// frees it.
+    DrawingSurface* (*makePage)(int width, int height);
+    /// Writes a page of makePage as PDF or SVG. False as above.
+    bool (*savePdf)(std::string_view nativePath, DrawingSurface& page);
+    bool (*saveSvg)(std::string_view nativePath, DrawingSurface& page);
 };
 
 /// Name of the symbol, a PictureModule, and of the module's file beside the program or, installed,

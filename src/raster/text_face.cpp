@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "raster/glyph_font.h"
+#include "raster/glyph_outline.h"
 #include "raster/qt_gui.h"
 #include "text/code_page.h"
 
@@ -117,10 +118,14 @@ void FillPath(const QPainterPath& path, GlyphMask& mask) {
     TakeMask(ink, box.left(), box.top(), mask);
 }
 
+double AdvanceOf(const QRawFont& font, quint32 number) {
+    const auto advances = font.advancesForGlyphIndexes({number});
+    return advances.isEmpty() ? 0 : advances.front().x();
+}
+
 // A character as its font draws it, fitted to the grid of pixels by the font's own rules.
 void SetCharacter(const QRawFont& font, quint32 number, bool slanted, GlyphMask& mask) {
-    const auto advances = font.advancesForGlyphIndexes({number});
-    mask.advance = advances.isEmpty() ? 0 : static_cast<int>(std::lround(advances.front().x()));
+    mask.advance = static_cast<int>(std::lround(AdvanceOf(font, number)));
     if (slanted) {
         FillPath(QTransform(1, 0, -kSlant, 1, 0, 0).map(font.pathForGlyph(number)), mask);
         return;
@@ -132,26 +137,39 @@ void SetCharacter(const QRawFont& font, quint32 number, bool slanted, GlyphMask&
              static_cast<int>(std::floor(box.top())), mask);
 }
 
-// Letters side by side in little more than the room of one.
-void SetLetters(const QRawFont& font, std::string_view letters, GlyphMask& mask) {
-    QPainterPath path;
-    double x = 0;
-    for (const char letter : letters) {
-        const quint32 number = GlyphNumber(font, static_cast<std::uint8_t>(letter));
-        path.addPath(QTransform(kNarrow, 0, 0, 1, x, 0).map(font.pathForGlyph(number)));
-        const auto advances = font.advancesForGlyphIndexes({number});
-        if (!advances.isEmpty()) x += advances.front().x() * kNarrow;
-    }
-    FillPath(path, mask);
-    mask.advance = static_cast<int>(std::ceil(x)) + 1;
+// A letter's shape as its designer drew it. Fonts answer with one fitted to the grid of pixels; at
+// a large size that changes nothing that can be seen.
+QPainterPath UnfittedPath(const QRawFont& font, quint32 number) {
+    constexpr double kLargeSize = 1024;
+    QRawFont large = font;
+    large.setPixelSize(kLargeSize);
+    const double scale = font.pixelSize() / kLargeSize;
+    return QTransform::fromScale(scale, scale).map(large.pathForGlyph(number));
 }
 
-// Shapes that no font has. Each fits the cell of a capital letter, a little larger.
-void SetShape(GlyphShape shape, double pixels, GlyphMask& mask) {
-    const double size = std::max(7.0, std::round(pixels * 0.85));
+// Letters side by side in little more than the room of one. `x` becomes where they end.
+QPainterPath LettersPath(const QRawFont& font, std::string_view letters, bool fitted, double& x) {
+    QPainterPath path;
+    x = 0;
+    for (const char letter : letters) {
+        const quint32 number = GlyphNumber(font, static_cast<std::uint8_t>(letter));
+        const QPainterPath shape = fitted ? font.pathForGlyph(number) : UnfittedPath(font, number);
+        path.addPath(QTransform(kNarrow, 0, 0, 1, x, 0).map(shape));
+        x += AdvanceOf(font, number) * kNarrow;
+    }
+    return path;
+}
+
+// Size of a shape that no font has: that of a capital letter's cell, a little larger.
+double ShapeSize(double pixels) {
+    return std::max(7.0, std::round(pixels * 0.85));
+}
+
+// Shapes that no font has.
+QPainterPath ShapePath(GlyphShape shape, double size) {
     const double middle = size / 2;
     const QPointF centre(middle + 0.5, -middle);
-    const auto disc = [&](const QPointF& at, double radius) {
+    const auto disc = [](const QPointF& at, double radius) {
         QPainterPath path;
         path.addEllipse(at, radius, radius);
         return path;
@@ -170,47 +188,92 @@ void SetShape(GlyphShape shape, double pixels, GlyphMask& mask) {
         case GlyphShape::None:
             break;
     }
-    FillPath(path, mask);
-    mask.advance = static_cast<int>(size) + 2;
+    return path;
 }
+
+// A letter of a font; number 0 where there is none.
+struct FontLetter {
+    QRawFont font;
+    quint32 number = 0;
+};
 
 // The character in the first font that has it; a question mark if none has.
-void SetFirst(FaceFonts& fonts, const QRawFont& first, char32_t character, bool slanted,
-              GlyphMask& mask) {
+FontLetter FindLetter(const FaceFonts& fonts, const QRawFont& first, char32_t character) {
     for (const char32_t shown : {character, U'?'}) {
-        for (const QRawFont* font :
-             {&first, &std::as_const(fonts).text, &std::as_const(fonts).spare}) {
+        for (const QRawFont* font : {&first, &fonts.text, &fonts.spare}) {
             const quint32 number = GlyphNumber(*font, shown);
-            if (number == 0) continue;
-            SetCharacter(*font, number, slanted, mask);
-            return;
+            if (number != 0) return {*font, number};
         }
+    }
+    return {};
+}
+
+// What a byte of a face shows.
+struct FaceGlyph {
+    GlyphEntry entry;
+    FontLetter letter;  // unless the entry's source is Letters or Drawn
+    bool slanted = false;
+};
+
+FaceGlyph FindGlyph(const FaceFonts& fonts, std::uint8_t byte) {
+    FaceGlyph glyph;
+    if (fonts.face.font.name != kGlyphFontName) {
+        glyph.letter = FindLetter(fonts, fonts.text, CodePageCharacter(byte));
+        return glyph;
+    }
+    glyph.entry = GlyphOf(byte);
+    const GlyphSource source = glyph.entry.source;
+    glyph.slanted = fonts.face.font.italic && source == GlyphSource::Text;
+    if (source != GlyphSource::Letters && source != GlyphSource::Drawn) {
+        const bool symbol = source == GlyphSource::Symbols;
+        glyph.letter =
+            FindLetter(fonts, symbol ? fonts.symbols : fonts.text, glyph.entry.character);
+    }
+    return glyph;
+}
+
+void MakeMask(const FaceFonts& fonts, std::uint8_t byte, GlyphMask& mask) {
+    mask.ready = true;
+    const FaceGlyph glyph = FindGlyph(fonts, byte);
+    if (glyph.entry.source == GlyphSource::Letters) {
+        double width = 0;
+        FillPath(LettersPath(fonts.text, glyph.entry.letters, true, width), mask);
+        mask.advance = static_cast<int>(std::ceil(width)) + 1;
+    } else if (glyph.entry.source == GlyphSource::Drawn) {
+        const double size = ShapeSize(fonts.text.pixelSize());
+        FillPath(ShapePath(glyph.entry.shape, size), mask);
+        mask.advance = static_cast<int>(size) + 2;
+    } else if (glyph.letter.number != 0) {
+        SetCharacter(glyph.letter.font, glyph.letter.number, glyph.slanted, mask);
     }
 }
 
-void MakeMask(FaceFonts& fonts, std::uint8_t byte, GlyphMask& mask) {
-    mask.ready = true;
-    if (fonts.face.font.name != kGlyphFontName) {
-        SetFirst(fonts, fonts.text, CodePageCharacter(byte), false, mask);
-        return;
+GlyphOutline MakeOutline(const FaceFonts& fonts, std::uint8_t byte) {
+    GlyphOutline outline;
+    const FaceGlyph glyph = FindGlyph(fonts, byte);
+    if (glyph.entry.source == GlyphSource::Letters) {
+        double width = 0;
+        outline.path = LettersPath(fonts.text, glyph.entry.letters, false, width);
+    } else if (glyph.entry.source == GlyphSource::Drawn) {
+        outline.path = ShapePath(glyph.entry.shape, ShapeSize(fonts.text.pixelSize()));
+    } else if (glyph.letter.number != 0) {
+        outline.path = UnfittedPath(glyph.letter.font, glyph.letter.number);
+        if (glyph.slanted) {
+            outline.path = QTransform(1, 0, -kSlant, 1, 0, 0).map(outline.path);
+        } else {
+            outline.font = glyph.letter.font;
+            outline.number = glyph.letter.number;
+        }
     }
-    const GlyphEntry& entry = GlyphOf(byte);
-    const bool slanted = fonts.face.font.italic && entry.source == GlyphSource::Text;
-    switch (entry.source) {
-        case GlyphSource::Text:
-        case GlyphSource::Sans:
-            SetFirst(fonts, fonts.text, entry.character, slanted, mask);
-            break;
-        case GlyphSource::Symbols:
-            SetFirst(fonts, fonts.symbols, entry.character, false, mask);
-            break;
-        case GlyphSource::Letters:
-            SetLetters(fonts.text, entry.letters, mask);
-            break;
-        case GlyphSource::Drawn:
-            SetShape(entry.shape, fonts.text.pixelSize(), mask);
-            break;
+    return outline;
+}
+
+// Qt's side of a face that FindTextFace gave out.
+const FaceFonts* FontsOf(const TextFace& face) {
+    for (const auto& fonts : Faces()) {
+        if (&fonts->face == &face) return fonts.get();
     }
+    return nullptr;
 }
 
 bool SameFont(const Font& a, const Font& b) {
@@ -252,11 +315,15 @@ TextFace* FindTextFace(const Font& wanted, double dotsPerInch) {
 const GlyphMask& MaskOf(TextFace& face, std::uint8_t byte) {
     GlyphMask& mask = face.masks[byte];
     if (!mask.ready) {
-        for (const auto& fonts : Faces()) {
-            if (&fonts->face == &face) MakeMask(*fonts, byte, mask);
-        }
+        const FaceFonts* fonts = FontsOf(face);
+        if (fonts != nullptr) MakeMask(*fonts, byte, mask);
     }
     return mask;
+}
+
+GlyphOutline OutlineOf(TextFace& face, std::uint8_t byte) {
+    const FaceFonts* fonts = FontsOf(face);
+    return fonts == nullptr ? GlyphOutline() : MakeOutline(*fonts, byte);
 }
 
 int TextWidth(TextFace& face, std::string_view text) {

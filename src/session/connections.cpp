@@ -39,6 +39,7 @@ void ConnectRooms() {
     plotAnew = PlotScreenAnew;           // commands that end in a full plot
     plotLinesAnew = PlotScreenLines;     // commands that end in a quick pass
     plotChartLines = PlotChartLines;     // the lines, at the end of every plot
+    pageHeading = ChartDescription;      // the title line of a printed page
     refreshCaption = SetCaption;         // the title of the main window
 }
 

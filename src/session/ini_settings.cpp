@@ -90,11 +90,12 @@ void ReadRegionalChoices(const Inis& inis) {
     textState.MonthFirst = RegionalChoice(inis, desktop, "iDate") != 1 ? kTrue : kFalse;
 }
 
-// A folder of the user's choice. One that is missing or has no file gives way to the default for
-// this run; the key stays.
+// A folder of the user's choice. One that is missing or has no file, and an empty value, give way
+// to the default for this run; the key stays.
 std::string UserFolder(const Inis& inis, std::string_view key, const std::string& standard) {
-    std::string folder = AddBackslash(OwnPath(inis, key, standard));
-    return FolderShowsFile(folder) ? folder : standard;
+    const std::string value = OwnPath(inis, key, standard);
+    const std::string folder = AddBackslash(value);
+    return !Trim(value).empty() && FolderShowsFile(folder) ? folder : standard;
 }
 
 // The keys of the paths are never made by the program: they come from the user, or from whoever

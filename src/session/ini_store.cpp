@@ -15,12 +15,15 @@ namespace orvantis {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view kBlanks = " \t\r";
+
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\r';
+}
 
 std::string_view WithoutBlanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+    return text;
 }
 
 bool IsQuoted(std::string_view value) {
@@ -34,8 +37,8 @@ struct Line {
     std::size_t end = 0;      // offset of its line break, CR included; the file's end without one
     std::size_t next = 0;     // offset of the next line
     std::string_view text;    // without blanks around it
-    std::string_view header;  // of a section line: the section's name
-    bool isHeader = false;
+    bool isHeader = false;    // a section line
+    std::string_view header;  // the section's name, if so
 };
 
 // Takes the next line, which begins at line.next. False at the end of the file.
@@ -50,9 +53,11 @@ bool NextLine(std::string_view file, Line& line) {
         --line.end;
     }
     line.text = WithoutBlanks(file.substr(line.begin, line.end - line.begin));
+    line.isHeader = false;
+    if (!line.text.starts_with('[')) return true;
     const std::size_t close = line.text.find(']');
-    line.isHeader = line.text.starts_with('[') && close != std::string_view::npos;
-    line.header = line.isHeader ? WithoutBlanks(line.text.substr(1, close - 1)) : "";
+    line.isHeader = close != std::string_view::npos;
+    if (line.isHeader) line.header = WithoutBlanks(line.text.substr(1, close - 1));
     return true;
 }
 
@@ -81,7 +86,7 @@ KeyPlace FindKey(std::string_view file, std::string_view section, std::string_vi
         const std::size_t equals = line.text.find('=');
         if (equals == std::string_view::npos) continue;
         const std::string_view name = WithoutBlanks(line.text.substr(0, equals));
-        if (!SameText(name, key)) continue;
+        if (name.size() != key.size() || !SameText(name, key)) continue;
         place.found = true;
         place.line = line;
         place.key = name;

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <random>
+#include <set>
 #include <sstream>
 
 #include "charts/KVCharts.h"
@@ -77,10 +78,22 @@ TEST_F(CommandLine, AWrongCallIsToldInOneLineWithExitCode2) {
         {{"lines", kSample, "--csv", "--mode", "both"},
          2,
          "orvantis-cli: --mode both: mundo or zodiacal is needed\n"},
-        {{"render"}, 2, "orvantis-cli: render: -o OUT.png is needed\n"},
+        {{"render"}, 2, "orvantis-cli: render: -o OUT.png, OUT.svg or OUT.pdf is needed\n"},
         {{"render", "-o", "a.gif"},
          2,
-         "orvantis-cli: -o a.gif: a name that ends in .png is needed\n"},
+         "orvantis-cli: -o a.gif: a name that ends in .png, .svg or .pdf is needed\n"},
+        {{"render", "-o", "a.svg", "--grid", "15"},
+         2,
+         "orvantis-cli: --grid 15: LAT,LONG is needed, steps in degrees from 1 to 90\n"},
+        {{"render", "-o", "a.svg", "--grid", "0.5,15"},
+         2,
+         "orvantis-cli: --grid 0.5,15: LAT,LONG is needed, steps in degrees from 1 to 90\n"},
+        {{"render", "-o", "a.svg", "--grid", "15,91"},
+         2,
+         "orvantis-cli: --grid 15,91: LAT,LONG is needed, steps in degrees from 1 to 90\n"},
+        {{"render", "-o", "a.svg", "--grid", "15,30,45"},
+         2,
+         "orvantis-cli: --grid 15,30,45: LAT,LONG is needed, steps in degrees from 1 to 90\n"},
         {{"render", "-o", "a.png", "--size", "10x10"},
          2,
          "orvantis-cli: --size 10x10: a size such as 1920x1080 is needed, each from 64 to 16384\n"},
@@ -669,10 +682,139 @@ TEST_F(CommandLine, RenderOfTheSameCallGivesTheSameBytes) {
 }
 
 TEST_F(CommandLine, RenderToAFolderThatIsNotThereFailsWithExitCode1) {
-    const std::string out = folder_.File("none/a.png");
-    const ProgramResult result = Run({"render", "-o", out, "--size", "200x200"});
-    EXPECT_EQ(result.exitCode, 1);
-    EXPECT_EQ(result.errors, "orvantis-cli: " + out + ": can't be written\n");
+    for (const char* name : {"none/a.png", "none/a.svg", "none/a.pdf"}) {
+        const std::string out = folder_.File(name);
+        const ProgramResult result = Run({"render", "-o", out, "--size", "200x200"});
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_EQ(result.errors, "orvantis-cli: " + out + ": can't be written\n");
+    }
+}
+
+// What a program of another make says of a file.
+std::string Asked(const std::string& program, std::vector<std::string> arguments) {
+    const ProgramResult result = RunProgram(program, arguments);
+    EXPECT_EQ(result.exitCode, 0) << program << ": " << result.errors;
+    return result.output;
+}
+
+std::string TextOf(const Bytes& bytes) {
+    return {bytes.begin(), bytes.end()};
+}
+
+std::size_t CountOf(const std::string& text, std::string_view part) {
+    std::size_t count = 0;
+    for (std::size_t at = 0; (at = text.find(part, at)) != std::string::npos; ++at) ++count;
+    return count;
+}
+
+struct PageRow {
+    std::string size;
+    std::string points;  // as pdfinfo tells them: 96 pixels and 72 points are an inch
+};
+
+TEST_F(CommandLine, PdfHasThePageSizeOfThePicture) {
+    const PageRow rows[] = {
+        {"1920x1080", "1440 x 810 pts"}, {"96x64", "72 x 48 pts"}, {"800x600", "600 x 450 pts"}};
+    for (const PageRow& row : rows) {
+        const std::string out = folder_.File("a.pdf");
+        const ProgramResult result = Run({"render", "-o", out, "--size", row.size});
+        ASSERT_EQ(result.exitCode, 0) << result.errors;
+        EXPECT_EQ(result.output + result.errors, "");
+        const std::string info = Asked("pdfinfo", {out});
+        EXPECT_NE(info.find(row.points), std::string::npos) << info;
+        EXPECT_EQ(CountOf(info, "Pages:           1\n"), 1U) << info;
+    }
+}
+
+TEST_F(CommandLine, PdfHoldsTextsWithTheirFontAndOnePictureAlone) {
+    const std::string out = folder_.File("a.pdf");
+    ASSERT_EQ(Run({"render", kSample, "-o", out}).exitCode, 0);
+
+    // Two lines of heading, then the picture of the floods as large as the page.
+    const std::string images = Asked("pdfimages", {"-list", out});
+    EXPECT_EQ(CountOf(images, "\n"), 3U) << images;
+    EXPECT_EQ(CountOf(images, "image    1920  1080"), 1U) << images;
+
+    // Marks in the frame: the Sun's glyph, and the letters of the sides.
+    const std::string text = Asked("pdftotext", {out, "-"});
+    EXPECT_NE(text.find("\xE2\x98\x89"), std::string::npos) << text;
+    EXPECT_NE(text.find('R'), std::string::npos);
+
+    // Columns: name, type, encoding, embedded, subset, with a table of characters.
+    const std::string fonts = Asked("pdffonts", {out});
+    EXPECT_EQ(CountOf(fonts, " yes "), CountOf(fonts, "CID TrueType") * 2) << fonts;
+    EXPECT_GE(CountOf(fonts, "CID TrueType"), 1U) << fonts;
+}
+
+TEST_F(CommandLine, SvgHoldsLinesAndLettersAsPathsAndOnePictureAlone) {
+    const std::string out = folder_.File("a.svg");
+    ASSERT_EQ(Run({"render", kSample, "-o", out, "--size", "800x500"}).exitCode, 0);
+    const std::string svg = TextOf(FileBytes(out));
+    EXPECT_TRUE(svg.starts_with("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg "));
+    EXPECT_NE(svg.find("width=\"800\" height=\"500\" viewBox=\"0 0 800 500\""), std::string::npos);
+    EXPECT_EQ(CountOf(svg, "<image "), 1U);
+    EXPECT_GT(CountOf(svg, "<path "), 500U);
+    EXPECT_GT(CountOf(svg, "<use "), 40U);
+    EXPECT_TRUE(svg.ends_with("</svg>\n"));
+    Asked("xmllint", {"--noout", "--nonet", out});
+}
+
+TEST_F(CommandLine, NamesOfFormatsMayBeInCapitals) {
+    for (const char* name : {"a.SVG", "a.PDF", "a.Png"}) {
+        const std::string out = folder_.File(name);
+        EXPECT_EQ(Run({"render", "-o", out, "--size", "200x200"}).exitCode, 0) << name;
+        EXPECT_GT(FileBytes(out).size(), 1000U);
+    }
+}
+
+TEST_F(CommandLine, SvgShowsThePartOfThePageThatThePngShows) {
+    // The map rectangle doesn't depend on the format.
+    std::set<std::string> views;
+    for (const char* name : {"a.png", "a.svg", "a.pdf"}) {
+        views.insert(Run({"render", "-o", folder_.File(name), "--size", "700x400", "--json",
+                          "--view", "30,-20,70,40", "--projection", "mercator"})
+                         .output);
+    }
+    EXPECT_EQ(views.size(), 1U);
+}
+
+struct GridRow {
+    std::vector<std::string> option;
+    std::size_t parallels;  // lines right across the map of the world
+    std::size_t meridians;
+};
+
+TEST_F(CommandLine, GridHasItsStepsInDegreesOrTheMapsOwn) {
+    // A parallel every step between the poles, which are the frame itself, and a meridian every
+    // step from 180 west to 180 east. A new map's own steps are 15 and 30.
+    const GridRow rows[] = {{{}, 0, 0},
+                            {{"--grid"}, 11, 13},
+                            {{"--grid", "30,60"}, 5, 7},
+                            {{"--grid", "90,90"}, 1, 5},
+                            {{"--grid", "10,1"}, 17, 361},
+                            {{"--grid", "22.5,45"}, 7, 9}};
+    for (const GridRow& row : rows) {
+        const std::string out = folder_.File("a.svg");
+        std::vector<std::string> call = {
+            "render",          "-o",          out, "--size", "1000x600", "--view",
+            "-90,-180,90,180", "--precision", "5", "--json"};
+        call.insert(call.end(), row.option.begin(), row.option.end());
+        const ProgramResult result = Run(call);
+        ASSERT_EQ(result.exitCode, 0) << result.errors;
+        const Json rect = Json::parse(result.output)["mapRect"];
+        const std::string svg = TextOf(FileBytes(out));
+        const std::string across = "l" + std::to_string(rect["width"].get<int>()) + " 0\"/>";
+        const std::string down = "l0 " + std::to_string(rect["height"].get<int>()) + "\"/>";
+        EXPECT_EQ(CountOf(svg, across), row.parallels);
+        EXPECT_EQ(CountOf(svg, down), row.meridians);
+    }
+}
+
+TEST_F(CommandLine, GridWithoutStepsMayStandBeforeTheChart) {
+    const std::string out = folder_.File("a.svg");
+    const ProgramResult result = Run({"render", "--grid", kSample, "-o", out, "--size", "300x200"});
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    EXPECT_GT(CountOf(TextOf(FileBytes(out)), "<use "), 0U);
 }
 
 TEST_F(CommandLine, DatabaseCheckPassesTheShippedDatabase) {

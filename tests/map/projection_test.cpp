@@ -641,8 +641,8 @@ TEST_F(ProjectionTest, PoleThatAGlobeIsCentredOnIsItsMiddle) {
         SetView(centreLat, -90, centreLat, 90, projection::kGlobeSphere);
         for (const int longitude : {-180, -90, 0, 90, 180}) {
             const PixelAt p = Project(static_cast<int>(centreLat) * 60, longitude * 60);
-            EXPECT_NEAR(p.x, mapView.rect.left + mapView.rect.width / 2, 1) << longitude;
-            EXPECT_NEAR(p.y, mapView.rect.top + mapView.rect.height / 2, 1) << longitude;
+            EXPECT_NEAR(p.x, mapView.rect.left + mapView.rect.width / 2.0, 1) << longitude;
+            EXPECT_NEAR(p.y, mapView.rect.top + mapView.rect.height / 2.0, 1) << longitude;
         }
         EXPECT_FALSE(PointInView(-centreLat / 2, 0, 0, 0, 0, 0));
     }

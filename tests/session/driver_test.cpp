@@ -28,6 +28,7 @@ class Driver : public ::testing::Test {
         paths_.programDir = folder_.File("program");
         paths_.shippedData = folder_.File("shipped");
         paths_.ephemeris = SystemPaths().ephemeris;
+        paths_.config = folder_.File("config");
         fs::create_directories(paths_.shippedData);
     }
 

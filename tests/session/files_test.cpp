@@ -1,14 +1,20 @@
 #include "session/files.h"
 
+#include <array>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <set>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include "support/failing_disk.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 
 namespace orvantis {
 namespace {
+
+namespace fs = std::filesystem;
 
 class Files : public ::testing::Test {
   protected:
@@ -47,7 +53,6 @@ TEST_F(Files, AnUnknownModeOpensNothingAndShowsNothing) {
 }
 
 TEST_F(Files, AReadOnlyFileOpenedWithClearReadOnlyStaysWritable) {
-    namespace fs = std::filesystem;
     const std::string path = folder_.Write("a.bin", "abc");
     fs::permissions(path, fs::perms::owner_read, fs::perm_options::replace);
     const FileHandle file = FileOpener(path, open_mode::kBinary, 0, kTrue);
@@ -104,7 +109,6 @@ TEST_F(Files, AFailedReplaceTellsTheUserAndLeavesTheOldFile) {
 }
 
 TEST_F(Files, AReplacedFileKeepsItsAccessRightsAndALinkStaysALink) {
-    namespace fs = std::filesystem;
     const std::string path = folder_.Write("a.bin", "old");
     fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);
     fs::create_symlink(path, folder_.File("link.bin"));
@@ -135,44 +139,192 @@ TEST_F(Files, ReadWholeFileRefusesMoreThanItsLimit) {
     EXPECT_TRUE(bytes.empty());
 }
 
-TEST_F(Files, DiskErrorsShowTheirWordsAndMapTheAnswer) {
+TEST_F(Files, DiskErrorsShowTheirWords) {
     struct Row {
         std::int16_t number;
         std::string box;
-        BoxAnswer answer;
-        std::int16_t action;
     };
     const std::vector<Row> rows = {
-        {52, "Filename is illegal|Ok|Exclamation", BoxAnswer::Ok, 0},
-        {64, "Filename is illegal|Ok|Exclamation", BoxAnswer::Ok, 0},
-        {54, "Can't open file for requested access type.|Ok|Exclamation", BoxAnswer::Ok, 0},
-        {55, "File is already open.|Ok|Exclamation", BoxAnswer::Ok, 0},
-        {57, "Internal disk error.|YesNo|Exclamation", BoxAnswer::No, 3},
-        {61, "Disk is full. Continue?|YesNoCancel|Question", BoxAnswer::Yes, 3},
-        {61, "Disk is full. Continue?|YesNoCancel|Question", BoxAnswer::Cancel, 2},
-        {76, "Path does not exist.|Ok|Exclamation", BoxAnswer::Retry, 0},
-        {76, "Path does not exist.|Ok|Exclamation", BoxAnswer::Ignore, 1},
-        {76, "Path does not exist.|Ok|Exclamation", BoxAnswer::Abort, 2},
+        {52, "Filename is illegal|Ok|Exclamation"},
+        {64, "Filename is illegal|Ok|Exclamation"},
+        {54, "Can't open file for requested access type.|Ok|Exclamation"},
+        {55, "File is already open.|Ok|Exclamation"},
+        {57, "Internal disk error.|YesNo|Exclamation"},
+        {61, "Disk is full. Continue?|YesNoCancel|Question"},
         {62,
          "File has nonstandard end-of-file marker, or an attempt has been made to read beyond the "
-         "end-of-file marker.|Ok|Exclamation",
-         BoxAnswer::Ok, 0},
-        {68, "Device appears to be unavailable.|YesNo|Exclamation", BoxAnswer::Yes, 3},
-        {71, "Insert a disk into the disk drive.|Ok|Exclamation", BoxAnswer::Ok, 0},
-        {76, "Path does not exist.|Ok|Exclamation", BoxAnswer::Ok, 0},
+         "end-of-file marker.|Ok|Exclamation"},
+        {68, "Device appears to be unavailable.|YesNo|Exclamation"},
+        {71, "Insert a disk into the disk drive.|Ok|Exclamation"},
+        {76, "Path does not exist.|Ok|Exclamation"},
     };
     for (const Row& row : rows) {
         TestShell().log.clear();
-        TestShell().boxAnswers = {row.answer};
-        EXPECT_EQ(FileErrors(row.number), row.action) << row.number;
-        ASSERT_EQ(TestShell().log.size(), 1U);
-        EXPECT_EQ(TestShell().log[0], "MessageBox|Disk Error|" + row.box);
+        FileErrors(row.number);
+        EXPECT_EQ(TestShell().log, std::vector<std::string>{"MessageBox|Disk Error|" + row.box});
     }
+}
+
+TEST_F(Files, TheAnswerToADiskErrorIsTheAction) {
+    struct Row {
+        BoxAnswer answer;
+        std::int16_t action;
+    };
+    constexpr std::array<Row, 7> rows = {{{BoxAnswer::Ok, 0},
+                                          {BoxAnswer::Retry, 0},
+                                          {BoxAnswer::Ignore, 1},
+                                          {BoxAnswer::Cancel, 2},
+                                          {BoxAnswer::Abort, 2},
+                                          {BoxAnswer::Yes, 3},
+                                          {BoxAnswer::No, 3}}};
+    for (const std::int16_t number : {52, 54, 55, 57, 61, 62, 64, 68, 71, 76}) {
+        for (const Row& row : rows) {
+            TestShell().boxAnswers = {row.answer};
+            EXPECT_EQ(FileErrors(number), row.action) << number;
+        }
+    }
+}
+
+TEST_F(Files, ADiskThatIsFullAnsweredYesIsUnrecognised) {
+    TestShell().boxAnswers = {BoxAnswer::Yes};
+    EXPECT_EQ(FileErrors(61), 3);
 }
 
 TEST_F(Files, AnErrorOutsideTheTableShowsNothingAndIsUnrecognised) {
     EXPECT_EQ(FileErrors(7), 3);
     EXPECT_TRUE(TestShell().log.empty());
+}
+
+TEST_F(Files, NoNumberOutsideTheTableIsADiskError) {
+    const std::set<int> table = {52, 54, 55, 57, 61, 62, 64, 68, 71, 76};
+    for (int number = -32768; number <= 32767; ++number) {
+        if (table.count(number) != 0) continue;
+        EXPECT_EQ(FileErrors(static_cast<std::int16_t>(number)), 3) << number;
+    }
+    EXPECT_TRUE(TestShell().log.empty());
+}
+
+TEST_F(Files, OpenErrorsTellTheReason) {
+    folder_.Write("file", "x");
+    const std::array<std::array<std::string, 2>, 4> rows = {{
+        {folder_.File("none.bin"), "File not found"},
+        {folder_.File("none/a.bin"), "Path not found"},
+        {folder_.File("file/a.bin"), "Path not found"},
+        {folder_.File(std::string(300, 'x')), "Bad file name or number"},
+    }};
+    for (const auto& [path, reason] : rows) {
+        for (const std::int16_t mode : {2, 4, 5}) {
+            TestShell().boxes.clear();
+            EXPECT_EQ(FileOpener(path, mode, 22, kFalse), 0);
+            EXPECT_EQ(TestShell().boxes,
+                      std::vector<std::string>{"Open Error: " + path + " /  / " + reason});
+        }
+    }
+    TestShell().boxes.clear();
+    EXPECT_EQ(FileOpener("", open_mode::kReadText, 0, kFalse), 0);
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{"Open Error:  /  / Bad file name or number"});
+    EXPECT_EQ(PendingRunTimeError(), 0);
+}
+
+TEST_F(Files, AFailedOpenLeavesTheFilesThatAreOpen) {
+    const FileHandle file = FileOpener(folder_.Write("a", "bytes"), open_mode::kBinary, 0, kFalse);
+    EXPECT_EQ(FileOpener(folder_.File("none"), open_mode::kBinary, 0, kFalse), 0);
+    EXPECT_EQ(FileLength(file), 5);
+}
+
+TEST_F(Files, HandlesAreTheNextFreeNumbers) {
+    const std::string path = folder_.Write("a", "x");
+    EXPECT_EQ(FileOpener(path, open_mode::kBinary, 0, kFalse), 1);
+    EXPECT_EQ(FileOpener(path, open_mode::kBinary, 0, kFalse), 2);
+    CloseFile(1);
+    EXPECT_EQ(FileOpener(path, open_mode::kReadText, 0, kFalse), 1);
+}
+
+TEST_F(Files, WhenAllHandlesAreTakenTheOpenIsRefusedWithWords) {
+    const std::string path = folder_.Write("a", "x");
+    FileHandle last = 0;
+    while (TestShell().boxes.empty() && last < 1000) {
+        const FileHandle file = FileOpener(path, open_mode::kReadText, 0, kFalse);
+        if (file > 0) last = file;
+    }
+    EXPECT_EQ(last, 255);
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{"Open Error: " + path + " /  / Too many files"});
+    CloseAllFiles();
+    EXPECT_EQ(FileOpener(path, open_mode::kReadText, 0, kFalse), 1);
+}
+
+TEST_F(Files, AReadOnlyFileIsOpenedForReadingWhereItMayNotBeWritten) {
+    const std::string path = folder_.Write("a", "bytes");
+    fs::permissions(folder_.Path(), fs::perms::all);
+    const auto openAll = [&] {
+        ActAsPlainUserOn(path, fs::perms::owner_read);
+        const FileHandle binary = FileOpener(path, open_mode::kBinary, 0, kFalse);
+        Bytes five(5);
+        if (binary < 1 || !ReadBytes(binary, 1, five)) return 1;
+        if (WriteBytes(binary, 1, five)) return 2;
+        if (FileOpener(path, open_mode::kWriteText, 0, kFalse) != 0) return 3;
+        if (TestShell().boxes.back() != "Open Error: " + path + " /  / Permission denied") return 4;
+        return FileOpener(path, open_mode::kWriteText, 0, kTrue) > 0 ? 0 : 5;
+    };
+    EXPECT_EXIT(std::_Exit(openAll()), ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(Files, AWriteOnAFullDiskFailsAndTheReplacedFileStays) {
+    const std::string path = folder_.Write("a.bin", "old");
+    const FileHandle file = FileOpener(path, open_mode::kBinary, 0, kFalse);
+    bool written = true;
+    bool replaced = true;
+    std::int16_t stored = 0;
+    {
+        const FullDisk disk(100);
+        written = WriteBytes(file, 1, Bytes(200));
+        replaced = ReplaceFile(folder_.Write("b.bin", "old"), Bytes(200));
+        stored = StoreFile(folder_.File("b.bin"), Bytes(200));
+    }
+    EXPECT_FALSE(written);
+    EXPECT_FALSE(replaced);
+    EXPECT_EQ(stored, error::kDiskFull);
+    EXPECT_EQ(FileBytes(folder_.File("b.bin")), (Bytes{'o', 'l', 'd'}));
+    const auto files = fs::directory_iterator(folder_.Path());
+    EXPECT_EQ(std::distance(begin(files), end(files)), 2);
+    RunTimeError raised;
+    ASSERT_TRUE(TakeRunTimeError(raised));
+    EXPECT_EQ(raised.description, "Disk full");
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{"Open Error: " + folder_.File("b.bin") + " /  / Disk full"});
+}
+
+TEST_F(Files, ALinkOfTheNameThatIsWrittenAsideIsNotWrittenThrough) {
+    const std::string path = folder_.File("a.bin");
+    const std::string other = folder_.Write("other", "precious");
+    fs::create_symlink(other, path + "~" + std::to_string(::getpid()));
+    EXPECT_TRUE(ReplaceFile(path, Bytes{'n'}));
+    EXPECT_EQ(FileBytes(path), Bytes{'n'});
+    EXPECT_EQ(FileBytes(other).size(), 8U);
+}
+
+TEST_F(Files, WhatIsThereIsReadWithoutAnError) {
+    const FileHandle file = FileOpener(folder_.Write("a", "abcd"), open_mode::kBinary, 0, kFalse);
+    Bytes three(3);
+    EXPECT_EQ(ReadWhatIsThere(file, 2, three), 3U);
+    EXPECT_EQ(three, (Bytes{'b', 'c', 'd'}));
+    EXPECT_EQ(ReadWhatIsThere(file, 4, three), 1U);
+    EXPECT_EQ(ReadWhatIsThere(file, 5, three), 0U);
+    EXPECT_EQ(ReadWhatIsThere(file, 0, three), 0U);
+    EXPECT_EQ(ReadWhatIsThere(99, 1, three), 0U);
+    EXPECT_EQ(PendingRunTimeError(), 0);
+}
+
+TEST_F(Files, AFolderShowsItsFilesButNeitherFoldersNorHiddenOnes) {
+    fs::create_directories(folder_.File("a/folder"));
+    folder_.Write("a/.hidden", "x");
+    EXPECT_FALSE(FolderShowsFile(folder_.File("a")));
+    EXPECT_FALSE(FolderShowsFile(folder_.File("none")));
+    EXPECT_FALSE(FolderShowsFile(folder_.File("a/.hidden")));
+    folder_.Write("a/file", "");
+    EXPECT_TRUE(FolderShowsFile(folder_.Path() + "A\\"));
 }
 
 TEST_F(Files, AddBackslashTrimsAndAddsOneAtMost) {

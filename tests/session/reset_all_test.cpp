@@ -19,6 +19,7 @@
 #include "map/projection.h"
 #include "map/view_ring.h"
 #include "session/commands.h"
+#include "session/driver.h"
 #include "session/files.h"
 #include "session/ini_settings.h"
 #include "session/recent_maps.h"
@@ -66,9 +67,10 @@ ORVANTIS_FIELDS(EdgeMark, a, b, c, d, e)
 ORVANTIS_FIELDS(MapView, a, b, c, d, e, f, g, h, i, j)
 ORVANTIS_FIELDS(ClipCrossing, a, b, c, d)
 ORVANTIS_FIELDS(PlotState, a, b, c, d, e, f, g, h, i)
+ORVANTIS_FIELDS(PrintState, a, b, c)
 ORVANTIS_FIELDS(CalcChart, a1, a2, a3, a4, a5, a6, a7, a8, a9, a10, a11, a12, a13, a14, a15, a16,
                 a17, a18, a19, a20, a21, a22, a23, a24, a25, a26, a27, a28, a29, a30, a31, a32, a33,
-                a34, a35, a36)
+                a34, a35, a36, a37, a38)
 ORVANTIS_FIELDS(ChartNow, a, b, c, d, e, f, g)
 ORVANTIS_FIELDS(SwissState, a, b, c, d)
 ORVANTIS_FIELDS(LineLabel, a, b, c, d)
@@ -177,6 +179,7 @@ TEST(ResetAll, EveryFieldOfEveryRecordGetsItsInitialValue) {
     ExpectReset(mapMenus, {}, "mapMenus");
     ExpectReset(mapView, {}, "mapView");
     ExpectReset(plotState, {}, "plotState");
+    ExpectReset(printState, {}, "printState");
     ExpectReset(currentChartFileType, chart_file::kFormat0, "currentChartFileType");
     ExpectReset(calcChart, {}, "calcChart");
     ExpectReset(chartNow, {}, "chartNow");
@@ -204,17 +207,18 @@ TEST(ResetAll, EveryConnectionPointIsEmptied) {
     const auto points =
         std::tie(plotAfterSettings, refreshMenuMarks, refreshMapMenus, addRecentMap, plotFull,
                  stopForeignClock, plotChartLines, plotCountryNames, plotCities, plotMouseMarks,
-                 calcPlanetsStandard, refreshCaption, shadeNight, plotLocalLines, plotParans,
-                 plotCircles, plotEclipseLines, starLabel, closeMainWindow, plotAnew, plotLinesAnew,
-                 plotQuick, showRecentMaps);
+                 pageHeading, pageLines, calcPlanetsStandard, refreshCaption, shadeNight,
+                 plotLocalLines, plotParans, plotCircles, plotEclipseLines, starLabel,
+                 closeMainWindow, plotAnew, plotLinesAnew, plotQuick, showRecentMaps,
+                 switchAstroClock, saveCurrentChart, saveStoredImage, loadStoredImage);
     const auto filled = [&] {
         return std::apply([](auto&... point) { return ((point != nullptr ? 1 : 0) + ...); },
                           points);
     };
     std::apply([](auto&... point) { (Dirty(point), ...); }, points);
-    EXPECT_EQ(filled(), 23);
+    EXPECT_EQ(filled(), 29);
     ResetAll();
-    EXPECT_EQ(filled(), 0);
+    EXPECT_EQ(filled(), 29);
 }
 
 TEST(ResetAll, TheShellIsNewAndTheSessions) {

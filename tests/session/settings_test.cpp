@@ -1,9 +1,11 @@
 #include "session/settings.h"
 
 #include <array>
+#include <filesystem>
 #include <gtest/gtest.h>
 
 #include "session/session_state.h"
+#include "support/failing_disk.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 #include "text/bytes.h"
@@ -11,6 +13,8 @@
 
 namespace orvantis {
 namespace {
+
+namespace fs = std::filesystem;
 
 class SettingsFiles : public ::testing::Test {
   protected:
@@ -257,6 +261,74 @@ TEST_F(SettingsFiles, TextsTooLongForTheirFieldsAreCut) {
     EXPECT_EQ(GetI32(&bytes[80]), 0x80FF00);
     EXPECT_EQ(GetText(&bytes[302], 30), std::string(30, 'f'));
     EXPECT_EQ(GetF32(&bytes[332]), 8.25F);
+}
+
+TEST_F(SettingsFiles, ReadersAndWritersLeaveTheErrorsOfOthers) {
+    RaiseRunTimeError(error::kOverflow);
+    LoadPointSelection(folder_.Write("a.pts", Bytes(5)));
+    SavePointSelection(folder_.File("none/a.pts"));
+    LoadPointColours(folder_.Write("a.cpt", Bytes(5)));
+    LoadSettings(folder_.Write("a.ovs", Bytes(5)), kFalse);
+    EXPECT_EQ(PendingRunTimeError(), error::kOverflow);
+    EXPECT_TRUE(TestShell().log.empty());
+}
+
+TEST_F(SettingsFiles, ANumberThatIsNoClassicColourLeavesThePointsColour) {
+    Bytes bytes(72);
+    PutI16(&bytes[0], 16);
+    PutI16(&bytes[2], -1);
+    pointColour[1] = 77;
+    pointColour[2] = 78;
+    LoadPointColours(folder_.Write("a.cpt", bytes));
+    EXPECT_EQ(pointColour[1], 77);
+    EXPECT_EQ(pointColour[2], 78);
+}
+
+TEST_F(SettingsFiles, ADescriptionIsCutInMemoryAsInTheFile) {
+    SaveSettings(folder_.File("a.ovs"), std::string(100, 'd'));
+    EXPECT_EQ(settings.description, std::string(80, 'd'));
+}
+
+TEST_F(SettingsFiles, AnEmptySelectionFileSelectsAllPointsButTheAngles) {
+    LoadPointSelection(folder_.Write("a.pts", Bytes()));
+    EXPECT_EQ(pointSelection[1], -1);
+    EXPECT_EQ(pointSelection[2], 0);
+    EXPECT_EQ(pointSelection[36], -1);
+}
+
+TEST_F(SettingsFiles, AFolderInPlaceOfAFileIsSilentAtTheStart) {
+    for (const char* name : {"a.pts", "a.cpt"}) fs::create_directories(folder_.File(name));
+    pointSelection[7] = -1;
+    pointColour[7] = 77;
+    LoadPointSelection(folder_.File("a.pts"));
+    LoadPointColours(folder_.File("a.cpt"));
+    EXPECT_EQ(pointSelection[7], -1);
+    EXPECT_EQ(pointColour[7], 77);
+    EXPECT_TRUE(TestShell().log.empty());
+}
+
+TEST_F(SettingsFiles, OnAFullDiskTheOldFilesStayAndTheSavedSettingsAreTold) {
+    session.UserColourFile = folder_.Write("a.pco", "old");
+    folder_.Write("a.pts", "old");
+    folder_.Write("a.ovs", "old");
+    settings.symbolSize = 11;
+    {
+        const FullDisk disk(100);
+        SavePointSelection(folder_.File("a.pts"));
+        SaveUserPointColours();
+        SaveSettings(folder_.File("a.ovs"), "");
+    }
+    const Bytes old = {'o', 'l', 'd'};
+    EXPECT_EQ(FileBytes(folder_.File("a.pts")), old);
+    EXPECT_EQ(FileBytes(folder_.File("a.pco")), old);
+    EXPECT_EQ(FileBytes(folder_.File("a.ovs")), old);
+    const std::vector<std::string> told = {
+        "Open Error: " + folder_.File("a.pco") + " /  / Disk full",
+        "Open Error: " + folder_.File("a.ovs") + " /  / Disk full"};
+    EXPECT_EQ(TestShell().boxes, told);
+    const auto files = fs::directory_iterator(folder_.Path());
+    EXPECT_EQ(std::distance(begin(files), end(files)), 3);
+    EXPECT_EQ(settings.symbolSize, 11);
 }
 
 // A run of bytes of a file, written out in hexadecimal digits.

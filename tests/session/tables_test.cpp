@@ -1,10 +1,13 @@
 #include "session/tables.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <set>
 
 #include "session/settings.h"
 #include "text/dates.h"
+#include "text/numbers.h"
+#include "text/text_state.h"
 
 namespace orvantis {
 namespace {
@@ -94,6 +97,47 @@ TEST(Tables, MonthsHaveTheirNames) {
                               "August", "September", "October", "November", "December"});
 }
 
+TEST(Tables, MonthsHaveTheirShortNames) {
+    constexpr std::array<const char*, 14> names = {"",    "Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                                   "Jul", "Aug", "Sep", "Oct", "Nov", "Dec", ""};
+    for (std::size_t month = 0; month < names.size(); ++month) {
+        EXPECT_EQ(MonthShortName(static_cast<std::int16_t>(month)), names[month]);
+    }
+    EXPECT_EQ(MonthShortName(-1), "");
+}
+
+TEST(Tables, LineStylesAndSymbolShapesHaveTheirNames) {
+    ExpectWords(kLineStyleNames, {"Solid", "Dash", "Dot", "Dash_Dot", "Dash_Dot_Dot"});
+    ExpectWords(kSymbolShapeNames, {"Rectangle", "RoundRectangle", "Ellipse"});
+}
+
+TEST(Tables, TheGlyphsOfTheChartDrawingsAreTheseBytes) {
+    constexpr std::array<int, 27> aspects = {223, 224, 225, 144, 145, 146, 147, 148, 149,
+                                             150, 151, 152, 153, 154, 155, 226, 227, 158,
+                                             228, 160, 161, 162, 163, 164, 165, 166, 167};
+    for (std::size_t n = 0; n < aspects.size(); ++n) {
+        EXPECT_EQ(static_cast<unsigned char>(AspectGlyph(static_cast<std::int16_t>(n))),
+                  aspects[n]);
+    }
+    const auto byte = [](char c) { return static_cast<int>(static_cast<unsigned char>(c)); };
+    EXPECT_EQ(byte(kDrawingGlyphs[0]), 140);
+    EXPECT_EQ(byte(kDrawingGlyphs[1]), 222);
+    EXPECT_EQ(byte(kDrawingGlyphs[2]), 168);
+    EXPECT_EQ(byte(kDrawingGlyphs[3]), 169);
+    EXPECT_EQ(byte(kHorizonGlyphs[0]), 252);
+    EXPECT_EQ(byte(kHorizonGlyphs[1]), 253);
+}
+
+TEST(Tables, SinesAndCosinesOfWholeDegreesAreThoseOfTheLibrary) {
+    // Expected: the mathematics library on degree * pi / 180, pi as 4 * arctan(1); to a few units
+    // in the last place, since compilers may take sine and cosine in one call.
+    const double pi = 4 * std::atan(1.0);
+    for (int degree = 0; degree <= 360; ++degree) {
+        EXPECT_NEAR(WholeDegrees().sine[degree], std::sin(degree * (pi / 180)), 5e-16);
+        EXPECT_NEAR(WholeDegrees().cosine[degree], std::cos(degree * (pi / 180)), 5e-16);
+    }
+}
+
 TEST(Tables, ZodiacsHaveTheirNames) {
     ExpectWords(kAyanamsaNames,
                 {"", "Tropical", "Fagan-Allen", "Lahiri", "DeLuce", "Raman", "Usha-Shashi",
@@ -169,6 +213,7 @@ TEST(Tables, EveryLineTypeHasItsDefaultStyle) {
 
 TEST(Tables, TheOtherDefaultsAreThese) {
     const Options fresh;
+    EXPECT_EQ(TextState().CenturyBase, 1900);
     EXPECT_EQ(fresh.lineMode, 1);
     EXPECT_EQ(fresh.mapZodiac, 0);
     EXPECT_EQ(fresh.paranPoint, 1);

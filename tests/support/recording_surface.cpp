@@ -42,6 +42,7 @@ RecordingSurface::RecordingSurface(int width, int height)
       clipBottom_(height) {}
 
 void RecordingSurface::Note(std::string line) {
+    if (onCall) onCall(line);
     if (recording) log.push_back(std::move(line));
 }
 

@@ -2,6 +2,7 @@
 // picture of unsmoothed lines and floods so that GetPixel and FloodFill answer truly.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,8 +41,9 @@ class RecordingSurface : public DrawingSurface {
 
     bool recording = true;         ///< false: the picture is kept, the text isn't
     std::vector<std::string> log;  ///< one line a call, e.g. "LineTo 10 20"
-    int charWidth = 7;             ///< what TextExtent answers for each byte
-    int charHeight = 13;           ///< and for a line
+    std::function<void(const std::string& line)> onCall;  ///< called with each line; may be empty
+    int charWidth = 7;                                    ///< what TextExtent answers for each byte
+    int charHeight = 13;                                  ///< and for a line
 
     /// Lines of the log that begin with a word.
     std::vector<std::string> Calls(std::string_view word) const;

@@ -12,6 +12,7 @@
 #include "map/projection.h"
 #include "map/view_ring.h"
 #include "session/commands.h"
+#include "session/driver.h"
 #include "session/files.h"
 #include "session/ini_settings.h"
 #include "session/recent_maps.h"
@@ -53,6 +54,7 @@ void ResetAll() {
     plotState = {};
     mapMenus = {};
     plotQuick = nullptr;
+    printState = {};
     refreshMapMenus = nullptr;
     addRecentMap = nullptr;
     plotFull = nullptr;
@@ -61,6 +63,8 @@ void ResetAll() {
     plotCountryNames = nullptr;
     plotCities = nullptr;
     plotMouseMarks = nullptr;
+    pageHeading = nullptr;
+    pageLines = nullptr;
 
     currentChartFileType = chart_file::kFormat0;
     calcChart = {};
@@ -81,6 +85,10 @@ void ResetAll() {
     showRecentMaps = nullptr;
     plotAnew = nullptr;
     plotLinesAnew = nullptr;
+    switchAstroClock = nullptr;
+    saveCurrentChart = nullptr;
+    saveStoredImage = nullptr;
+    loadStoredImage = nullptr;
 
     shell = {};
     session.shell = &shell;

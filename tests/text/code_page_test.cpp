@@ -56,6 +56,14 @@ TEST(CodePage, EveryByteOutsideAWellFormedCharacterBecomesAQuestionMark) {
     EXPECT_EQ(FromUtf8("\xF4\x90\x80\x80"), "????");  // above the last character
 }
 
+TEST(CodePage, EditedTextIsUtf8WhereItIsWellFormedAndBytesElse) {
+    EXPECT_EQ(FromEditedText("Z\xC3\xBCrich"), "Z\xFCrich");
+    EXPECT_EQ(FromEditedText("Z\xFCrich"), "Z\xFCrich");
+    EXPECT_EQ(FromEditedText("\xC3\xBC \xFC"), "\xC3\xBC \xFC");  // not well-formed as a whole
+    EXPECT_EQ(FromEditedText("\xE2\x82"), "\xE2\x82");            // cut off
+    EXPECT_EQ(FromEditedText(""), "");
+}
+
 TEST(CodePage, EmptyAndPlainTextStayAsTheyAre) {
     EXPECT_EQ(ToUtf8(""), "");
     EXPECT_EQ(FromUtf8(""), "");

@@ -1,0 +1,200 @@
+#include "places/zones.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <set>
+
+#include "session/files.h"
+#include "session/session_state.h"
+#include "support/reset_all.h"
+#include "support/temp_folder.h"
+#include "text/strings.h"
+#include "text/zones.h"
+
+namespace orvantis {
+namespace {
+
+class ZoneFile : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ResetAll();
+        session.UserDataPath = folder_.Path();
+    }
+
+    void Load(std::string_view text) {
+        folder_.Write("timezone.fil", text);
+        LoadZones();
+    }
+
+    TempFolder folder_;
+};
+
+// A row of the file: mnemonic, name and time in their columns.
+std::string Row(std::string mnemonic, std::string name, const std::string& time) {
+    mnemonic.resize(5, ' ');
+    name.resize(30, ' ');
+    return mnemonic + name + time;
+}
+
+TEST_F(ZoneFile, TheColumnsOfALineAreMnemonicNameAndTime) {
+    Load(Row("EST", "Eastern Standard Time", "+5:00") + "\r\n" + Row("INST", "India", "-5:30"));
+    ASSERT_EQ(zones.ZoneCount, 2);
+    EXPECT_EQ(zones.ZoneMnemonic[1], "EST  ");
+    EXPECT_EQ(zones.ZoneName[1], "Eastern Standard Time         ");
+    EXPECT_EQ(zones.ZoneTime[1], "+5:00 ");
+    EXPECT_EQ(zones.ZoneTime[2], "-5:30 ");
+}
+
+TEST_F(ZoneFile, ALineOfFewerThan36CharactersHasAnEmptyTime) {
+    Load("EST  Eastern Standard Time\r\n");
+    ASSERT_EQ(zones.ZoneCount, 1);
+    EXPECT_EQ(zones.ZoneName[1], "Eastern Standard Time         ");
+    EXPECT_EQ(zones.ZoneTime[1], "      ");
+}
+
+TEST_F(ZoneFile, ChoosingAZoneWithAnEmptyTimeTellsThatItsRowIsBad) {
+    Load("EST  Eastern Standard Time\r\n");
+    float hours = 7;
+    std::string mnemonic;
+    std::int16_t errorFlag = 0;
+    ParseZoneText("EST", hours, mnemonic, errorFlag, kTrue);
+    EXPECT_EQ(errorFlag, -1);
+    EXPECT_EQ(hours, 7);
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{
+                  "Error in Time Zone: The format of the Time Zone mnemonic has been recognised as "
+                  "valid, / but the corresponding time value is not valid:  / You must edit the "
+                  "time zone file after exiting from this program. / Ensure that you use hours, "
+                  "minutes and seconds separated by colons e.g. -10:30"});
+}
+
+TEST_F(ZoneFile, MnemonicsInLowerCaseAreFound) {
+    Load(Row("est", "eastern", "+5:00") + "\r\n");
+    EXPECT_EQ(zones.ZoneMnemonic[1], "EST  ");
+    EXPECT_EQ(TrimRight(zones.ZoneName[1]), "eastern");
+    float hours = 0;
+    std::string mnemonic;
+    std::int16_t errorFlag = 0;
+    ParseZoneText("Est", hours, mnemonic, errorFlag, kTrue);
+    EXPECT_EQ(errorFlag, 0);
+    EXPECT_EQ(hours, 5);
+}
+
+TEST_F(ZoneFile, OfTwoRowsOfOneMnemonicTheFirstWins) {
+    Load(Row("IST", "Irish", "-1:00") + "\r\n" + Row("IST", "Indian", "-5:30") + "\r\n");
+    float hours = 0;
+    std::string mnemonic;
+    std::int16_t errorFlag = 0;
+    ParseZoneText("IST", hours, mnemonic, errorFlag, kTrue);
+    EXPECT_EQ(hours, -1);
+}
+
+TEST_F(ZoneFile, ElevenLinesAreAllHeld) {
+    std::string text;
+    for (int i = 1; i <= 11; ++i) text += Row("Z" + std::to_string(i), "", "+1:00") + "\r\n";
+    Load(text);
+    EXPECT_EQ(zones.ZoneCount, 11);
+    EXPECT_EQ(zones.ZoneMnemonic[11], "Z11  ");
+    EXPECT_EQ(zones.ZoneTime.size(), 12U);
+}
+
+TEST_F(ZoneFile, LinesEndInAnyKindOfBreakAndTheLastInNone) {
+    for (const std::string lineBreak : {"\r\n", "\n", "\r"}) {
+        Load("A" + lineBreak + lineBreak + "B");
+        ASSERT_EQ(zones.ZoneCount, 3);  // an empty line is a line
+        EXPECT_EQ(zones.ZoneMnemonic[2], "     ");
+        EXPECT_EQ(zones.ZoneMnemonic[3], "B    ");
+    }
+}
+
+TEST_F(ZoneFile, ALineIsCutTo41Characters) {
+    Load(Row("A", "x", "+12:30:15") + std::string(100000, 'y') + "\r\n" + Row("B", "", "+1:00"));
+    ASSERT_EQ(zones.ZoneCount, 2);
+    EXPECT_EQ(zones.ZoneTime[1], "+12:30");
+    EXPECT_EQ(zones.ZoneTime[2], "+1:00 ");
+}
+
+TEST_F(ZoneFile, ColumnsAreCharactersInUtf8AndInCodePage1252) {
+    std::string name = "Z\xC3\xBCrich";  // two bytes, one character
+    name.resize(31, ' ');
+    Load("\xEF\xBB\xBFZUR  " + name + "-1:00\r\n" + Row("ZUR", "Z\xFCrich", "-1:00"));
+    for (const std::size_t n : {1, 2}) {
+        EXPECT_EQ(zones.ZoneMnemonic[n], "ZUR  ");
+        EXPECT_EQ(TrimRight(zones.ZoneName[n]), "Z\xFCrich");
+        EXPECT_EQ(zones.ZoneTime[n], "-1:00 ");
+    }
+}
+
+TEST_F(ZoneFile, ALongLineOfUtf8IsNotCutWithinACharacter) {
+    std::string line;
+    while (line.size() < 400) line += "\xE2\x82\xAC";  // the euro sign, byte 128 of the page
+    Load(line);
+    EXPECT_EQ(zones.ZoneMnemonic[1], std::string(5, '\x80'));
+    EXPECT_EQ(zones.ZoneTime[1], std::string(6, '\x80'));
+}
+
+TEST_F(ZoneFile, AFileThatIsMissingIsToldAndLeavesTheTableAsItWas) {
+    Load(Row("EST", "", "+5:00"));
+    std::filesystem::remove(folder_.File("timezone.fil"));
+    LoadZones();
+    EXPECT_EQ(zones.ZoneCount, 1);
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{"Open Error: " + folder_.File("timezone.fil") +
+                                       " /  / File not found"});
+}
+
+TEST_F(ZoneFile, TheShippedFileServesAUserWhoHasNone) {
+    std::filesystem::create_directories(folder_.File("shipped"));
+    session.ShippedDir = folder_.Path() + "shipped\\";
+    folder_.Write("shipped/timezone.fil", Row("SHP", "", "+5:00"));
+    LoadZones();
+    EXPECT_EQ(zones.ZoneMnemonic[1], "SHP  ");
+    Load(Row("OWN", "", "+5:00"));
+    EXPECT_EQ(zones.ZoneMnemonic[1], "OWN  ");
+    EXPECT_TRUE(TestShell().log.empty());
+}
+
+TEST_F(ZoneFile, AnEmptyFileEmptiesTheTable) {
+    Load(Row("EST", "", "+5:00"));
+    Load("");
+    EXPECT_EQ(zones.ZoneCount, 0);
+    EXPECT_EQ(zones.ZoneMnemonic.size(), 1U);
+}
+
+TEST_F(ZoneFile, LinesBeyondWhatTheNumberHoldsAreLeftOut) {
+    std::string text;
+    for (int i = 0; i < 40000; ++i) text += "A\n";
+    Load(text);
+    EXPECT_EQ(zones.ZoneCount, 32767);
+    EXPECT_EQ(zones.ZoneMnemonic.size(), 32768U);
+}
+
+TEST_F(ZoneFile, AHugeFileIsReadNoFurtherThanItCanMatter) {
+    folder_.Write("timezone.fil", "A\r\n");
+    std::filesystem::resize_file(folder_.File("timezone.fil"), std::uintmax_t{1} << 34);
+    LoadZones();
+    EXPECT_EQ(zones.ZoneCount, 2);  // the second line is all zero bytes
+}
+
+TEST_F(ZoneFile, EveryRowOfTheShippedFileIsAZoneWithinThirteenHours) {
+    session.UserDataPath = std::string(ORVANTIS_DATA) + "/";
+    LoadZones();
+    ASSERT_EQ(zones.ZoneCount, 72);
+    std::set<std::string> mnemonics;
+    for (std::size_t n = 1; n <= 72; ++n) {
+        const std::string text(TrimRight(zones.ZoneMnemonic[n]));
+        EXPECT_TRUE(mnemonics.insert(text).second) << text << " stands twice";
+        EXPECT_FALSE(TrimRight(zones.ZoneName[n]).empty()) << text;
+        float hours = 99;
+        std::string mnemonic;
+        std::int16_t errorFlag = 1;
+        ParseZoneText(text, hours, mnemonic, errorFlag, kTrue);
+        EXPECT_EQ(errorFlag, 0) << text;
+        EXPECT_LE(std::abs(hours), 13) << text;
+        EXPECT_EQ(FormatZoneText(hours), TrimRight(zones.ZoneTime[n])) << text;
+    }
+    EXPECT_TRUE(TestShell().log.empty());
+}
+
+}  // namespace
+}  // namespace orvantis

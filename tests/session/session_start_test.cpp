@@ -1,0 +1,658 @@
+// The whole start with a main window, driven by the scripted shell alone.
+#include <chrono>
+#include <filesystem>
+#include <gtest/gtest.h>
+
+#include "charts/CALCCHRT.h"
+#include "charts/SwissEph.h"
+#include "map/map_document.h"
+#include "map/point_database.h"
+#include "session/driver.h"
+#include "session/files.h"
+#include "session/session_state.h"
+#include "session/settings.h"
+#include "session/start_steps.h"
+#include "support/recording_surface.h"
+#include "support/reset_all.h"
+#include "support/session_files.h"
+
+namespace orvantis {
+namespace {
+
+namespace fs = std::filesystem;
+using Log = std::vector<std::string>;
+
+// What the clock was asked to do, and how far the start was then.
+struct ClockCall {
+    int calls = 0;
+    Flag on = kFalse;
+    Flag redraw = kFalse;
+    Flag startupDone = kTrue;
+};
+ClockCall clockCall;
+
+Image storedImage;  // what the stored picture holds
+int imagesRead = 0;
+
+class SessionStart : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ResetAll();
+        session.picture = &surface;
+        surface.recording = false;
+        TestShell().mapArea = {400, 300};
+        clockCall = {};
+        storedImage = {};
+        imagesRead = 0;
+    }
+    void TearDown() override { EndSession(); }
+
+    SessionResult Run(std::string_view commandLine = "NOINITSCREEN") {
+        call.commandLine = commandLine;
+        return RunSession(files.paths, call, TestShell(), outcome);
+    }
+    static void WithClock() {
+        switchAstroClock = [](Flag on, Flag redraw) {
+            clockCall = {clockCall.calls + 1, on, redraw, session.StartupDone};
+        };
+    }
+    // A stored picture of this size, and the pair of files that belongs to it.
+    void Store(int width, int height) {
+        files.Write("config", "ORVANT2.INI", "[Orvantis]\r\nStoreImages=-1\r\n");
+        files.Write("program", "mapview.ovm", MapOf("the last view"));
+        files.Write("program", "mapimage.bmp", "picture");
+        storedImage = {width, height, {}};
+        loadStoredImage = [](std::string_view, Image& image) {
+            ++imagesRead;
+            image = storedImage;
+            return true;
+        };
+    }
+    static bool Shown(const std::string& line) {
+        const Log& log = TestShell().log;
+        return std::find(log.begin(), log.end(), line) != log.end();
+    }
+
+    SessionFiles files;
+    RecordingSurface surface{400, 300};
+    SessionCall call;
+    OpenOutcome outcome;
+};
+
+const std::string kStartScreen = "ShowStartScreen|Version " ORVANTIS_VERSION;
+
+// --- The steps in their order
+
+TEST_F(SessionStart, AnEmptyCallGoesThroughAllStepsInTheirOrder) {
+    TestShell().eventsToSplashEnd = 3;
+    EXPECT_EQ(Run(""), SessionResult::Ready);
+    const Log steps = {
+        kStartScreen,
+        "DoEvents",
+        "PlaceMainWindow|0|0|0|1000|1000",  // the window is loaded by the first touch of its timer
+        "SetPointer|2",
+        "SetClockTimer|10000|off",
+        "DoEvents",  // the rest of the start screen's time
+        "DoEvents",
+        "HideStartScreen",
+        "DoEvents",
+        "ShowMainWindow",
+        "DoEvents",
+        "UnloadStartScreen",
+        "SetPointer|1",  // the first picture
+        "SetTitle|Orvantis",
+        "SetPointer|0",
+    };
+    EXPECT_EQ(TestShell().log, steps);
+    EXPECT_NE(session.StartupDone, 0);
+}
+
+TEST_F(SessionStart, TheFirstPictureIsDrawnWhileTheStartIsNotDoneYet) {
+    WithClock();
+    Run();
+    EXPECT_EQ(clockCall.calls, 1);
+    EXPECT_EQ(clockCall.startupDone, 0);
+    EXPECT_NE(session.StartupDone, 0);
+}
+
+TEST_F(SessionStart, PathsAreThoseOfTheProgramUntilASiblingNamesOthers) {
+    Run();
+    const std::string programDir = ProgramPath(files.At("program", ""));
+    EXPECT_EQ(session.OwnIni, "ORVANT2.INI");
+    EXPECT_EQ(session.IniDir, ProgramPath(files.At("config", "")));
+    EXPECT_EQ(session.ProgramDir, programDir);
+    EXPECT_EQ(session.ShippedDir, ProgramPath(files.At("shipped", "")));
+    EXPECT_EQ(session.SystemDataPath, programDir);
+    EXPECT_EQ(session.UserDataPath, programDir + "Userdata\\");
+    EXPECT_EQ(session.SiblingUserPath, programDir + "Userdata\\");
+    EXPECT_EQ(session.SiblingIni, "KELVANE2.INI");
+    EXPECT_EQ(session.SiblingVersion, 0);
+    EXPECT_EQ(session.VersionText, ORVANTIS_VERSION);
+}
+
+TEST_F(SessionStart, ThePathsComeFromTheSiblingOfTheHighestDigit) {
+    files.Write("config", "KELVANE5.INI",
+                "[Kelvane]\r\nSystemDataPath=C:\\FIVE\r\nUserDataPath=C:\\FIVE\\U\r\n");
+    files.Write("config", "KELVANE7.INI",
+                "[Kelvane]\r\nSystemDataPath=C:\\SEVEN\r\nUserDataPath=C:\\SEVEN\\U\\\r\n");
+    Run();
+    EXPECT_EQ(session.SiblingIni, "KELVANE7.INI");
+    EXPECT_EQ(session.SiblingVersion, 7);
+    EXPECT_EQ(session.SystemDataPath, "C:\\SEVEN\\");
+    EXPECT_EQ(session.SiblingUserPath, "C:\\SEVEN\\U\\");
+}
+
+TEST_F(SessionStart, ASiblingWithoutTheKeyDoesNotAnswer) {
+    files.Write("config", "KELVANE9.INI", "[Other]\r\nSystemDataPath=C:\\NINE\r\n");
+    files.Write("config", "KELVANE3.INI", "[Kelvane]\r\nSystemDataPath=/data/three\r\n");
+    Run();
+    EXPECT_EQ(session.SiblingVersion, 3);
+    EXPECT_EQ(session.SystemDataPath, "\\data\\three\\");
+    EXPECT_EQ(session.SiblingUserPath, ProgramPath(files.At("user", "")))
+        << "a path that it doesn't name stays";
+}
+
+TEST_F(SessionStart, TheEphemerisFolderIsTheKeysWithoutItsLastBackslash) {
+    files.Write("config", "ORVANT2.INI", "[Orvantis]\r\nSwissEphemPath=/data/ephemeris/\r\n");
+    Run();
+    EXPECT_EQ(session.SwissEphemPath, "/data/ephemeris");
+    files.Write("config", "ORVANT2.INI", "[Orvantis]\r\nSwissEphemPath=\\data\\e\\\\\r\n");
+    Run();
+    EXPECT_EQ(session.SwissEphemPath, "/data/e/") << "just one of them";
+}
+
+TEST_F(SessionStart, WithoutTheKeyTheSystemsEphemerisServesOrElseTheFolderInTheData) {
+    files.paths.ephemeris = files.At("system", "");
+    Run();
+    EXPECT_EQ(session.SwissEphemPath + "/", files.At("system", ""));
+    EXPECT_NE(swissState.enabled, 0);
+    files.paths.ephemeris = files.At("system", "none");
+    Run();
+    EXPECT_EQ(session.SwissEphemPath, files.At("program", "swisseph"));
+}
+
+TEST_F(SessionStart, TheStartScreenStandsUntilItsTimeIsOver) {
+    TestShell().eventsToSplashEnd = 6;
+    Run("");
+    const Log& log = TestShell().log;
+    const auto hidden = std::find(log.begin(), log.end(), "HideStartScreen");
+    EXPECT_EQ(std::count(log.begin(), hidden, "DoEvents"), 6);
+}
+
+// --- The start screen
+
+TEST_F(SessionStart, TheStartScreenIsDecidedByThePlacesOfItsTwoWordsBitByBit) {
+    const struct {
+        std::string_view commandLine;
+        bool hasChart;
+        bool shown;
+    } rows[] = {
+        {"", false, true},
+        {"", true, false},
+        {" ", false, false},  // it isn't empty before it is trimmed
+        {"LOADICON", false, true},
+        {" loadicon ", false, true},
+        {"LoadIcon X", false, true},
+        {"LOADICON", true, true},
+        {"NOINITSCREEN", false, false},
+        {"noinitscreen", false, false},
+        {"3", false, false},
+        {"3,points.pts colours.cpt", false, false},
+        {"LOADICON NOINITSCREEN", false, true},       // 1 and not 10
+        {"NOINITSCREEN LOADICON", false, true},       // 14 and not 1
+        {"LOADICON  NOINITSCREEN", false, false},     // 1 and not 11
+        {"LOADICONNOINITSCREEN", false, false},       // 1 and not 9
+        {" LOADICON NOINITSCREEN", false, false},     // 2 and not 11
+        {"  LOADICON  NOINITSCREEN", false, true},    // 3 and not 13
+        {"   NOINITSCREENLOADICON", false, true},     // 16 and not 4
+        {"   LOADICON  NOINITSCREEN", false, false},  // 4 and not 14
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(StartScreenIsWanted(row.commandLine, row.hasChart), row.shown)
+            << "'" << row.commandLine << "' " << row.hasChart;
+    }
+}
+
+TEST_F(SessionStart, AnEmptyCommandLineShowsTheStartScreenAndStartsTheAstroClock) {
+    WithClock();
+    EXPECT_EQ(Run(""), SessionResult::Ready);
+    EXPECT_EQ(TestShell().log[0], kStartScreen);
+    EXPECT_EQ(session.ChartNumber, 0);
+    EXPECT_EQ(clockCall.calls, 1);
+    EXPECT_NE(clockCall.on, 0);
+    EXPECT_NE(clockCall.redraw, 0);
+    EXPECT_FALSE(Shown("SetPointer|1")) << "the clock does the first plot";
+}
+
+TEST_F(SessionStart, NoinitscreenStartsWithoutTheStartScreenAndKeepsThePointFile) {
+    WithClock();
+    Run("NOINITSCREEN");
+    EXPECT_FALSE(Shown(kStartScreen));
+    EXPECT_EQ(session.ChartNumber, 0);
+    EXPECT_EQ(session.PointFile, session.UserDataPath + "ovdeflt.pts");
+    EXPECT_EQ(clockCall.calls, 1);
+}
+
+// --- The command line
+
+TEST_F(SessionStart, ANumberShowsTheChartThatTheSiblingHandsOver) {
+    WithClock();
+    files.AddSibling(7);
+    files.Write("system", "~K500003.CH~", ExchangeFile("Handed over"));
+    Run("3");
+    EXPECT_FALSE(Shown(kStartScreen));
+    EXPECT_EQ(session.ChartNumber, 3);
+    EXPECT_EQ(calcChart[1].Name, "Handed over");
+    EXPECT_GE(calcChart[1].Lon[point::kSun], 0);
+    EXPECT_EQ(calcChart[1].Saved, 0);
+    EXPECT_EQ(clockCall.calls, 0);
+    EXPECT_EQ(Caption().substr(0, 21), "Orvantis: Handed over");
+    EXPECT_TRUE(Shown("SetTitle|" + Caption()));
+}
+
+TEST_F(SessionStart, InAnExchangeFileOfSeveralChartsTheNumberPicksTheRecord) {
+    Bytes both = ExchangeFile("First");
+    const Bytes second = ExchangeFile("Second");
+    both.insert(both.end(), second.begin(), second.end());
+    files.Write("program", "~K500002.CH~", both);
+    Run("2");
+    EXPECT_EQ(calcChart[1].Name, "Second");
+}
+
+TEST_F(SessionStart, AMissingExchangeFileKeepsTheNumberAndStillPlots) {
+    calcChart[1].Name = "stale";
+    Run("3");
+    EXPECT_EQ(session.ChartNumber, 3);
+    EXPECT_EQ(calcChart[1].Name, "");
+    EXPECT_LT(calcChart[1].Lon[point::kMoon], 0);
+    EXPECT_TRUE(Shown("SetPointer|1"));
+    EXPECT_NE(session.StartupDone, 0);
+}
+
+TEST_F(SessionStart, AnExchangeFileThatIsCutShortGivesNoChart) {
+    Bytes bytes = ExchangeFile("Cut");
+    bytes.resize(291);
+    files.Write("program", "~K500003.CH~", bytes);
+    EXPECT_EQ(Run("3"), SessionResult::Ready);
+    EXPECT_EQ(calcChart[1].Name, "");
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(SessionStart, CommaAndBlankSplitTheCommandLineAndBothFilesAreTheSiblings) {
+    files.AddSibling(7);
+    files.Write("sibling", "points.pts", SelectionOf(9));
+    files.Write("sibling", "colours.cpt", ColoursOf(0x123456));
+    files.Write("user", "ovdeflt.pts", SelectionOf(4));
+    files.Write("user", "orvantis.pco", ColoursOf(0x654321));
+    Run("3,points.pts colours.cpt");
+    EXPECT_EQ(session.ChartNumber, 3);
+    EXPECT_NE(pointSelection[9], 0) << "read after the selection of the INI";
+    EXPECT_EQ(pointSelection[4], 0);
+    EXPECT_EQ(pointColour[9], 0x123456) << "read after the user's own colours";
+    EXPECT_EQ(session.PointFile, session.SiblingUserPath + "POINTS.PTS");
+    EXPECT_EQ(session.ColourFile, session.SiblingUserPath + "COLOURS.CPT");
+}
+
+TEST_F(SessionStart, LoadiconAloneRefreshesTheStartScreenAndStartsAsUsual) {
+    WithClock();
+    Run(" loadicon ");
+    EXPECT_EQ(TestShell().log[0], kStartScreen);
+    EXPECT_TRUE(Shown("RefreshStartScreen"));
+    EXPECT_EQ(session.ChartNumber, 0);
+    EXPECT_EQ(session.PointFile, session.UserDataPath + "ovdeflt.pts");
+    EXPECT_EQ(clockCall.calls, 1);
+}
+
+TEST_F(SessionStart, LoadiconWithMoreIsTakenAsWordsOfACall) {
+    files.Write("user", "x", SelectionOf(9));
+    Run("LOADICON X");
+    EXPECT_EQ(TestShell().log[0], kStartScreen);
+    EXPECT_FALSE(Shown("RefreshStartScreen"));
+    EXPECT_EQ(session.ChartNumber, 0);
+    EXPECT_EQ(session.PointFile, session.SiblingUserPath + "X");
+    EXPECT_NE(pointSelection[9], 0);
+}
+
+TEST_F(SessionStart, TheFirstWordIsANumberCutToAWholeOneAndNoneIfItDoesNotFit) {
+    const struct {
+        std::string_view commandLine;
+        std::int16_t number;
+    } rows[] = {{"3.9", 3},       {"-2.9", -2}, {"12abc", 12},      {"abc", 0},    {"  7  ", 7},
+                {"32767", 32767}, {"32768", 0}, {"-32768", -32768}, {"1e9999", 0}, {"3e2", 300}};
+    for (const auto& row : rows) {
+        ObeyCommandLine(row.commandLine);
+        EXPECT_EQ(session.ChartNumber, row.number) << row.commandLine;
+    }
+}
+
+TEST_F(SessionStart, AChartOfTheCallIsOnDisplayAndCountsAsSaved) {
+    WithClock();
+    Bytes file(292 * 2);
+    PutI16(file.data(), 2);
+    const Bytes record = ExchangeFile("From a file");
+    std::copy_n(record.begin(), 292, file.begin() + 292);
+    call.chartPath = ProgramPath(files.Folder().Write("one.cht", file));
+    EXPECT_EQ(Run(""), SessionResult::Ready);
+    EXPECT_FALSE(Shown(kStartScreen)) << "the call isn't empty";
+    EXPECT_EQ(session.ChartNumber, 1);
+    EXPECT_EQ(calcChart[1].Name, "From a file");
+    EXPECT_NE(calcChart[1].Saved, 0);
+    EXPECT_EQ(clockCall.calls, 0);
+    EXPECT_TRUE(Shown("SetPointer|1"));
+}
+
+TEST_F(SessionStart, AChartOfTheCallThatCannotBeShownEndsTheStartBeforeAnyWindow) {
+    call.chartPath = ProgramPath(files.Folder().File("none.cht"));
+    EXPECT_EQ(Run(""), SessionResult::NoChart);
+    EXPECT_EQ(outcome.status, ChartStatus::NoFile);
+    call.chartPath = ProgramPath(files.Folder().Write("empty.cht", Bytes{}));
+    EXPECT_EQ(Run(""), SessionResult::NoChart);
+    EXPECT_EQ(outcome.status, ChartStatus::NoSuchChart);
+    EXPECT_FALSE(Shown("ShowMainWindow"));
+    EXPECT_EQ(session.StartupDone, 0);
+}
+
+// --- A second copy
+
+TEST_F(SessionStart, ASecondCopyIsRefusedAndTheFirstBroughtForward) {
+    TestShell().previousInstance = true;
+    TestShell().windows = {{11, "Mail"}, {12, "ORVANTIS: Someone"}, {13, "Orvantis: Other"}};
+    EXPECT_EQ(Run(""), SessionResult::Ended);
+    EXPECT_EQ(
+        TestShell().log,
+        (Log{"MessageBox|Cannot Run Second Session|You are attempting to run a second session "
+             "of Orvantis.\\r\\n\\r\\nOnly one session can be run at a time.\\r\\n\\r\\nYou "
+             "will now be returned to the first session.|Ok|Information",
+             "ActivateWindow|12", "SetPointer|0"}));
+    EXPECT_FALSE(fs::exists(files.At("program", "level1.pnt"))) << "no step has followed";
+}
+
+TEST_F(SessionStart, ASecondCopyWithoutAFirstWindowCarriesOn) {
+    TestShell().previousInstance = true;
+    TestShell().windows = {{11, "Mail"}, {12, "Orvantis"}, {13, ""}};
+    EXPECT_EQ(Run(), SessionResult::Ready);
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(SessionStart, AWindowOfThatTitleIsNoneOfOursIfNoCopyRuns) {
+    TestShell().windows = {{12, "Orvantis: a review"}};
+    EXPECT_EQ(Run(), SessionResult::Ready);
+}
+
+TEST_F(SessionStart, AWindowIsFoundByAnyPartOfTheFirst255CharactersOfItsTitle) {
+    TestShell().windows = {{1, ""}, {2, std::string(250, 'x') + "abcde"}, {3, "ABCDE"}};
+    EXPECT_EQ(FindSessionWindow("aBcDe"), 2);
+    TestShell().windows[1].title.insert(0, 1, 'x');
+    EXPECT_EQ(FindSessionWindow("aBcDe"), 3);
+    EXPECT_EQ(FindSessionWindow("none"), 0);
+    EXPECT_EQ(FindSessionWindow(""), 2) << "a window without a title is never found";
+}
+
+// --- The database
+
+TEST_F(SessionStart, WithoutTheMainDatabaseFileTheStartEndsWithItsMessage) {
+    fs::remove(files.At("shipped", "level1.pnt"));
+    EXPECT_EQ(Run(""), SessionResult::Ended);
+    EXPECT_EQ(TestShell().log.back(),
+              "MessageBox|Orvantis|The main database file LEVEL1.PNT was not found in the "
+              "directory " +
+                  files.At("program", "") + "|Ok|Error");
+    EXPECT_FALSE(Shown("ShowMainWindow"));
+    EXPECT_EQ(session.StartupDone, 0);
+}
+
+TEST_F(SessionStart, MissingLevelFilesAreMadeWithThePanelAndNoMessage) {
+    Run();
+    EXPECT_TRUE(TestShell().boxes.empty());
+    EXPECT_GE(TestShell().progressCalls, 2);
+    for (const int level : {3, 5}) {
+        const std::string path = files.At("program", "level" + std::to_string(level) + ".pnt");
+        fs::remove(path);
+        TestShell().progressCalls = 0;
+        Run();
+        EXPECT_TRUE(fs::exists(path));
+        EXPECT_GE(TestShell().progressCalls, 2);
+    }
+    TestShell().progressCalls = 0;
+    Run();
+    EXPECT_EQ(TestShell().progressCalls, 0) << "all there: no panel";
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(SessionStart, ALevelTwoThatIsOlderThanLevelOneIsMadeAnew) {
+    Run();
+    fs::last_write_time(
+        files.At("program", "level2.pnt"),
+        fs::last_write_time(files.At("program", "level1.pnt")) - std::chrono::seconds(10));
+    TestShell().progressCalls = 0;
+    Run();
+    EXPECT_GE(TestShell().progressCalls, 2);
+    EXPECT_GE(fs::last_write_time(files.At("program", "level2.pnt")),
+              fs::last_write_time(files.At("program", "level1.pnt")));
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(SessionStart, ADatabaseThatIsNoneEndsTheStart) {
+    files.Write("program", "level1.pnt", Bytes(500, 0xEE));
+    EXPECT_EQ(Run(), SessionResult::Ended);
+    EXPECT_EQ(TestShell().boxes.back(), "Database Error: " + files.At("program", "level1.pnt") +
+                                            " / The file isn't a map database.");
+}
+
+// --- Settings
+
+TEST_F(SessionStart, TheSettingsFileOfTheLastRunIsLoadedBeforeTheDefaultOne) {
+    settings.symbolSize = 14;
+    SaveSettings(ProgramPath(files.At("system", "mine.ovs")), "");
+    settings.symbolSize = 11;
+    SaveSettings(ProgramPath(files.At("user", "default.ovs")), "");
+    settings = {};
+    const std::string mine = files.At("system", "mine.ovs");
+    files.Write("config", "ORVANT2.INI", "[Orvantis]\r\nPrefFile=" + mine + "\r\n");
+    Run();
+    EXPECT_EQ(settings.symbolSize, 14);
+    EXPECT_EQ(NativePath(session.SettingsPath), mine);
+    EXPECT_EQ(session.SettingsName, "mine");
+    fs::remove(mine);
+    Run();
+    EXPECT_EQ(settings.symbolSize, 11);
+    EXPECT_EQ(session.SettingsPath, session.UserDataPath + "default.ovs");
+}
+
+TEST_F(SessionStart, WithoutAnySettingsFileTheDefaultsStandAndThePathIsKept) {
+    files.Write("config", "ORVANT2.INI", "[Orvantis]\r\nPrefFile=/none/mine.ovs\r\n");
+    Run();
+    EXPECT_EQ(settings.symbolSize, 9);
+    EXPECT_EQ(NativePath(session.SettingsPath), "/none/mine.ovs");
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(SessionStart, ShippedPreferencesStandInWhereTheUsersFolderCannotBeMade) {
+    files.Write("shipped", "ovdeflt.pts", SelectionOf(5));
+    files.Write("shipped", "brimwell.cpt", ColoursOf(0x010203));
+    settings.symbolSize = 12;
+    SaveSettings(ProgramPath(files.At("shipped", "default.ovs")), "");
+    settings = {};
+    files.paths.programDir = files.At("shipped", "level1.pnt") + "/no/folder";
+    StartSession(files.paths, TestShell());
+    EXPECT_NE(pointSelection[5], 0);
+    EXPECT_EQ(pointColour[5], 0x010203);
+    EXPECT_EQ(settings.symbolSize, 12);
+    EXPECT_EQ(session.SettingsPath, session.UserDataPath + "default.ovs");
+}
+
+// --- The map
+
+TEST_F(SessionStart, TheStoredPictureOfTheMapAreasSizeIsTakenAsItIs) {
+    WithClock();
+    Store(400, 300);
+    mapState.current = 4;
+    mapState.viewTop = 4;
+    Run();
+    EXPECT_EQ(imagesRead, 1);
+    EXPECT_EQ(clockCall.redraw, 0);
+    EXPECT_EQ(CurrentMap().title, "the last view");
+    EXPECT_EQ(mapState.current, 1);
+    EXPECT_EQ(mapState.viewTop, 1);
+    EXPECT_EQ(mapState.viewLowest, 1);
+    EXPECT_EQ(session.StoredImage.width, 400);
+}
+
+TEST_F(SessionStart, AStoredPictureOfAnotherSizeLeadsToAPlotOfTheStoredMap) {
+    for (const auto& [width, height] : {std::pair{300, 200}, {400, 299}, {401, 300}}) {
+        WithClock();
+        Store(width, height);
+        Run();
+        EXPECT_NE(clockCall.redraw, 0) << width;
+        EXPECT_EQ(CurrentMap().title, "the last view") << width;
+    }
+}
+
+TEST_F(SessionStart, AStoredPictureThatCannotBeReadLeadsToAPlotOfTheStoredMap) {
+    WithClock();
+    Store(400, 300);
+    loadStoredImage = [](std::string_view, Image&) { return false; };
+    Run();
+    EXPECT_NE(clockCall.redraw, 0);
+    EXPECT_EQ(CurrentMap().title, "the last view");
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(SessionStart, AStoredMapThatCannotBeReadGivesANewMapAndNoPicture) {
+    WithClock();
+    Store(400, 300);
+    files.Write("program", "mapview.ovm", "short");
+    Run();
+    EXPECT_EQ(imagesRead, 0);
+    EXPECT_NE(clockCall.redraw, 0);
+    EXPECT_EQ(CurrentMap().title, MapDocument().title);
+    EXPECT_EQ(TestShell().boxes.size(), 1U);
+}
+
+TEST_F(SessionStart, HalfAStoredPairIsNotUsedAndTheRecentMapDecides) {
+    for (const char* missing : {"mapview.ovm", "mapimage.bmp"}) {
+        WithClock();
+        Store(400, 300);
+        fs::remove(files.At("program", missing));
+        const std::string recent = files.Write("user", "recent.ovm", MapOf("recent"));
+        files.Write("config", "ORVANT2.INI",
+                    "[Orvantis]\r\nStoreImages=-1\r\nLastFile1=" + recent + "\r\n");
+        Run();
+        EXPECT_EQ(imagesRead, 0) << missing;
+        EXPECT_NE(clockCall.redraw, 0) << missing;
+        EXPECT_EQ(CurrentMap().title, "recent") << missing;
+        const int left = (fs::exists(files.At("program", "mapview.ovm")) ? 1 : 0) +
+                         (fs::exists(files.At("program", "mapimage.bmp")) ? 1 : 0);
+        EXPECT_EQ(left, 1) << "the other half stays: " << missing;
+    }
+}
+
+TEST_F(SessionStart, WithStoredPicturesOffThePairStaysButIsNotUsed) {
+    WithClock();
+    Store(400, 300);
+    files.Write("config", "ORVANT2.INI", "[Orvantis]\r\nStoreImages=0\r\n");
+    Run();
+    EXPECT_EQ(imagesRead, 0);
+    EXPECT_NE(clockCall.redraw, 0);
+    EXPECT_EQ(CurrentMap().title, MapDocument().title);
+    EXPECT_TRUE(fs::exists(files.At("program", "mapview.ovm")));
+    EXPECT_TRUE(fs::exists(files.At("program", "mapimage.bmp")));
+}
+
+TEST_F(SessionStart, ARecentMapThatIsGoneGivesTheDefaultMapWithoutAMessage) {
+    files.Write("user", "world.ovm", MapOf("my world"));
+    files.Write("config", "ORVANT2.INI", "[Orvantis]\r\nLastFile1=/none/gone.ovm\r\n");
+    Run();
+    EXPECT_EQ(CurrentMap().title, "my world");
+    EXPECT_EQ(session.RecentCount, 1);
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(SessionStart, ARecentMapThatCannotBeReadIsToldAndGivesTheDefaultMap) {
+    const std::string bad = files.Write("user", "bad.ovm", "short");
+    files.Write("config", "ORVANT2.INI", "[Orvantis]\r\nLastFile1=" + bad + "\r\n");
+    EXPECT_EQ(Run(), SessionResult::Ready);
+    EXPECT_EQ(CurrentMap().title, MapDocument().title);
+    ASSERT_EQ(TestShell().boxes.size(), 1U);
+    EXPECT_EQ(TestShell().boxes[0],
+              "Orvantis: Unable to open map file: / " + bad + " (Input past end of file)");
+}
+
+TEST_F(SessionStart, TheRecentListIsRefreshedOnceTheMapIsThereAndBeforeTheFirstPicture) {
+    static std::string added;
+    static std::string title;
+    static int pictures;
+    added = "never";
+    pictures = -1;
+    files.Write("user", "world.ovm", MapOf("my world"));
+    WithClock();
+    addRecentMap = [](std::string_view path) {
+        added = path;
+        title = CurrentMap().title;
+        pictures = clockCall.calls;
+    };
+    Run();
+    EXPECT_EQ(added, "") << "an empty name: the list doesn't change";
+    EXPECT_EQ(title, "my world");
+    EXPECT_EQ(pictures, 0);
+}
+
+// --- The small routines
+
+TEST_F(SessionStart, WordsAreSplitAtRunsOfSeparators) {
+    const struct {
+        std::string_view text;
+        std::string_view separators;
+        std::vector<std::string> words;
+    } rows[] = {
+        {"", " ,", {""}},
+        {"   ", " ,", {""}},
+        {"a", " ,", {"a"}},
+        {",", " ,", {","}},
+        {"3,points.pts colours.cpt", " ,", {"3", "points.pts", "colours.cpt"}},
+        {"  a  b  ", " ,", {"a", "b"}},
+        {"a, ,b,,", " ,", {"a", "b"}},
+        {",a", " ,", {",a"}},  // the first character begins a word, whatever it is
+        {",,a", " ,", {",", "a"}},
+        {"one, two,three four", ",", {"one", "two", "three four"}},
+        {"a, ,b", ",", {"a", "", "b"}},
+        {"1 2 3 4 5", " ", {"1", "2", "3", "4"}},  // no more than there is room for
+        {"1 2 3 4", " ", {"1", "2", "3", "4"}},
+    };
+    for (const auto& row : rows) {
+        std::vector<std::string> words(4, "-");
+        std::int16_t count = -1;
+        SplitWords(row.text, words, count, row.separators);
+        ASSERT_EQ(count, static_cast<std::int16_t>(row.words.size())) << "'" << row.text << "'";
+        words.resize(row.words.size());
+        EXPECT_EQ(words, row.words) << "'" << row.text << "'";
+    }
+}
+
+TEST_F(SessionStart, ExchangeFilesHaveTheNumberInFiveDigits) {
+    session.SystemDataPath = "C:\\DATA\\";
+    EXPECT_EQ(ChartExchangePath(3, kTrue), "C:\\DATA\\~K500003.CH~");
+    EXPECT_EQ(ChartExchangePath(32767, kTrue), "C:\\DATA\\~K532767.CH~");
+    EXPECT_EQ(ChartExchangePath(3, kFalse), "C:\\DATA\\retain5.cha");
+}
+
+TEST_F(SessionStart, TheStartWithoutAWindowReadsTheSamePreferences) {
+    files.AddSibling(4);
+    files.Write("config", "ORVANT2.INI", "[Orvantis]\r\nSwissEphemPath=/data/e\r\n");
+    files.Write("user", "ovdeflt.pts", SelectionOf(6));
+    files.Write("user", "orvantis.pco", ColoursOf(0x0A0B0C));
+    settings.symbolSize = 13;
+    SaveSettings(ProgramPath(files.At("user", "default.ovs")), "");
+    settings = {};
+    StartSession(files.paths, TestShell());
+    EXPECT_EQ(session.SystemDataPath, ProgramPath(files.At("system", "")));
+    EXPECT_EQ(session.SwissEphemPath, "/data/e");
+    EXPECT_NE(pointSelection[6], 0);
+    EXPECT_EQ(pointColour[6], 0x0A0B0C);
+    EXPECT_EQ(settings.symbolSize, 13);
+    EXPECT_FALSE(Shown("ShowMainWindow"));
+    EXPECT_EQ(session.StartupDone, 0);
+}
+
+}  // namespace
+}  // namespace orvantis
