@@ -88,6 +88,11 @@ TEST_F(TextVerbs, ParseGivesOneRowATextWithItsValues) {
          R"({"text":"-10:30","error":0,"values":[-10.5,""],"formatted":"-10:30","messages":[]}
 {"text":"xyz +9:00","error":0,"values":[9,"XYZ"],"formatted":"XYZ +9:00","messages":[]}
 )"},
+        // The zone table that the program comes with.
+        {{"parse", "zone", "est", "ACST +9:00"},
+         R"({"text":"est","error":0,"values":[5,"EST"],"formatted":"EST +5:00","messages":[]}
+{"text":"ACST +9:00","error":0,"values":[-9.5,"ACST"],"formatted":"ACST -9:30","messages":[]}
+)"},
     };
     for (const CallRow& row : rows) ExpectOutput(Run(row.arguments), row.output);
 }
