@@ -55,11 +55,15 @@ std::optional<Arguments> TakeApart(const std::vector<std::string>& words,
     bool optionsEnded = false;
     for (std::size_t i = 0; i < words.size(); ++i) {
         const std::string& word = words[i];
+        if (names.singleDashIsText && word == "--" && !optionsEnded) {
+            optionsEnded = true;
+            continue;
+        }
         if (optionsEnded) {
             arguments.words.push_back(word);
-        } else if (names.singleDashIsText && word == "--") {
-            optionsEnded = true;
-        } else if (Contains(names.withoutValue, word)) {
+            continue;
+        }
+        if (Contains(names.withoutValue, word)) {
             arguments.flags.push_back(word);
         } else if (Contains(names.withNumbers, word)) {
             const bool valued = i + 1 < words.size() && IsNumbers(words[i + 1]);

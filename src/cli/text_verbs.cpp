@@ -110,7 +110,7 @@ bool ReadAngleOptions(const Arguments& call, bool isAngle, AngleOptions& options
         const std::optional<std::int32_t> number = ParseInteger(text);
         const bool style = name == "--style";
         if (!number || *number < 0 || *number > (style ? 2 : 32767)) {
-            Complain(kWrongCall, name + " " + text,
+            Complain(kWrongCall, std::string(name).append(" ").append(text),
                      style ? "0 (plain), 1 (letters of the sign) or 2 (glyph) is needed"
                            : "a number of figures is needed");
             return false;

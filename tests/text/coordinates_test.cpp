@@ -200,7 +200,8 @@ TEST_F(ParseCoordinate, HostileTextsAreRefusedAndLeaveNoRunTimeError) {
 
 TEST_F(ParseCoordinate, WhatTheFormatterWritesIsReadBackOverTheWholeCircle) {
     for (int second = 0; second <= 180 * 3600; second += 7) {
-        const double value = second / 3600 + second / 60 % 60 / 60.0 + second % 60 / 3600.0;
+        const int degrees = second / 3600;
+        const double value = degrees + second / 60 % 60 / 60.0 + second % 60 / 3600.0;
         double read = -999;
         std::int16_t errorFlag = 1;
         for (const double sign : {1.0, -1.0}) {

@@ -188,7 +188,8 @@ TEST_F(ParseZone, HostileTextsAreRefusedAndLeaveNoRunTimeError) {
 TEST_F(ParseZone, WhatTheFormatterWritesIsReadBackForEverySecond) {
     for (int second = -13 * 3600; second <= 13 * 3600; ++second) {
         const int magnitude = std::abs(second);
-        const double sum = magnitude / 3600 + magnitude / 60 % 60 / 60.0 + magnitude % 60 / 3600.0;
+        const int whole = magnitude / 3600;
+        const double sum = whole + magnitude / 60 % 60 / 60.0 + magnitude % 60 / 3600.0;
         const auto hours = static_cast<float>(second < 0 ? -sum : sum);
         float read = -99;
         std::string mnemonic;
