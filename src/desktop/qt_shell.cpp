@@ -10,6 +10,7 @@
 #include <QScreen>
 #include <algorithm>
 
+#include "desktop/regional.h"
 #include "desktop/signals.h"
 #include "session/files.h"
 #include "session/session_state.h"
@@ -93,26 +94,6 @@ int Twips(int pixels) {
 
 int Pixels(std::int32_t twips) {
     return twips / kTwipsPerPixel;
-}
-
-// The first of the letters for day, month and year in a format of dates; those within quotes are
-// text.
-char FirstOfDate(const QString& format) {
-    bool quoted = false;
-    for (const QChar c : format) {
-        if (c == u'\'') quoted = !quoted;
-        if (!quoted && (c == u'd' || c == u'M' || c == u'y')) return c.toLatin1();
-    }
-    return 'M';
-}
-
-bool Has12Hours(const QString& format) {
-    bool quoted = false;
-    for (const QChar c : format) {
-        if (c == u'\'') quoted = !quoted;
-        if (!quoted && c.toLower() == u'a') return true;
-    }
-    return false;
 }
 
 }  // namespace
@@ -262,23 +243,11 @@ void QtShell::SetClockTimer(std::int32_t interval, bool enabled) {
 }
 
 std::string QtShell::RegionalText(std::string_view key) {
-    const QLocale locale = QLocale::system();
-    if (key == "iTime") return Has12Hours(locale.timeFormat(QLocale::ShortFormat)) ? "0" : "1";
-    if (key != "iDate") return "";
-    switch (FirstOfDate(locale.dateFormat(QLocale::ShortFormat))) {
-        case 'd':
-            return "1";
-        case 'y':
-            return "2";
-        default:
-            return "0";
-    }
+    return RegionalTextOf(QLocale::system(), key);
 }
 
 std::string QtShell::LanguageAbbreviation() {
-    const QLocale::Language language = QLocale::system().language();
-    const QString code = QLocale::languageToCode(language, QLocale::ISO639Part2T).toUpper();
-    return code.size() < 2 ? "ENG" : code.toStdString();
+    return LanguageOf(QLocale::system());
 }
 
 LocalTime QtShell::Now() {

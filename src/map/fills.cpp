@@ -40,6 +40,28 @@ void MarkSeed(int x, int y) {
     }
 }
 
+// On a globe a pixel is tens of kilometres across, and hundreds near the limb, so that a coast and
+// a seed at sea change places by rounding alone. A sea seed with outline next to it paints nothing
+// there: its sea is no wider than that, and beside it might lie a continent.
+constexpr double kLimbDegrees = 60;  // from the view's centre
+constexpr int kReach = 1;            // pixels
+constexpr int kLimbReach = 2;
+
+bool IsLostOnGlobe(const FillRecord& record, std::int16_t x, std::int16_t y) {
+    const ViewExtent& view = mapView.extent;
+    if (IsFlat(view.projection) || record.colour >= 0) return false;
+    const bool atLimb = AngularDistance(record.longitude, record.lat, view.centreLong,
+                                        view.centreLat) > kLimbDegrees;
+    const int reach = atLimb ? kLimbReach : kReach;
+    const Colour outline = PlainColour(plotState.outlineColour);
+    for (int dy = -reach; dy <= reach; ++dy) {
+        for (int dx = -reach; dx <= reach; ++dx) {
+            if (mapView.surface->GetPixel(x + dx, y + dy) == outline) return true;
+        }
+    }
+    return false;
+}
+
 // A fill in view: where its seed lies and what it paints.
 struct Seed {
     std::int16_t x = 0;
@@ -58,6 +80,7 @@ std::vector<Seed> SeedsInView() {
         seed.colour = PlainColour(record.colour < 0 ? SeaColour() : record.colour);
         ProjectPoint(RoundToInt16(record.lat * 60.0), RoundToInt16(record.longitude * 60.0), seed.y,
                      seed.x);
+        if (IsLostOnGlobe(record, seed.x, seed.y)) continue;
         seeds.push_back(seed);
     }
     return seeds;
@@ -91,6 +114,23 @@ void ReplayFills() {
         }
         if (options.fillPoints != kFalse) MarkSeed(seed.x, seed.y);
     }
+}
+
+void RemoveAllFills() {
+    CurrentMap().fillCount = 0;
+}
+
+void RemoveLastFill() {
+    MapDocument& document = CurrentMap();
+    if (document.fillCount > 0) --document.fillCount;
+}
+
+bool CanRemoveAllFills() {
+    return CurrentMap().fillCount >= 2;
+}
+
+bool CanRemoveLastFill() {
+    return CurrentMap().fillCount >= 1;
 }
 
 }  // namespace orvantis

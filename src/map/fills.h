@@ -21,4 +21,13 @@ inline constexpr int kMostFloods = 2000;
 /// fillCount goes beyond it, and after kMostFloods floods.
 void ReplayFills();
 
+/// Takes all fills of the current map, or the last one, off its list; a full plot is due then. The
+/// records stay in memory, since views gone back to may still count them.
+void RemoveAllFills();
+void RemoveLastFill();
+
+/// Whether the menu offers them: all from two fills on, the last one from the first.
+bool CanRemoveAllFills();
+bool CanRemoveLastFill();
+
 }  // namespace orvantis

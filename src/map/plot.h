@@ -3,6 +3,7 @@
 // which puts the stored image down and draws the chart's lines alone.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -21,18 +22,23 @@ struct ClipCrossing {
     Flag startInside = kFalse;  ///< the segment's start was the inside end
 };
 
-/// State of the plot, valid for its length; fillSeaOnly and fillOtherColour are set before it by
-/// the search for colours on a zoom rectangle.
+/// State of the plot, valid for its length; what the frame of a zoom held is set before it by the
+/// search for colours on the zoom rectangle, and stands until the next zoom.
 struct PlotState {
     Colour outlineColour = 0;                ///< of the map's lines, and border of every flood
     std::vector<ClipCrossing> crossings{1};  ///< 1 to count; element 0 stands unused
     bool plotted = false;                    ///< some point fell strictly inside the map
     bool islandsOnly = false;                ///< islands stand in the sea, no coast at the edge
     Flag printing = kFalse;                  ///< the target is the printer
-    Flag fillSeaOnly = kFalse;
-    Flag fillOtherColour = kFalse;
-    bool inProgress = false;   ///< PlotMap4 runs
-    bool interrupted = false;  ///< the user cancelled after a failure
+    Flag fillSeaOnly = kFalse;               ///< sea was met on the frame of the zoom
+    Flag fillOtherColour = kFalse;           ///< and the colour of another fill
+    Flag fillLand = kFalse;                  ///< and bare land
+    bool zoomTied = false;              ///< zoomedView is that of the zoom; false: of the next plot
+    bool seaFillsAdded = false;         ///< the zoom's view has got its sea fills
+    std::array<float, 4> zoomedView{};  ///< south, west, north, east: of this view alone the three
+                                        ///< flags tell something
+    bool inProgress = false;            ///< PlotMap4 runs
+    bool interrupted = false;           ///< the user cancelled after a failure
 };
 
 extern PlotState plotState;

@@ -19,8 +19,14 @@ constexpr int kFullCircleMin = 21600;
 constexpr double kFarPixel = 32000;  // a position never lies farther off than this
 
 // How far west of a narrow view a point still counts as lying to its left; beyond that it lies to
-// the right.
+// the right. A view that leaves less than this of the world takes half of what it leaves, so that
+// its own eastern part isn't put to the left.
 constexpr int kWestReachMin = 3600;
+
+int WestReach(int spanMin) {
+    const int outside = kFullCircleMin - spanMin;
+    return outside < kWestReachMin ? outside / 2 : kWestReachMin;
+}
 
 // Mercator's y of a latitude that has none.
 constexpr double kMercatorFloor = -10;
@@ -154,9 +160,9 @@ std::int16_t FlatX(std::int16_t longMin) {
         const int east = (longMin + view.offsetLongMin + kFullCircleMin) % kFullCircleMin;
         return RoundToInt16(rect.left + static_cast<double>(east * rect.width) / span);
     }
+    const int reach = WestReach(span);
     const int east =
-        (view.offsetLongMin + kWestReachMin + longMin + kFullCircleMin) % kFullCircleMin -
-        kWestReachMin;
+        (view.offsetLongMin + reach + longMin + kFullCircleMin) % kFullCircleMin - reach;
     return HeldPixel(rect.left + static_cast<double>(rect.width) / span * east);
 }
 

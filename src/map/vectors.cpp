@@ -2,10 +2,12 @@
 // culled by area, wrapped at the map's edge. On the way it gathers what the fills of a zoomed map
 // need: where coasts cross the edge, and whether anything was drawn at all.
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <string>
 #include <vector>
 
+#include "map/edge_sea.h"
 #include "map/fills.h"
 #include "map/level_reader.h"
 #include "map/plot.h"
@@ -20,6 +22,15 @@ namespace {
 
 constexpr int kMostLatMin = 5400;
 constexpr int kMostLongMin = 10800;
+
+constexpr int kFullCircleMin = 21600;
+
+// Views wider than this leave so little of the world that a line may reach from one side to the
+// other through it. In narrower ones nothing in view comes near the place where it would.
+constexpr int kWideView = 14400;
+
+// Pixels from which a position isn't told from one farther off.
+constexpr int kFarthest = 32000;
 
 // Drawing positions of the kinds of detail after which something is done.
 constexpr std::size_t kLinePositions = 6;
@@ -38,6 +49,7 @@ constexpr float kCodeFontSize = 6;
 struct VectorPass {
     MapRect rect;
     bool notFull = false;  // no wrap is looked for
+    int turn = 0;          // pixels once around the Earth in a flat narrow view; 0: of no use
     std::int16_t precision = 5;
     LevelReader reader;
     std::int64_t unread = 0;                // bytes that the lines of the class may still take
@@ -91,6 +103,53 @@ void AddCrossing(Pixel from, Pixel to) {
         {crossing.side, crossing.x, crossing.y, crossing.startInside ? kTrue : kFalse});
 }
 
+// Narrows from..to, parts of a segment's length, to where u0 + part * (u1 - u0) lies within the
+// bounds.
+void CutToBounds(double u0, double u1, double low, double high, double& from, double& to) {
+    const double run = u1 - u0;
+    if (run == 0) {
+        if (u0 < low || u0 > high) to = -1;
+        return;
+    }
+    from = std::max(from, ((run > 0 ? low : high) - u0) / run);
+    to = std::min(to, ((run > 0 ? high : low) - u0) / run);
+}
+
+// A segment without an end in a narrow view may still pass through it: it enters and it leaves.
+void AddPassage(const VectorPass& pass, Pixel from, Pixel to) {
+    const MapRect& rect = pass.rect;
+    if (!pass.notFull || pass.yOfLat == nullptr) return;
+    double enters = 0;
+    double leaves = 1;
+    CutToBounds(from.x, to.x, rect.left + 1, rect.left + rect.width - 1, enters, leaves);
+    CutToBounds(from.y, to.y, rect.top + 1, rect.top + rect.height - 1, enters, leaves);
+    if (enters >= leaves) return;
+    const double part = (enters + leaves) / 2;
+    const Pixel within = {RoundToInt16(from.x + part * (to.x - from.x)),
+                          RoundToInt16(from.y + part * (to.y - from.y))};
+    AddCrossing(from, within);
+    AddCrossing(within, to);
+}
+
+// The last few degrees outside a wide view may be shorter than a line: one that goes through them
+// leaves at one side and comes in at the other, once around the Earth away.
+void GoAround(const VectorPass& pass, Pixel from, Pixel to, bool shore) {
+    const auto moved = [&](Pixel p, int by) {
+        p.x = static_cast<std::int16_t>(std::clamp(p.x + by, -kFarthest, kFarthest));
+        return p;
+    };
+    const int turn = to.x > from.x ? pass.turn : -pass.turn;
+    const Pixel out = moved(to, -turn);
+    const Pixel in = moved(from, turn);
+    mapView.surface->LineTo(out.x, out.y);
+    mapView.surface->MoveTo(in.x, in.y);
+    mapView.surface->LineTo(to.x, to.y);
+    mapView.surface->SetPixel(to.x, to.y);
+    if (!shore) return;
+    if (StrictlyInside(pass.rect, from)) AddCrossing(from, out);
+    if (StrictlyInside(pass.rect, to)) AddCrossing(in, to);
+}
+
 void StartLine(const VectorPass& pass, const LineIndexEntry& entry, Pixel p) {
     if (options.lineNumbers != kFalse) {
         mapView.surface->TextOut(p.x, p.y, std::to_string(entry.code), TextAlign::Left);
@@ -140,13 +199,18 @@ void DrawLine(VectorPass& pass, const LineIndexEntry& entry) {
         } else if (pixel.x == previous.x && pixel.y == previous.y) {
             // A finer file has many points in one pixel: nothing is drawn between them.
             if (n == count) surface.SetPixel(pixel.x, pixel.y);
+        } else if (pass.turn != 0 && 2 * std::abs(pixel.x - previous.x) > pass.turn) {
+            GoAround(pass, previous, pixel, shore);
+            inside = StrictlyInside(pass.rect, pixel);
+            if (inside) plotState.plotted = true;
         } else if (pass.notFull || pass.rect.width >= 2 * std::abs(pixel.x - previous.x)) {
             // A line stops one pixel short of its end.
             surface.LineTo(pixel.x, pixel.y);
             surface.SetPixel(pixel.x, pixel.y);
             const bool insideNow = StrictlyInside(pass.rect, pixel);
             if (insideNow) plotState.plotted = true;
-            if (insideNow != inside && shore) AddCrossing(previous, pixel);
+            if (shore && insideNow != inside) AddCrossing(previous, pixel);
+            if (shore && !insideNow && !inside) AddPassage(pass, previous, pixel);
             inside = insideNow;
         } else {
             ForceNewLine(pixel.x, pixel.y, previous.x, previous.y, kNoMark, 0);
@@ -156,28 +220,51 @@ void DrawLine(VectorPass& pass, const LineIndexEntry& entry) {
     }
 }
 
+// True if a line may be seen. On a globe two corners of its extents are asked for; where both lie
+// behind, one of the other two may still be in front, and a coast left out at the limb would let
+// the sea in.
+bool LineMayBeSeen(const LineIndexEntry& entry) {
+    const ViewExtent& view = mapView.extent;
+    if (view.spanLong >= 360) return true;
+    const auto inView = [&](std::int16_t lat0, std::int16_t lat1) {
+        return LineInView({lat0, lat1, entry.longMin, entry.longMax}, view.southMin, view.northMin,
+                          view.westMin, view.eastMin, view.projection);
+    };
+    if (inView(entry.latMin, entry.latMax)) return true;
+    return !IsFlat(view.projection) && inView(entry.latMax, entry.latMin);
+}
+
 // All lines of a class that may be seen. The class range may be older than the index.
 void DrawClass(VectorPass& pass, std::int16_t detailClass) {
-    const ViewExtent& view = mapView.extent;
     const ClassRow& row = pointDatabase.ClassRange[static_cast<std::size_t>(detailClass)];
     if (row.first < 1) return;
     pass.unread = pass.reader.length;
     for (int line = row.first; line <= row.last && line <= pointDatabase.count; ++line) {
         const LineIndexEntry& entry = pointDatabase.LineIndex[static_cast<std::size_t>(line)];
-        const Extents extents{entry.latMin, entry.latMax, entry.longMin, entry.longMax};
-        if (view.spanLong < 360 && !LineInView(extents, view.southMin, view.northMin, view.westMin,
-                                               view.eastMin, view.projection)) {
-            continue;
-        }
+        if (!LineMayBeSeen(entry)) continue;
         DrawLine(pass, entry);
         if (PendingRunTimeError() != 0) return;
     }
 }
 
+// True if the frame of a zoom led to the very view that is drawn, and met sea and no other colour.
+bool ZoomMetSea() {
+    const ViewExtent& view = mapView.extent;
+    const std::array<float, 4> edges = {view.southDeg, view.westDeg, view.northDeg, view.eastDeg};
+    return plotState.fillSeaOnly != kFalse && plotState.fillOtherColour == kFalse &&
+           plotState.zoomedView == edges;
+}
+
+// A tip of a coast that just reaches the edge doesn't count where the zoom met nothing but sea.
+bool NoCoastThroughEdge() {
+    if (plotState.crossings.size() == 1) return true;
+    return ZoomMetSea() && plotState.fillLand == kFalse && CrossingsCancel();
+}
+
 // Islands that stand in the sea, and no coast through the edge: then the corners are sea.
 void TestIslandsOnly() {
     const ViewExtent& view = mapView.extent;
-    if (plotState.crossings.size() > 1 || !plotState.plotted || view.spanLong >= 360) return;
+    if (!plotState.plotted || view.spanLong >= 360 || !NoCoastThroughEdge()) return;
     if (PointInView(kTestLat, kTestLong, view.southMin, view.northMin, view.westMin,
                     view.eastMin)) {
         return;
@@ -199,15 +286,13 @@ void FillSeaAfterLakes() {
         FloodAt(right, bottom, SeaColour());
         plotState.plotted = true;
     }
-    // FillEdgeSea: on a flat map narrower than the world, the crossings tell which stretches of the
-    // edge are sea.
+    if (mapView.extent.spanLong < 360 && IsFlat(mapView.extent.projection)) FillEdgeSea();
 }
 
-// The frame of a zoom met nothing but sea, and nothing was drawn: the whole view is sea. What the
-// zoom found is used up by that.
+// The frame of a zoom met nothing but sea, and nothing was drawn: the whole view is sea. Its fills
+// are added once.
 void AddSeaFills() {
-    if (plotState.plotted || plotState.fillSeaOnly == kFalse ||
-        plotState.fillOtherColour != kFalse) {
+    if (plotState.plotted || plotState.seaFillsAdded || !ZoomMetSea() || !NoCoastThroughEdge()) {
         return;
     }
     const ViewExtent& view = mapView.extent;
@@ -217,7 +302,15 @@ void AddSeaFills() {
     AddFill(map, view.southDeg, view.eastDeg, true, 0);
     AddFill(map, view.northDeg, view.westDeg, true, 0);
     AddFill(map, view.northDeg, view.eastDeg, true, 0);
-    plotState.fillSeaOnly = kFalse;
+    plotState.seaFillsAdded = true;
+}
+
+// What the zoom found holds for the first view that is drawn after it.
+void TieZoomToView() {
+    if (plotState.zoomTied) return;
+    const ViewExtent& view = mapView.extent;
+    plotState.zoomedView = {view.southDeg, view.westDeg, view.northDeg, view.eastDeg};
+    plotState.zoomTied = true;
 }
 
 void DrawClasses(VectorPass& pass, Flag printing) {
@@ -249,11 +342,16 @@ void PlotVectors(Flag printing) {
     pass.notFull = mapView.extent.spanLong != 360;
     pass.precision = CurrentMap().precision;
     if (!OpenLevel(pass.reader, LevelPath(pass.precision))) return;
-    if (IsFlat(mapView.extent.projection)) FillPositions(pass);
+    if (IsFlat(mapView.extent.projection)) {
+        FillPositions(pass);
+        const int span = mapView.extent.spanLongMin;
+        if (pass.notFull && span > kWideView) pass.turn = kFullCircleMin * pass.rect.width / span;
+    }
 
     plotState.crossings.assign(1, {});
     plotState.plotted = false;
     plotState.islandsOnly = false;
+    TieZoomToView();
     DrawClasses(pass, printing);
     CloseLevel(pass.reader);
 }

@@ -61,6 +61,10 @@ void Process::Terminate() const {
     if (process_ > 0) ::kill(process_, SIGTERM);
 }
 
+void Process::Kill() const {
+    if (process_ > 0) ::kill(process_, SIGKILL);
+}
+
 std::string Process::Output() const {
     return TextOf(folder_.File("output"));
 }

@@ -23,8 +23,9 @@ class Process {
 
     /// Waits for its end. The exit code; -1 if it doesn't end within the time, or by a signal.
     int Wait(int seconds);
-    /// Asks it to end.
+    /// Asks it to end, or ends it without asking.
     void Terminate() const;
+    void Kill() const;
 
     /// What it has written so far.
     std::string Output() const;

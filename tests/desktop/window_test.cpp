@@ -28,15 +28,14 @@ class Window : public ::testing::Test {
   protected:
     Variables Offscreen() const {
         return {{"XDG_DATA_HOME", home.Path()},
+                {"XDG_CONFIG_HOME", home.Path()},
                 {"XDG_RUNTIME_DIR", home.Path()},
                 {"QT_QPA_PLATFORM", "offscreen"}};
     }
     Variables On(const XServer& server) const {
-        return {{"XDG_DATA_HOME", home.Path()},
-                {"XDG_RUNTIME_DIR", home.Path()},
-                {"QT_QPA_PLATFORM", "xcb"},
-                {"DISPLAY", server.Name()},
-                {"QT_SCALE_FACTOR", "1"}};
+        return {{"XDG_DATA_HOME", home.Path()},   {"XDG_CONFIG_HOME", home.Path()},
+                {"XDG_RUNTIME_DIR", home.Path()}, {"QT_QPA_PLATFORM", "xcb"},
+                {"DISPLAY", server.Name()},       {"QT_SCALE_FACTOR", "1"}};
     }
     static bool WaitUntil(const std::function<bool()>& holds) {
         for (int i = 0; i < kPatience * 20; ++i) {
@@ -46,8 +45,29 @@ class Window : public ::testing::Test {
         return false;
     }
 
+    // The program's INI, and its lines.
+    std::string IniPath() const { return home.File("orvantis/ORVANT2.INI"); }
+    std::string Ini() const {
+        const Bytes bytes = FileBytes(IniPath());
+        return {bytes.begin(), bytes.end()};
+    }
+    void WriteIni(std::string_view lines) const {
+        std::filesystem::create_directories(home.File("orvantis"));
+        home.Write("orvantis/ORVANT2.INI", "[Orvantis]\r\n" + std::string(lines));
+    }
+    // The sample chart as another program hands it over, under the number 3.
+    void HandOverChart() const {
+        const Bytes sample = FileBytes(kSample);
+        Bytes exchange(3171);
+        std::copy_n(sample.begin() + 292, 292, exchange.begin());
+        std::filesystem::create_directories(home.File("orvantis"));
+        home.Write("orvantis/~K500003.CH~", exchange);
+    }
+
     TempFolder home;
 };
+
+const std::string kStartScreen = "Starting Orvantis";
 
 // A plain colour, red in the low byte, as the display has it.
 std::uint32_t OnDisplay(Colour colour) {
@@ -176,12 +196,221 @@ TEST_F(Window, ShowsTheMapFollowsItsSizeAndClosesCleanly) {
 TEST_F(Window, TitleWithoutAChartIsTheProgramsName) {
     XServer server;
     if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
-    Process program(kProgram, {}, On(server));
+    Process program(kProgram, {"NOINITSCREEN"}, On(server));
     const unsigned long window = server.WaitForWindow("Orvantis", kPatience);
     ASSERT_NE(window, 0U);
     EXPECT_EQ(server.Title(window), "Orvantis");
     server.Close(window);
     EXPECT_EQ(program.Wait(kPatience), 0);
+}
+
+TEST_F(Window, TheStartScreenComesWithAnEmptyCallAndGoesByItsTimeAKeyAClickAndItsClosing) {
+    XServer server;
+    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    const struct {
+        const char* what;
+        std::function<void(unsigned long)> act;
+    } rows[] = {{"time", [](unsigned long) {}},
+                {"key", [&](unsigned long screen) { server.PressReturn(screen); }},
+                {"click", [&](unsigned long screen) { server.Click(screen); }},
+                {"closing", [&](unsigned long screen) { server.Close(screen); }}};
+    for (const auto& row : rows) {
+        Process program(kProgram, {}, On(server));
+        const unsigned long screen = server.WaitForWindow(kStartScreen, kPatience);
+        ASSERT_NE(screen, 0U) << row.what;
+        EXPECT_TRUE(server.Windows("Orvantis").empty()) << "the main window waits: " << row.what;
+        row.act(screen);
+        const unsigned long window = server.WaitForWindow("Orvantis", kPatience);
+        ASSERT_NE(window, 0U) << row.what;
+        EXPECT_TRUE(server.Windows(kStartScreen).empty()) << row.what;
+        server.Close(window);
+        EXPECT_EQ(program.Wait(kPatience), 0) << row.what;
+        EXPECT_EQ(program.Complaints(), "") << row.what;
+    }
+}
+
+TEST_F(Window, OtherCallsShowNoStartScreen) {
+    XServer server;
+    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    Process program(kProgram, {"NOINITSCREEN"}, On(server));
+    std::size_t seen = 0;
+    EXPECT_TRUE(WaitUntil([&] {
+        seen += server.Windows(kStartScreen).size();
+        return !server.Windows("Orvantis").empty();
+    }));
+    EXPECT_EQ(seen, 0U);
+}
+
+TEST_F(Window, ASecondStartIsToldAndBringsTheFirstWindowForward) {
+    XServer server;
+    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    Process first(kProgram, {"--open", kSample}, On(server));
+    const unsigned long window = server.WaitForWindow("Orvantis: ", kPatience);
+    ASSERT_NE(window, 0U) << first.Complaints();
+
+    Process second(kProgram, {}, On(server));
+    const unsigned long box = server.WaitForWindow("Cannot Run Second Session", kPatience);
+    ASSERT_NE(box, 0U) << second.Complaints();
+    EXPECT_EQ(server.Windows("").back(), box) << "the box stands above the first window";
+    server.PressReturn(box);
+    EXPECT_EQ(second.Wait(kPatience), 1);
+    EXPECT_EQ(second.Complaints(), "");
+    EXPECT_TRUE(server.Windows(kStartScreen).empty());
+    EXPECT_TRUE(WaitUntil([&] { return server.Windows("").back() == window; }));
+
+    server.Close(window);
+    EXPECT_EQ(first.Wait(kPatience), 0);
+}
+
+TEST_F(Window, ARefusedCopyRaisesTheFirstWindowAboveOthers) {
+    XServer server;
+    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    // A copy that shows no chart stands above the one that does.
+    Process other(kProgram, {"NOINITSCREEN"}, On(server));
+    const unsigned long above = server.WaitForWindow("Orvantis", kPatience);
+    ASSERT_NE(above, 0U);
+    Process first(kProgram, {"--open", kSample}, On(server));
+    const unsigned long window = server.WaitForWindow("Orvantis: ", kPatience);
+    ASSERT_NE(window, 0U) << first.Complaints();
+    server.Raise(above);
+    ASSERT_EQ(server.Windows("").back(), above);
+
+    Process second(kProgram, {"NOINITSCREEN"}, On(server));
+    const unsigned long box = server.WaitForWindow("Cannot Run Second Session", kPatience);
+    ASSERT_NE(box, 0U);
+    server.PressReturn(box);
+    EXPECT_EQ(second.Wait(kPatience), 1);
+    EXPECT_TRUE(WaitUntil([&] { return server.Windows("").back() == window; }));
+}
+
+TEST_F(Window, WithoutAChartOnDisplayASecondCopyStartsBesideTheFirst) {
+    XServer server;
+    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    Process first(kProgram, {"NOINITSCREEN"}, On(server));
+    ASSERT_NE(server.WaitForWindow("Orvantis", kPatience), 0U);
+    Process second(kProgram, {"NOINITSCREEN"}, On(server));
+    EXPECT_TRUE(WaitUntil([&] { return server.Windows("Orvantis").size() == 2; }));
+    first.Terminate();
+    second.Terminate();
+    EXPECT_EQ(first.Wait(kPatience), 0);
+    EXPECT_EQ(second.Wait(kPatience), 0);
+}
+
+TEST_F(Window, ACopyThatEndedWithoutOrderIsNoneAnyMore) {
+    XServer server;
+    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    {
+        Process first(kProgram, {"--open", kSample}, On(server));
+        ASSERT_NE(server.WaitForWindow("Orvantis: ", kPatience), 0U);
+        first.Kill();
+        first.Wait(kPatience);
+    }
+    Process second(kProgram, {"--open", kSample}, On(server));
+    EXPECT_NE(server.WaitForWindow("Orvantis: ", kPatience), 0U);
+    second.Terminate();
+    EXPECT_EQ(second.Wait(kPatience), 0);
+}
+
+TEST_F(Window, ItsPlaceIsKeptFromRunToRun) {
+    XServer server;
+    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    // 15 twips to a pixel.
+    WriteIni("WindowState=0\r\nLeft=3000\r\nTop=1500\r\nWidth=9000\r\nHeight=7500\r\n");
+    const XServer::Place moved{150, 60, 720, 480};
+    {
+        Process program(kProgram, {"NOINITSCREEN"}, On(server));
+        const unsigned long window = server.WaitForWindow("Orvantis", kPatience);
+        ASSERT_NE(window, 0U);
+        EXPECT_EQ(server.PlaceOf(window), (XServer::Place{200, 100, 600, 500}));
+        server.MoveTo(window, moved);
+        ASSERT_TRUE(WaitUntil([&] { return server.Look(window).width == moved.width; }));
+        server.Close(window);
+        EXPECT_EQ(program.Wait(kPatience), 0);
+    }
+    EXPECT_TRUE(Ini().starts_with(
+        "[Orvantis]\r\nWindowState=0\r\nLeft=2250\r\nTop=900\r\nWidth=10800\r\nHeight=7200\r\n"))
+        << Ini();
+    Process program(kProgram, {"NOINITSCREEN"}, On(server));
+    const unsigned long window = server.WaitForWindow("Orvantis", kPatience);
+    EXPECT_EQ(server.PlaceOf(window), moved);
+    server.Close(window);
+    EXPECT_EQ(program.Wait(kPatience), 0);
+}
+
+TEST_F(Window, ThePictureIsKeptFromRunToRunWhereThatIsWanted) {
+    XServer server;
+    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    WriteIni("WindowState=0\r\nWidth=9000\r\nHeight=7500\r\nStoreImages=-1\r\n");
+    const std::string stored = home.File("orvantis/mapimage.bmp");
+    {
+        Process program(kProgram, {"NOINITSCREEN"}, On(server));
+        const unsigned long window = server.WaitForWindow("Orvantis", kPatience);
+        ASSERT_NE(window, 0U);
+        server.Close(window);
+        EXPECT_EQ(program.Wait(kPatience), 0);
+    }
+    EXPECT_TRUE(std::filesystem::exists(home.File("orvantis/mapview.ovm")));
+    // A picture of one colour shows whether it is taken.
+    Bytes picture = FileBytes(stored);
+    ASSERT_GT(picture.size(), 54U);
+    std::fill(picture.begin() + 54, picture.end(), std::uint8_t{0x77});
+    home.Write("orvantis/mapimage.bmp", picture);
+    Process program(kProgram, {"NOINITSCREEN"}, On(server));
+    const unsigned long window = server.WaitForWindow("Orvantis", kPatience);
+    EXPECT_TRUE(WaitUntil([&] {
+        const XServer::Picture seen = server.Look(window);
+        return std::count(seen.pixels.begin(), seen.pixels.end(), 0x777777U) > 100000;
+    }));
+    server.Close(window);
+    EXPECT_EQ(program.Wait(kPatience), 0);
+}
+
+TEST_F(Window, AnUnsavedChartIsAskedAboutAtTheEnd) {
+    XServer server;
+    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    HandOverChart();
+    Process program(kProgram, {"3"}, On(server));
+    const unsigned long window = server.WaitForWindow("Orvantis: ", kPatience);
+    ASSERT_NE(window, 0U) << program.Complaints();
+    server.Close(window);
+    unsigned long box = server.WaitForWindow("Chart Not Saved", kPatience);
+    ASSERT_NE(box, 0U);
+    server.Close(box);  // as Cancel
+    EXPECT_TRUE(WaitUntil([&] { return server.Windows("Chart Not Saved").empty(); }));
+    EXPECT_EQ(program.Wait(1), -1) << "it stays";
+    EXPECT_EQ(Ini(), "") << "nothing has been written";
+
+    program.Terminate();
+    EXPECT_EQ(program.Wait(kPatience), 0) << "a signal asks nothing";
+    EXPECT_TRUE(Ini().starts_with("[Orvantis]\r\nWindowState=")) << Ini();
+    EXPECT_EQ(program.Complaints(), "");
+}
+
+TEST_F(Window, ASignalDuringTheQuestionEndsTheProgramAndKeepsItsKeys) {
+    XServer server;
+    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    HandOverChart();
+    Process program(kProgram, {"3"}, On(server));
+    const unsigned long window = server.WaitForWindow("Orvantis: ", kPatience);
+    ASSERT_NE(window, 0U) << program.Complaints();
+    server.Close(window);
+    ASSERT_NE(server.WaitForWindow("Chart Not Saved", kPatience), 0U);
+    program.Terminate();
+    EXPECT_EQ(program.Wait(kPatience), 0);
+    EXPECT_NE(Ini(), "");
+}
+
+TEST_F(Window, AMissingDatabaseIsToldAndEndsTheProgram) {
+    XServer server;
+    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    // A folder of that name keeps the shipped database from being put there.
+    std::filesystem::create_directories(home.File("orvantis/level1.pnt"));
+    Process program(kProgram, {"NOINITSCREEN"}, On(server));
+    const unsigned long box = server.WaitForWindow("Orvantis", kPatience);
+    ASSERT_NE(box, 0U);
+    server.PressReturn(box);
+    EXPECT_EQ(program.Wait(kPatience), 1);
+    EXPECT_EQ(Ini(), "");
 }
 
 }  // namespace

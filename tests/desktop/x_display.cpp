@@ -3,6 +3,7 @@
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
+#include <X11/keysym.h>
 #include <array>
 #include <chrono>
 #include <csignal>
@@ -79,25 +80,30 @@ std::string XServer::Title(unsigned long window) {
     return title;
 }
 
+std::vector<unsigned long> XServer::Windows(const std::string& titleStart) {
+    std::vector<unsigned long> found;
+    Window root = 0;
+    Window parent = 0;
+    Window* windows = nullptr;
+    unsigned int count = 0;
+    XQueryTree(Connection(display_), DefaultRootWindow(Connection(display_)), &root, &parent,
+               &windows, &count);
+    for (unsigned int i = 0; i < count; ++i) {
+        XWindowAttributes attributes{};
+        if (XGetWindowAttributes(Connection(display_), windows[i], &attributes) != 0 &&
+            attributes.map_state == IsViewable && Title(windows[i]).starts_with(titleStart)) {
+            found.push_back(windows[i]);
+        }
+    }
+    if (windows != nullptr) XFree(windows);
+    return found;
+}
+
 unsigned long XServer::WaitForWindow(const std::string& titleStart, int seconds) {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
     while (std::chrono::steady_clock::now() < end) {
-        Window root = 0;
-        Window parent = 0;
-        Window* windows = nullptr;
-        unsigned int count = 0;
-        XQueryTree(Connection(display_), DefaultRootWindow(Connection(display_)), &root, &parent,
-                   &windows, &count);
-        unsigned long found = 0;
-        for (unsigned int i = 0; i < count; ++i) {
-            XWindowAttributes attributes{};
-            if (XGetWindowAttributes(Connection(display_), windows[i], &attributes) != 0 &&
-                attributes.map_state == IsViewable && Title(windows[i]).starts_with(titleStart)) {
-                found = windows[i];
-            }
-        }
-        if (windows != nullptr) XFree(windows);
-        if (found != 0) return found;
+        const std::vector<unsigned long> found = Windows(titleStart);
+        if (!found.empty()) return found.back();
         Pause();
     }
     return 0;
@@ -124,6 +130,62 @@ XServer::Picture XServer::Look(unsigned long window) {
 void XServer::Resize(unsigned long window, int width, int height) {
     XResizeWindow(Connection(display_), window, static_cast<unsigned>(width),
                   static_cast<unsigned>(height));
+    XSync(Connection(display_), False);
+}
+
+XServer::Place XServer::PlaceOf(unsigned long window) {
+    XWindowAttributes attributes{};
+    if (XGetWindowAttributes(Connection(display_), window, &attributes) == 0) return {};
+    return {attributes.x, attributes.y, attributes.width, attributes.height};
+}
+
+void XServer::MoveTo(unsigned long window, const Place& place) {
+    XMoveResizeWindow(Connection(display_), window, place.left, place.top,
+                      static_cast<unsigned>(place.width), static_cast<unsigned>(place.height));
+    XSync(Connection(display_), False);
+}
+
+void XServer::Raise(unsigned long window) {
+    XRaiseWindow(Connection(display_), window);
+    XSync(Connection(display_), False);
+}
+
+void XServer::SendKey(unsigned long window, bool down) {
+    XEvent event{};
+    event.xkey.type = down ? KeyPress : KeyRelease;
+    event.xkey.window = window;
+    event.xkey.root = DefaultRootWindow(Connection(display_));
+    event.xkey.same_screen = True;
+    event.xkey.keycode = XKeysymToKeycode(Connection(display_), XK_Return);
+    XSendEvent(Connection(display_), window, False, down ? KeyPressMask : KeyReleaseMask, &event);
+}
+
+void XServer::PressReturn(unsigned long window) {
+    SendKey(window, true);
+    SendKey(window, false);
+    XSync(Connection(display_), False);
+}
+
+void XServer::SendButton(unsigned long window, bool down) {
+    const Place place = PlaceOf(window);
+    XEvent event{};
+    event.xbutton.type = down ? ButtonPress : ButtonRelease;
+    event.xbutton.window = window;
+    event.xbutton.root = DefaultRootWindow(Connection(display_));
+    event.xbutton.same_screen = True;
+    event.xbutton.x = place.width / 2;
+    event.xbutton.y = place.height / 2;
+    event.xbutton.x_root = place.left + event.xbutton.x;
+    event.xbutton.y_root = place.top + event.xbutton.y;
+    event.xbutton.button = Button1;
+    event.xbutton.state = down ? 0 : Button1Mask;
+    XSendEvent(Connection(display_), window, False, down ? ButtonPressMask : ButtonReleaseMask,
+               &event);
+}
+
+void XServer::Click(unsigned long window) {
+    SendButton(window, true);
+    SendButton(window, false);
     XSync(Connection(display_), False);
 }
 

@@ -23,6 +23,8 @@ class XServer {
 
     /// Waits until a window shows whose title begins so. 0 if none comes within the time.
     unsigned long WaitForWindow(const std::string& titleStart, int seconds);
+    /// The windows that show and whose titles begin so, from the bottom to the top.
+    std::vector<unsigned long> Windows(const std::string& titleStart);
     std::string Title(unsigned long window);
 
     /// What a window shows: 0xRRGGBB row by row.
@@ -33,11 +35,29 @@ class XServer {
     };
     Picture Look(unsigned long window);
 
+    /// Where a window stands on the display.
+    struct Place {
+        int left = 0;
+        int top = 0;
+        int width = 0;
+        int height = 0;
+        bool operator==(const Place&) const = default;
+    };
+    Place PlaceOf(unsigned long window);
+    void MoveTo(unsigned long window, const Place& place);
     void Resize(unsigned long window, int width, int height);
+    /// Presses and releases the key Return, or the left button in the middle of the window.
+    void PressReturn(unsigned long window);
+    void Click(unsigned long window);
+    /// Puts a window above all others.
+    void Raise(unsigned long window);
     /// Asks the window to close, as its close button does.
     void Close(unsigned long window);
 
   private:
+    void SendButton(unsigned long window, bool down);
+    void SendKey(unsigned long window, bool down);
+
     pid_t server_ = -1;
     std::string name_;
     void* display_ = nullptr;  // the connection; Xlib's own header would bring its macros along

@@ -256,6 +256,49 @@ TEST_F(FillsTest, SeedsAreMarkedWhenAskedFor) {
     EXPECT_EQ(At(41, 41), kSea);
 }
 
+// Near the limb a coast and a seed may change places by rounding.
+TEST_F(FillsTest, SeaSeedWithOutlineNextToItPaintsNothingOnAGlobe) {
+    MakeGlobe();
+    AddFill(1, 11, 0, true, 0);
+    EXPECT_EQ(Floods(), Log{});
+    CurrentMap().fillCount = 0;
+    AddFill(1, 11, 0, false, 0x0000FF);
+    EXPECT_EQ(Floods().size(), 1U) << "a colour of the user's own is painted";
+    CurrentMap().fillCount = 0;
+    AddFill(1, 14, 0, true, 0);
+    EXPECT_EQ(Floods().size(), 1U);
+}
+
+TEST_F(FillsTest, RemovingAllFillsEmptiesTheListAndTheNextRedrawShowsNone) {
+    AddFill(1, 40, 40, true, 0);
+    AddFill(1, 0, 0, false, 0x0000FF);
+    RemoveAllFills();
+    EXPECT_EQ(CurrentMap().fillCount, 0);
+    EXPECT_EQ(Floods(), Log{});
+    EXPECT_EQ(At(0, 0), kLand);
+}
+
+TEST_F(FillsTest, RemovingTheLastFillTakesOneAwayAndWithNoneChangesNothing) {
+    AddFill(1, 40, 40, true, 0);
+    AddFill(1, 0, 0, false, 0x0000FF);
+    RemoveLastFill();
+    EXPECT_EQ(CurrentMap().fillCount, 1);
+    EXPECT_EQ(Floods(), Log{"FloodFill 245 89 16744512 0"});
+    RemoveLastFill();
+    RemoveLastFill();
+    EXPECT_EQ(CurrentMap().fillCount, 0);
+}
+
+TEST_F(FillsTest, RemovingAllNeedsTwoFillsAndRemovingTheLastOne) {
+    EXPECT_FALSE(CanRemoveLastFill());
+    EXPECT_FALSE(CanRemoveAllFills());
+    AddFill(1, 40, 40, true, 0);
+    EXPECT_TRUE(CanRemoveLastFill());
+    EXPECT_FALSE(CanRemoveAllFills());
+    AddFill(1, 40, 40, true, 0);
+    EXPECT_TRUE(CanRemoveAllFills());
+}
+
 TEST_F(FillsTest, FloodTellsWhetherItPainted) {
     PlotMap4(kFalse, surface, kTrue);
     mapView.surface = &surface;

@@ -2,7 +2,9 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "map/fills.h"
 #include "map/map_fixture.h"
+#include "map/zoom_seeds.h"
 #include "session/files.h"
 
 namespace orvantis {
@@ -165,6 +167,101 @@ TEST_F(VectorsTest, CoastsIslandsAndLakesRecordWhereTheyCrossTheEdge) {
     }
 }
 
+TEST_F(VectorsTest, LineThatPassesThroughTheMapWithoutAPointInItCrossesTwice) {
+    AddLine(1001, {At(5, 0, -60), At(5, 30, 60)});
+    AddLine(1002, {At(5, 44, -60), At(5, 60, -40)});  // past the corner
+    MakeDatabase();
+    Edges(-45, -45, 45, 45);
+    PlotMap4(kFalse, surface, kTrue);
+    ASSERT_EQ(plotState.crossings.size(), 3U);
+    EXPECT_EQ(plotState.crossings[1].side, side::kLeft);
+    EXPECT_EQ(plotState.crossings[1].startInside, kFalse);
+    EXPECT_NEAR(plotState.crossings[1].y, 129 - 7.5, 1);
+    EXPECT_EQ(plotState.crossings[2].side, side::kRight);
+    EXPECT_EQ(plotState.crossings[2].startInside, kTrue);
+    EXPECT_NEAR(plotState.crossings[2].y, 129 - 52.5, 1);
+    EXPECT_EQ(surface.GetPixel(205, 200), 0xFF8040) << "water lies on the right of a line";
+    EXPECT_EQ(surface.GetPixel(205, 50), 0x00C800);
+}
+
+TEST_F(VectorsTest, LineThatPassesThroughTheMapKeepsTheZoomsSeaFillsAway) {
+    AddLine(1001, {At(5, 20, -60), At(5, 20, 0)});
+    MakeDatabase();
+    Edges(10, -40, 30, -20);
+    plotState.fillSeaOnly = kTrue;
+    PlotMap4(kFalse, surface, kTrue);
+    EXPECT_EQ(CurrentMap().fillCount, 0);
+    EXPECT_EQ(surface.GetPixel(205, 200), 0xFF8040);
+    EXPECT_EQ(surface.GetPixel(205, 60), 0x00C800);
+}
+
+// A coast over the few degrees that a wide view leaves out: it goes out at one side and comes in at
+// the other, instead of right through the map.
+TEST_F(VectorsTest, LineAroundTheBackOfAWideViewDoesNotLeapThroughTheMap) {
+    AddLine(1001, {At(5, 0, 178), At(5, 0, -177)});
+    MakeDatabase();
+    Edges(-90, -179, 90, 179);
+    CurrentMap().west = -179;
+    EXPECT_EQ(Vectors(), (Log{"MoveTo 384 129", "LineTo 389 129", "MoveTo 22 129", "LineTo 27 129",
+                              "SetPixel 27 129", "FloodFill 26 130 16744512 0"}));
+    ASSERT_EQ(plotState.crossings.size(), 3U);
+    EXPECT_EQ(plotState.crossings[1].side, side::kRight);
+    EXPECT_EQ(plotState.crossings[2].side, side::kLeft);
+}
+
+TEST_F(VectorsTest, EasternPartOfAViewOfMoreThan300DegreesIsNotPutToTheLeft) {
+    AddLine(1001, {At(5, 0, 150), At(5, 0, 155)});
+    MakeDatabase();
+    Edges(-90, -160, 90, 160);
+    const Log vectors = Vectors();
+    ASSERT_EQ(vectors.size(), 3U);
+    EXPECT_EQ(vectors[0], "MoveTo 374 129");
+}
+
+TEST_F(VectorsTest, TipOfACoastAtTheEdgeOfASeaThatTheZoomSawIsNoCoastThroughTheEdge) {
+    AddLine(1001, {At(5, 31, -30), At(5, 29, -30), At(5, 31, -30)});
+    MakeDatabase();
+    Edges(10, -40, 30, -20);
+    plotState.fillSeaOnly = kTrue;
+    Vectors();
+    EXPECT_TRUE(plotState.islandsOnly);
+    EXPECT_EQ(surface.GetPixel(205, 200), 0xFF8040);
+    plotState.fillLand = kTrue;
+    Vectors();
+    EXPECT_FALSE(plotState.islandsOnly) << "the zoom met land as well";
+    EXPECT_EQ(surface.GetPixel(205, 200), 0x00C800);
+}
+
+TEST_F(VectorsTest, WholeWorldNeverFillsFromCrossings) {
+    AddLine(1001, {At(5, 80, 0), At(5, 90, 0)});
+    MakeDatabase();
+    Vectors();
+    EXPECT_EQ(plotState.crossings.size(), 2U);
+    EXPECT_EQ(surface.Calls("FloodFill").size(), 1U) << "the surround";
+}
+
+TEST_F(VectorsTest, GlobeNeverFillsFromCrossings) {
+    AddLine(1001, {At(5, 0, -89), At(5, 0, -80)});
+    MakeDatabase();
+    Edges(0, -90, 0, 90);
+    CurrentMap().projection = projection::kGlobeSphere;
+    Vectors();
+    EXPECT_EQ(surface.Calls("FloodFill").size(), 1U) << "the surround";
+}
+
+// South-west and north-east of this line lie behind the globe, its north-west end before it.
+TEST_F(VectorsTest, LineOfAGlobeIsDrawnIfAnyCornerOfItsExtentsIsInFront) {
+    AddLine(1001, {At(5, 40, 85), At(5, 30, 95)});
+    AddLine(1002, {At(5, 40, 110), At(5, 30, 120)});
+    MakeDatabase();
+    Edges(-10, -90, -10, 90);
+    CurrentMap().projection = projection::kGlobeSphere;
+    EXPECT_EQ(Vectors().size(), 0U);
+    Edges(10, -90, 10, 90);
+    CurrentMap().projection = projection::kGlobeSphere;
+    EXPECT_EQ(Vectors().size(), 3U);
+}
+
 TEST_F(VectorsTest, PlottedTellsWhetherAPointFellWithinTheMap) {
     AddLine(1001, {At(5, 0, -80), At(5, 0, 80)});
     MakeDatabase();
@@ -231,7 +328,9 @@ TEST_F(VectorsTest, CoastThroughTheEdgeIsNoMapOfIslands) {
     Edges(-45, -45, 45, 45);
     Vectors();
     EXPECT_FALSE(plotState.islandsOnly);
-    EXPECT_EQ(surface.Calls("FloodFill").size(), 1U);
+    EXPECT_EQ(surface.Calls("FloodFill"),
+              (Log{"FloodFill 1 1 12632256 0", "FloodFill 26 40 16744512 0"}))
+        << "the surround, and the edge as the coast's crossing has it";
 }
 
 TEST_F(VectorsTest, ViewWhollyWithinTheSeaGetsItsFiveSeaFillsOnce) {
@@ -249,6 +348,39 @@ TEST_F(VectorsTest, ViewWhollyWithinTheSeaGetsItsFiveSeaFillsOnce) {
     EXPECT_EQ(surface.GetPixel(200, 100), 0xFF8040);
     PlotMap4(kFalse, surface, kTrue);
     EXPECT_EQ(CurrentMap().fillCount, 5);
+}
+
+TEST_F(VectorsTest, SeaFlagStandsUntilTheNextZoomClearsIt) {
+    MakeDatabase();
+    Edges(10, -40, 30, -20);
+    plotState.fillSeaOnly = kTrue;
+    PlotMap4(kFalse, surface, kTrue);
+    EXPECT_EQ(plotState.fillSeaOnly, kTrue);
+    surface.Clear(LandColour());
+    SeedsFromZoom(1, surface, 100, 100, 200, 150);
+    EXPECT_EQ(plotState.fillSeaOnly, kFalse);
+}
+
+TEST_F(VectorsTest, SeaFillsThatWereRemovedAreNotAddedAgain) {
+    MakeDatabase();
+    Edges(10, -40, 30, -20);
+    plotState.fillSeaOnly = kTrue;
+    PlotMap4(kFalse, surface, kTrue);
+    RemoveAllFills();
+    PlotMap4(kFalse, surface, kTrue);
+    EXPECT_EQ(CurrentMap().fillCount, 0);
+}
+
+TEST_F(VectorsTest, SeaOnTheFrameOfAZoomTellsNothingOfTheViewsAfterIt) {
+    AddLine(1001, {At(5, 20, -38), At(5, 21, -39)});
+    MakeDatabase();
+    Edges(10, -40, 30, -20);
+    plotState.fillSeaOnly = kTrue;
+    PlotMap4(kFalse, surface, kTrue);
+    EXPECT_EQ(CurrentMap().fillCount, 0) << "a coast is in view";
+    Edges(10, 0, 30, 20);
+    PlotMap4(kFalse, surface, kTrue);
+    EXPECT_EQ(CurrentMap().fillCount, 0) << "it may as well be land";
 }
 
 TEST_F(VectorsTest, ZoomThatMetAnotherColourAddsNoSeaFills) {

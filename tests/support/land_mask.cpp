@@ -48,12 +48,38 @@ LandMask::LandMask(std::string_view path) {
     if (land_.size() != cells) land_.clear();
 }
 
-bool LandMask::IsLand(double lat, double longitude) const {
+int LandMask::Row(double lat) const {
+    return std::clamp(static_cast<int>((90 - lat) / 180 * rows_), 0, rows_ - 1);
+}
+
+int LandMask::Column(double longitude) const {
     const double turn = longitude / 360 + 0.5;
-    const int column = static_cast<int>((turn - std::floor(turn)) * columns_);
-    const int row = std::clamp(static_cast<int>((90 - lat) / 180 * rows_), 0, rows_ - 1);
-    return land_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
-                 static_cast<std::size_t>(std::min(column, columns_ - 1))] != 0;
+    return std::min(static_cast<int>((turn - std::floor(turn)) * columns_), columns_ - 1);
+}
+
+bool LandMask::IsLand(double lat, double longitude) const {
+    return land_[static_cast<std::size_t>(Row(lat)) * static_cast<std::size_t>(columns_) +
+                 static_cast<std::size_t>(Column(longitude))] != 0;
+}
+
+// Ring by ring outward, since there is mostly such a cell close by.
+bool LandMask::IsNear(double lat, double longitude, double minutes, bool land) const {
+    const int reach = static_cast<int>(std::ceil(minutes * columns_ / 21600));
+    const int row = Row(lat);
+    const int column = Column(longitude);
+    const auto has = [&](int y, int x) {
+        if (y < 0 || y >= rows_) return false;
+        const int wrapped = ((column + x) % columns_ + columns_) % columns_;
+        return (land_[static_cast<std::size_t>(y) * static_cast<std::size_t>(columns_) +
+                      static_cast<std::size_t>(wrapped)] != 0) == land;
+    };
+    for (int ring = 0; ring <= reach; ++ring) {
+        for (int step = -ring; step <= ring; ++step) {
+            if (has(row - ring, step) || has(row + ring, step)) return true;
+            if (has(row + step, -ring) || has(row + step, ring)) return true;
+        }
+    }
+    return false;
 }
 
 }  // namespace orvantis

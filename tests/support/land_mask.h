@@ -19,7 +19,14 @@ class LandMask {
     /// True if a position is land; degrees, north and east positive, any longitude.
     bool IsLand(double lat, double longitude) const;
 
+    /// True if a cell of land, or of water, lies within so many arc-minutes of a position, counted
+    /// along latitude and longitude each.
+    bool IsNear(double lat, double longitude, double minutes, bool land) const;
+
   private:
+    int Row(double lat) const;
+    int Column(double longitude) const;
+
     int columns_ = 0;
     int rows_ = 0;
     std::vector<std::uint8_t> land_;  // 1 land, 0 water

@@ -1,0 +1,18 @@
+// The sea along the edges of a zoomed flat map. Its seeds may all lie outside the view; but where a
+// coast crosses the edge, the direction of the crossing tells on which side of it the sea lies,
+// since every coast has land on its left.
+#pragma once
+
+namespace orvantis {
+
+/// Floods each stretch of the map's edges that the crossings of the plot (plotState.crossings) show
+/// to be sea. Works on the line one pixel inside the map's edge, on which the crossings lie. A side
+/// without crossings, or whose crossings contradict each other, is left as it is, and so are
+/// stretches of less than 4 pixels. For flat views narrower than the world.
+void FillEdgeSea();
+
+/// True if no crossing is left on any side once those at one position have cancelled in pairs: then
+/// no coast passes through the edge, and all of it is of one kind.
+bool CrossingsCancel();
+
+}  // namespace orvantis

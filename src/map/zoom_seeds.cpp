@@ -1,0 +1,121 @@
+// See zoom_seeds.h.
+#include "map/zoom_seeds.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include "map/map_document.h"
+#include "map/plot.h"
+#include "map/projection.h"
+#include "session/settings.h"
+#include "text/numbers.h"
+
+namespace orvantis {
+
+namespace {
+
+constexpr std::size_t kMostColours = 16;
+
+// How far a seed is moved off the edge into the rectangle: about an arc-minute.
+constexpr double kIntoRectangle = 0.0167;
+
+constexpr Colour kNoPixel = -1;  // what lies off the picture
+
+// One search: where it looks and what it looks for.
+struct Search {
+    std::int16_t docNumber = 1;
+    DrawingSurface& picture;
+    std::vector<Colour> colours;  // of the document's fills, with the palette mark
+};
+
+std::vector<Colour> ColoursOfFills(const MapDocument& document) {
+    std::vector<Colour> colours;
+    for (int number = 1; number <= document.fillCount; ++number) {
+        if (static_cast<std::size_t>(number) >= mapState.fills.size()) break;
+        const Colour colour = mapState.fills[static_cast<std::size_t>(number)].colour;
+        if (colour < 0) continue;
+        const Colour listed = PaletteColour(colour);
+        if (std::find(colours.begin(), colours.end(), listed) != colours.end()) continue;
+        if (colours.size() == kMostColours) break;
+        colours.push_back(listed);
+    }
+    return colours;
+}
+
+bool Counts(const Search& search, Colour pixel) {
+    if (pixel == kNoPixel || pixel == PlainColour(LandColour()) ||
+        pixel == PlainColour(plotState.outlineColour)) {
+        return false;
+    }
+    return std::find(search.colours.begin(), search.colours.end(), PaletteColour(pixel)) !=
+           search.colours.end();
+}
+
+double WrappedLong(double longitude) {
+    return Modulo(longitude + 180, 360) - 180;
+}
+
+// A run of one colour with its middle at (x, y).
+void HandleRun(const Search& search, std::int16_t sideNumber, float x, float y, Colour pixel) {
+    if (pixel == PlainColour(SeaColour())) {
+        plotState.fillSeaOnly = kTrue;
+        return;
+    }
+    if (pixel == PlainColour(LandColour())) plotState.fillLand = kTrue;
+    if (!Counts(search, pixel)) return;
+
+    float lat = 0;
+    float longitude = 0;
+    UnprojectPoint(mapState.documents[static_cast<std::size_t>(search.docNumber)], x, y, lat,
+                   longitude);
+    double seedLat = lat;
+    double seedLong = longitude;
+    if (sideNumber == side::kLeft) seedLong = WrappedLong(seedLong + kIntoRectangle);
+    if (sideNumber == side::kRight) seedLong = WrappedLong(seedLong - kIntoRectangle);
+    if (sideNumber == side::kTop) seedLat -= kIntoRectangle;
+    if (sideNumber == side::kBottom) seedLat += kIntoRectangle;
+    AddFill(search.docNumber, static_cast<float>(seedLat), static_cast<float>(seedLong), false,
+            PaletteColour(pixel));
+    plotState.fillOtherColour = kTrue;
+}
+
+// Walks the pixels of one side, `from` to `to`, at the column or row `across`.
+void WalkSide(const Search& search, std::int16_t sideNumber, int across, int from, int to) {
+    const bool upright = sideNumber == side::kLeft || sideNumber == side::kRight;
+    const auto pixelAt = [&](int along) {
+        return upright ? search.picture.GetPixel(across, along)
+                       : search.picture.GetPixel(along, across);
+    };
+    const auto edge = static_cast<float>(across);
+    for (int start = from; start <= to;) {
+        const Colour pixel = pixelAt(start);
+        int end = start;
+        while (end < to && pixelAt(end + 1) == pixel) ++end;
+        const float middle = static_cast<float>(start + end) / 2;
+        HandleRun(search, sideNumber, upright ? edge : middle, upright ? middle : edge, pixel);
+        start = end + 1;
+    }
+}
+
+}  // namespace
+
+void SeedsFromZoom(std::int16_t docNumber, DrawingSurface& picture, std::int16_t left,
+                   std::int16_t top, std::int16_t right, std::int16_t bottom) {
+    plotState.fillSeaOnly = kFalse;
+    plotState.fillOtherColour = kFalse;
+    plotState.fillLand = kFalse;
+    plotState.zoomTied = false;
+    plotState.seaFillsAdded = false;
+    if (left > right) std::swap(left, right);
+    if (top > bottom) std::swap(top, bottom);
+    const Search search{docNumber, picture,
+                        ColoursOfFills(mapState.documents[static_cast<std::size_t>(docNumber)])};
+    WalkSide(search, side::kLeft, left + 1, top, bottom);
+    WalkSide(search, side::kRight, right - 1, top, bottom);
+    WalkSide(search, side::kTop, top + 1, left, right);
+    WalkSide(search, side::kBottom, bottom - 1, left, right);
+}
+
+}  // namespace orvantis

@@ -1,0 +1,21 @@
+// What the colours on the edge of a zoom rectangle say about the view that it becomes. The new view
+// may have no seed of its own inside it; the colours that its frame met are carried over.
+#pragma once
+
+#include <cstdint>
+
+#include "surface/drawing_surface.h"
+
+namespace orvantis {
+
+/// Reads the pixels of the four sides of a zoom rectangle on a picture, one pixel inside it, while
+/// the view of the picture is still the one in force. Adds to document `docNumber` a fill for each
+/// run of a colour that one of its fills has, its seed 0.0167 degrees into the rectangle from the
+/// run's middle, and notes it in plotState.fillOtherColour; sea and bare land are only noted, in
+/// fillSeaOnly and fillLand. All three are false first, and tell of the view plotted next alone.
+/// Corners in pixels, left up to right and top up to bottom; a rectangle turned round is read as
+/// its proper one.
+void SeedsFromZoom(std::int16_t docNumber, DrawingSurface& picture, std::int16_t left,
+                   std::int16_t top, std::int16_t right, std::int16_t bottom);
+
+}  // namespace orvantis

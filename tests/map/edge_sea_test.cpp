@@ -1,0 +1,224 @@
+// The sea along the edges of a zoomed flat map, from where and how coasts cross them.
+#include "map/edge_sea.h"
+
+#include <algorithm>
+
+#include "map/map_fixture.h"
+
+namespace orvantis {
+namespace {
+
+using Log = std::vector<std::string>;
+
+constexpr Colour kLand = 0x00C800;
+constexpr Colour kSea = 0xFF8040;
+constexpr Flag kOut = kTrue;  // the start of the crossing segment was inside
+constexpr Flag kIn = kFalse;
+
+// The map's pixels on the surface: 26 to 384 across, 40 to 218 down; the inset line is their rim.
+constexpr int kLeft = 26;
+constexpr int kRight = 384;
+constexpr int kTop = 40;
+constexpr int kBottom = 218;
+
+class EdgeSeaTest : public MapTest {
+  protected:
+    void SetUp() override {
+        MapTest::SetUp();
+        SetView(-45, -45, 45, 45, projection::kCartesian);
+        plotState.outlineColour = 0;
+        surface.Clear(kLand);
+        surface.log.clear();
+    }
+
+    static void Cross(std::int16_t sideNumber, int position, Flag startInside) {
+        const auto at = static_cast<std::int16_t>(position);
+        switch (sideNumber) {
+            case side::kLeft:
+                plotState.crossings.push_back({sideNumber, kLeft, at, startInside});
+                break;
+            case side::kRight:
+                plotState.crossings.push_back({sideNumber, kRight, at, startInside});
+                break;
+            case side::kTop:
+                plotState.crossings.push_back({sideNumber, at, kTop, startInside});
+                break;
+            default:
+                plotState.crossings.push_back({sideNumber, at, kBottom, startInside});
+        }
+    }
+
+    // Outline from one point to another, both included.
+    void Outline(int x0, int y0, int x1, int y1) {
+        surface.SetPen({1, LineDash::Solid, 0});
+        surface.MoveTo(x0, y0);
+        surface.LineTo(x1, y1);
+        surface.SetPixel(x1, y1);
+        surface.log.clear();
+    }
+
+    Log Floods() {
+        surface.log.clear();
+        surface.ClipToRectangle(kLeft, kTop, kRight + 1, kBottom + 1);
+        FillEdgeSea();
+        surface.ClearClip();
+        return surface.Calls("FloodFill");
+    }
+};
+
+TEST_F(EdgeSeaTest, NothingIsFilledWithoutCrossings) {
+    EXPECT_EQ(Floods(), Log{});
+}
+
+// A coast across the map at row 100. A line has land on its left: one that leaves the map on the
+// left has land below it, one that enters there has it above.
+TEST_F(EdgeSeaTest, LeftSideIsSeaAboveACrossingOutward) {
+    Outline(kLeft, 100, kRight, 100);
+    Cross(side::kLeft, 100, kOut);
+    EXPECT_EQ(Floods(), Log{"FloodFill 26 40 16744512 0"});
+    EXPECT_EQ(surface.GetPixel(200, 60), kSea);
+    EXPECT_EQ(surface.GetPixel(200, 150), kLand);
+}
+
+TEST_F(EdgeSeaTest, LeftSideIsSeaBelowACrossingInward) {
+    Outline(kLeft, 100, kRight, 100);
+    Cross(side::kLeft, 100, kIn);
+    EXPECT_EQ(Floods(), Log{"FloodFill 26 101 16744512 0"});
+}
+
+TEST_F(EdgeSeaTest, RightSideIsSeaBelowACrossingOutwardAndAboveOneInward) {
+    Outline(kLeft, 100, kRight, 100);
+    Cross(side::kRight, 100, kOut);
+    EXPECT_EQ(Floods(), Log{"FloodFill 384 101 16744512 0"});
+    surface.Clear(kLand);
+    Outline(kLeft, 100, kRight, 100);
+    plotState.crossings.back().startInside = kIn;
+    EXPECT_EQ(Floods(), Log{"FloodFill 384 40 16744512 0"});
+}
+
+TEST_F(EdgeSeaTest, TopIsSeaToTheRightOfACrossingOutwardAndToTheLeftOfOneInward) {
+    Outline(200, kTop, 200, kBottom);
+    Cross(side::kTop, 200, kOut);
+    EXPECT_EQ(Floods(), Log{"FloodFill 201 40 16744512 0"});
+    surface.Clear(kLand);
+    Outline(200, kTop, 200, kBottom);
+    plotState.crossings.back().startInside = kIn;
+    EXPECT_EQ(Floods(), Log{"FloodFill 26 40 16744512 0"});
+}
+
+TEST_F(EdgeSeaTest, BottomIsSeaToTheLeftOfACrossingOutwardAndToTheRightOfOneInward) {
+    Outline(200, kTop, 200, kBottom);
+    Cross(side::kBottom, 200, kOut);
+    EXPECT_EQ(Floods(), Log{"FloodFill 26 218 16744512 0"});
+    surface.Clear(kLand);
+    Outline(200, kTop, 200, kBottom);
+    plotState.crossings.back().startInside = kIn;
+    EXPECT_EQ(Floods(), Log{"FloodFill 201 218 16744512 0"});
+}
+
+TEST_F(EdgeSeaTest, StretchesAlternateAlongASide) {
+    for (const int row : {80, 120, 160}) Outline(kLeft, row, kRight, row);
+    Cross(side::kLeft, 120, kIn);  // in the order of the lines, not of the rows
+    Cross(side::kLeft, 160, kOut);
+    Cross(side::kLeft, 80, kOut);
+    EXPECT_EQ(Floods(), (Log{"FloodFill 26 40 16744512 0", "FloodFill 26 121 16744512 0"}));
+    EXPECT_EQ(surface.GetPixel(200, 100), kLand);
+    EXPECT_EQ(surface.GetPixel(200, 190), kLand);
+}
+
+TEST_F(EdgeSeaTest, SidesAreWalkedInTheirOrderLeftRightTopBottom) {
+    Outline(kLeft, 100, 100, kTop);
+    Outline(kRight, 100, 300, kTop);
+    Outline(kLeft, 150, 100, kBottom);
+    Cross(side::kBottom, 100, kIn);
+    Cross(side::kTop, 100, kIn);
+    Cross(side::kRight, 100, kIn);
+    Cross(side::kLeft, 100, kOut);
+    Cross(side::kLeft, 150, kIn);
+    EXPECT_EQ(Floods(), (Log{"FloodFill 26 40 16744512 0", "FloodFill 26 151 16744512 0",
+                             "FloodFill 384 40 16744512 0", "FloodFill 101 218 16744512 0"}));
+}
+
+TEST_F(EdgeSeaTest, CrossingsOfOnePositionCancelInPairs) {
+    Outline(kLeft, 100, kRight, 100);
+    Cross(side::kLeft, 150, kIn);  // a tip that just reaches the edge
+    Cross(side::kLeft, 100, kOut);
+    Cross(side::kLeft, 150, kOut);
+    EXPECT_EQ(Floods(), Log{"FloodFill 26 40 16744512 0"});
+    EXPECT_FALSE(CrossingsCancel());
+}
+
+TEST_F(EdgeSeaTest, OfThreeCrossingsOfOnePositionOneIsLeftInTheDirectionOfTheMost) {
+    Outline(kLeft, 100, kRight, 100);
+    Cross(side::kLeft, 100, kOut);
+    Cross(side::kLeft, 100, kIn);
+    Cross(side::kLeft, 100, kOut);
+    EXPECT_EQ(Floods(), Log{"FloodFill 26 40 16744512 0"});
+    surface.Clear(kLand);
+    Outline(kLeft, 100, kRight, 100);
+    for (const std::size_t i : {1U, 2U, 3U}) {
+        Flag& flag = plotState.crossings[i].startInside;
+        flag = flag == kOut ? kIn : kOut;
+    }
+    EXPECT_EQ(Floods(), Log{"FloodFill 26 101 16744512 0"});
+}
+
+TEST_F(EdgeSeaTest, SideWhoseCrossingsAllCancelIsLeftAlone) {
+    for (const std::int16_t sideNumber : {side::kLeft, side::kRight, side::kTop, side::kBottom}) {
+        Cross(sideNumber, 100, kOut);
+        Cross(sideNumber, 100, kIn);
+    }
+    EXPECT_EQ(Floods(), Log{});
+    EXPECT_TRUE(CrossingsCancel());
+}
+
+TEST_F(EdgeSeaTest, SideWhoseCrossingsContradictEachOtherIsGivenUpAndTheOthersNot) {
+    Outline(kLeft, 100, kRight, 100);
+    Cross(side::kLeft, 100, kOut);
+    Cross(side::kLeft, 150, kOut);
+    Cross(side::kRight, 100, kIn);
+    EXPECT_EQ(Floods(), Log{"FloodFill 384 40 16744512 0"});
+}
+
+TEST_F(EdgeSeaTest, IntervalOfLessThanFourPixelsIsLeftUnfilled) {
+    Outline(kLeft, 100, 100, 100);
+    Outline(kLeft, 103, 100, 103);
+    Cross(side::kLeft, 100, kIn);
+    Cross(side::kLeft, 103, kOut);
+    EXPECT_EQ(Floods(), Log{});
+    plotState.crossings.back().y = 104;
+    EXPECT_EQ(Floods(), Log{"FloodFill 26 101 16744512 0"});
+}
+
+// A headland that touches the walked line parts the sea; both parts are found.
+TEST_F(EdgeSeaTest, SeaIsFilledOnBothSidesOfACoastThatTouchesTheEdgeWithoutCrossingIt) {
+    Outline(kLeft, 160, kRight, 160);
+    Outline(kLeft, 100, kRight, 60);
+    Outline(kLeft, 100, kRight, 140);
+    Cross(side::kLeft, 160, kOut);
+    EXPECT_EQ(Floods(), (Log{"FloodFill 26 40 16744512 0", "FloodFill 26 101 16744512 0"}));
+    EXPECT_EQ(surface.GetPixel(200, 100), kLand);
+    EXPECT_EQ(surface.GetPixel(200, 45), kSea);
+    EXPECT_EQ(surface.GetPixel(200, 150), kSea);
+}
+
+TEST_F(EdgeSeaTest, EachSeedIsMarkedRedWhenSeedsAreShown) {
+    Outline(kLeft, 100, kRight, 100);
+    Cross(side::kLeft, 100, kOut);
+    options.fillPoints = kTrue;
+    Floods();
+    EXPECT_EQ(surface.GetPixel(kLeft, kTop), 0x0000FF);
+    EXPECT_EQ(surface.GetPixel(kLeft, kTop + 1), kSea);
+    EXPECT_EQ(surface.Calls("SetPen").back(), "SetPen 1 0 0") << "the map's pen is back";
+}
+
+TEST_F(EdgeSeaTest, BorderIsWhiteOnBlackLand) {
+    settings.mapBackColour = 0;
+    plotState.outlineColour = 0xFFFFFF;
+    surface.Clear(0);
+    Cross(side::kLeft, 100, kOut);
+    EXPECT_EQ(Floods(), Log{"FloodFill 26 40 16744512 16777215"});
+}
+
+}  // namespace
+}  // namespace orvantis

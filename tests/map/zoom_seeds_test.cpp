@@ -1,0 +1,191 @@
+// The colours on the frame of a zoom rectangle.
+#include "map/zoom_seeds.h"
+
+#include "map/map_fixture.h"
+
+namespace orvantis {
+namespace {
+
+constexpr Colour kLand = 0x00C800;
+constexpr Colour kSea = 0xFF8040;
+constexpr Colour kRed = 0x0000FF;
+constexpr Colour kBlue = 0xFF0000;
+
+// The world at a pixel a degree: longitude 0 lies at x 205, latitude 0 at y 129. The rectangle of
+// the tests goes from 20 west to 20 east and from 10 south to 10 north.
+constexpr int kX = 205;
+constexpr int kY = 129;
+
+class ZoomSeedsTest : public MapTest {
+  protected:
+    void SetUp() override {
+        MapTest::SetUp();
+        SetView(-90, -180, 90, 180, projection::kCartesian);
+        plotState.outlineColour = 0;
+        surface.Clear(kLand);
+    }
+
+    // Paints a box of the map, degrees, east and north positive, edges included.
+    void Paint(int west, int south, int east, int north, Colour colour) {
+        surface.SetPen({1, LineDash::Solid, colour});
+        for (int y = kY - north; y <= kY - south; ++y) {
+            surface.MoveTo(kX + west, y);
+            surface.LineTo(kX + east + 1, y);
+        }
+    }
+
+    void Search() { SeedsFromZoom(1, surface, kX - 20, kY - 10, kX + 20, kY + 10); }
+
+    void ExpectFill(std::size_t number, double lat, double longitude, Colour colour) {
+        ASSERT_GT(mapState.fills.size(), number);
+        const FillRecord& fill = mapState.fills[number];
+        EXPECT_NEAR(fill.lat, lat, 1e-4) << number;
+        EXPECT_NEAR(fill.longitude, longitude, 1e-4) << number;
+        EXPECT_EQ(fill.colour, colour) << number;
+    }
+};
+
+TEST_F(ZoomSeedsTest, BareLandSetsNeitherFlagAndAddsNothing) {
+    plotState.fillSeaOnly = plotState.fillOtherColour = kTrue;
+    Search();
+    EXPECT_EQ(plotState.fillSeaOnly, kFalse);
+    EXPECT_EQ(plotState.fillOtherColour, kFalse);
+    EXPECT_EQ(plotState.fillLand, kTrue);
+    EXPECT_EQ(CurrentMap().fillCount, 0);
+}
+
+TEST_F(ZoomSeedsTest, SeaOnTheFrameIsNotedAndGetsNoRecord) {
+    Paint(-30, -20, 30, 20, kSea);
+    Search();
+    EXPECT_EQ(plotState.fillSeaOnly, kTrue);
+    EXPECT_EQ(plotState.fillOtherColour, kFalse);
+    EXPECT_EQ(plotState.fillLand, kFalse);
+    EXPECT_EQ(CurrentMap().fillCount, 0);
+}
+
+TEST_F(ZoomSeedsTest, SeaWithinTheFrameIsNotSeen) {
+    Paint(-18, -8, 18, 8, kSea);
+    Search();
+    EXPECT_EQ(plotState.fillSeaOnly, kFalse);
+}
+
+// One run a side, each a sixtieth of a degree further in than the line that is walked.
+TEST_F(ZoomSeedsTest, RunOfAListedColourGetsASeedOffTheMiddleOfEachSide) {
+    AddFill(1, 0, 0, false, kRed);
+    Paint(-30, -20, 30, 20, kRed);
+    Search();
+    ASSERT_EQ(CurrentMap().fillCount, 5);
+    ExpectFill(2, 0, -19 + 0.0167, PaletteColour(kRed));
+    ExpectFill(3, 0, 19 - 0.0167, PaletteColour(kRed));
+    ExpectFill(4, 9 - 0.0167, 0, PaletteColour(kRed));
+    ExpectFill(5, -9 + 0.0167, 0, PaletteColour(kRed));
+    EXPECT_EQ(plotState.fillOtherColour, kTrue);
+    EXPECT_EQ(plotState.fillSeaOnly, kFalse);
+}
+
+TEST_F(ZoomSeedsTest, EachRunOfASideGetsItsOwnSeedAtItsMiddle) {
+    AddFill(1, 0, 0, false, kRed);
+    AddFill(1, 0, 0, false, kBlue);
+    Paint(-19, 4, -19, 8, kRed);
+    Paint(-19, -3, -19, 3, 0);  // outline between them
+    Paint(-19, -6, -19, -4, kBlue);
+    Search();
+    ASSERT_EQ(CurrentMap().fillCount, 4);
+    ExpectFill(3, 6, -19 + 0.0167, PaletteColour(kRed));
+    ExpectFill(4, -5, -19 + 0.0167, PaletteColour(kBlue));
+}
+
+TEST_F(ZoomSeedsTest, RunThatReachesTheEndOfASideCounts) {
+    AddFill(1, 0, 0, false, kRed);
+    Paint(-19, -10, -19, -7, kRed);
+    Search();
+    ASSERT_EQ(CurrentMap().fillCount, 3);
+    ExpectFill(2, -8.5, -19 + 0.0167, PaletteColour(kRed));
+    ExpectFill(3, -9 + 0.0167, -19, PaletteColour(kRed));  // the corner, from the bottom
+}
+
+TEST_F(ZoomSeedsTest, ColourThatNoFillHasIsPassedOver) {
+    Paint(-30, -20, 30, 20, kRed);
+    AddFill(1, 0, 0, true, 0);
+    AddFill(1, 0, 0, false, kBlue);
+    Search();
+    EXPECT_EQ(CurrentMap().fillCount, 2);
+    EXPECT_EQ(plotState.fillOtherColour, kFalse);
+}
+
+TEST_F(ZoomSeedsTest, ColourOfLandOrOutlineIsPassedOverThoughAFillHasIt) {
+    AddFill(1, 0, 0, false, kLand);
+    AddFill(1, 0, 0, false, 0);
+    Paint(-30, -20, 0, 20, 0);
+    Search();
+    EXPECT_EQ(CurrentMap().fillCount, 2);
+    EXPECT_EQ(plotState.fillOtherColour, kFalse);
+}
+
+TEST_F(ZoomSeedsTest, FillColoursAreListedWhateverTheirPaletteMark) {
+    AddFill(1, 0, 0, false, PaletteColour(kRed));
+    Paint(-30, -20, 30, 20, kRed);
+    Search();
+    EXPECT_EQ(CurrentMap().fillCount, 5);
+}
+
+TEST_F(ZoomSeedsTest, OnlyTheFirstSixteenColoursOfTheFillsAreKnown) {
+    for (int i = 0; i < 3; ++i) {  // each listed once, however often it stands in the list
+        for (Colour colour = 1; colour <= 16; ++colour) AddFill(1, 0, 0, false, colour);
+    }
+    AddFill(1, 0, 0, false, 17);
+    Paint(-30, -20, 30, 20, 17);
+    Search();
+    EXPECT_EQ(CurrentMap().fillCount, 49);
+    Paint(-30, -20, 30, 20, 16);
+    Search();
+    EXPECT_EQ(CurrentMap().fillCount, 53);
+}
+
+TEST_F(ZoomSeedsTest, SeedMovedOverTheDateLineIsWrapped) {
+    AddFill(1, 0, 0, false, kRed);
+    SetView(-10, 160, 10, -160, projection::kCartesian);  // 9 pixels a degree
+    surface.Clear(kRed);
+    // The left side is walked just west of the date line, the right one just east of it.
+    SeedsFromZoom(1, surface, kX - 2, kY - 10, kX + 2, kY + 10);
+    ASSERT_EQ(CurrentMap().fillCount, 5);
+    ExpectFill(2, 0, 180 - 1.0 / 9 + 0.0167, PaletteColour(kRed));
+    ExpectFill(3, 0, -180 + 1.0 / 9 - 0.0167, PaletteColour(kRed));
+    SeedsFromZoom(1, surface, kX - 1, kY - 10, kX + 1, kY + 10);
+    ASSERT_EQ(CurrentMap().fillCount, 9);
+    ExpectFill(6, 0, -180 + 0.0167, PaletteColour(kRed));
+    ExpectFill(7, 0, 180 - 0.0167, PaletteColour(kRed));
+}
+
+TEST_F(ZoomSeedsTest, RectangleTurnedRoundIsReadAsItsProperOne) {
+    AddFill(1, 0, 0, false, kRed);
+    Paint(-30, -20, 30, 20, kRed);
+    SeedsFromZoom(1, surface, kX + 20, kY + 10, kX - 20, kY - 10);
+    ASSERT_EQ(CurrentMap().fillCount, 5);
+    ExpectFill(2, 0, -19 + 0.0167, PaletteColour(kRed));
+}
+
+TEST_F(ZoomSeedsTest, WhatLiesOffThePictureIsNoColour) {
+    AddFill(1, 0, 0, false, 0xFFFFFF);
+    SeedsFromZoom(1, surface, -30000, -30000, -20, -20);
+    EXPECT_EQ(CurrentMap().fillCount, 1);
+}
+
+TEST_F(ZoomSeedsTest, FullFillListTakesNoMore) {
+    for (int i = 0; i < 32767; ++i) AddFill(1, 0, 0, false, kRed);
+    Paint(-30, -20, 30, 20, kRed);
+    Search();
+    EXPECT_EQ(CurrentMap().fillCount, 32767);
+    EXPECT_EQ(plotState.fillOtherColour, kTrue);
+}
+
+TEST_F(ZoomSeedsTest, FillCountBeyondTheListEndsTheSearchForColours) {
+    AddFill(1, 0, 0, false, kRed);
+    CurrentMap().fillCount = 30000;
+    Paint(-30, -20, 30, 20, kSea);
+    Search();
+    EXPECT_EQ(plotState.fillSeaOnly, kTrue);
+}
+
+}  // namespace
+}  // namespace orvantis
