@@ -35,8 +35,8 @@ std::string RegionalTextOf(const QLocale& locale, std::string_view key) {
 }
 
 std::string LanguageOf(const QLocale& locale) {
-    const QString code = QLocale::languageToCode(locale.language(), QLocale::ISO639Part2T);
-    return code.size() < 2 ? "ENG" : code.toUpper().toStdString();
+    const QString code = QLocale::languageToCode(locale.language(), QLocale::ISO639Part1);
+    return code.size() < 2 ? "EN" : code.toUpper().toStdString();
 }
 
 }  // namespace orvantis

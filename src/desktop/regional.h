@@ -11,7 +11,7 @@ namespace orvantis {
 /// clock, 1 the 24 hour clock), from the locale's short formats. "" for any other key.
 std::string RegionalTextOf(const QLocale& locale, std::string_view key);
 
-/// Abbreviation of the locale's language by ISO 639-2 (its terminological form), in capitals; "ENG"
+/// Abbreviation of the locale's language by ISO 639-1 in capitals; "EN"
 /// for a locale without a language.
 std::string LanguageOf(const QLocale& locale);
 

@@ -4,6 +4,7 @@
 
 #include "session/files.h"
 #include "session/session_state.h"
+#include "text/strings.h"
 
 namespace orvantis {
 
@@ -11,21 +12,11 @@ void (*showRecentMaps)(const RecentMenu& menu) = nullptr;
 
 namespace {
 
-// Letters a to z alone: a path is in the platform's encoding, of which no other byte is a letter by
-// itself.
-std::string LowerPath(std::string_view path) {
-    std::string lower(path);
-    for (char& c : lower) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return lower;
-}
-
 void PutFirst(const std::string& path) {
     auto& maps = session.RecentMaps;
     const auto used = maps.begin() + session.RecentCount;
     auto position = std::find_if(
-        maps.begin(), used, [&](const std::string& entry) { return LowerPath(entry) == path; });
+        maps.begin(), used, [&](const std::string& entry) { return LowerAscii(entry) == path; });
     if (position == used) {
         if (session.RecentCount < static_cast<std::int16_t>(maps.size())) ++session.RecentCount;
         position = maps.begin() + session.RecentCount - 1;
@@ -37,7 +28,7 @@ void PutFirst(const std::string& path) {
 }  // namespace
 
 void AddRecentMap(std::string_view path) {
-    if (!path.empty()) PutFirst(LowerPath(path));
+    if (!path.empty()) PutFirst(LowerAscii(path));
     if (showRecentMaps != nullptr) showRecentMaps(RecentMapMenu());
 }
 

@@ -161,7 +161,7 @@ void FindSibling() {
 }
 
 bool StartScreenIsWanted(std::string_view commandLine, bool hasChart) {
-    const std::string text = UpperCase(commandLine);
+    const std::string text = UpperAscii(commandLine);
     const auto position = [&text](std::string_view word) {
         const std::size_t found = text.find(word);
         return found == std::string::npos ? 0 : static_cast<std::int32_t>(found) + 1;
@@ -201,7 +201,7 @@ void ReadPreferences() {
 }
 
 void ObeyCommandLine(std::string_view commandLine) {
-    const std::string text = UpperCase(Trim(commandLine));
+    const std::string text = UpperAscii(Trim(commandLine));
     if (text == "LOADICON") {
         // The word asks for a group of icons on desktops that have such groups; none here.
         session.shell->RefreshStartScreen();

@@ -78,7 +78,7 @@ std::string NullShell::RegionalText(std::string_view /*key*/) {
 }
 
 std::string NullShell::LanguageAbbreviation() {
-    return "ENG";
+    return "EN";
 }
 
 LocalTime NullShell::Now() {

@@ -112,7 +112,7 @@ class Shell {
     /// year first) and "iTime" (0 the 12 hour clock, 1 the 24 hour clock). "" for any other key.
     virtual std::string RegionalText(std::string_view key) = 0;
 
-    /// Abbreviation of the user's language, at least two letters, such as "ENG".
+    /// Abbreviation of the user's language, such as "EN": its letters of ISO 639-1 in capitals.
     virtual std::string LanguageAbbreviation() = 0;
 
     /// Present moment by the system's clock.

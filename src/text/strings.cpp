@@ -43,6 +43,22 @@ std::string_view Trim(std::string_view text) {
     return start == std::string_view::npos ? std::string_view{} : cut.substr(start);
 }
 
+std::string UpperAscii(std::string_view text) {
+    std::string result(text);
+    for (char& c : result) {
+        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    }
+    return result;
+}
+
+std::string LowerAscii(std::string_view text) {
+    std::string result(text);
+    for (char& c : result) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return result;
+}
+
 std::string UpperCase(std::string_view text) {
     std::string result(text);
     for (char& c : result) c = static_cast<char>(UpperByte(static_cast<unsigned char>(c)));

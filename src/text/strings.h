@@ -18,6 +18,11 @@ std::string_view TrimRight(std::string_view text);
 std::string UpperCase(std::string_view text);
 std::string LowerCase(std::string_view text);
 
+/// The same of the letters a to z alone: for paths and words of a command line, which are in the
+/// platform's encoding.
+std::string UpperAscii(std::string_view text);
+std::string LowerAscii(std::string_view text);
+
 /// True if both texts are the same but for the case of letters.
 bool SameText(std::string_view a, std::string_view b);
 

@@ -599,6 +599,13 @@ TEST_F(SessionStart, TheRecentListIsRefreshedOnceTheMapIsThereAndBeforeTheFirstP
     EXPECT_EQ(pictures, 0);
 }
 
+TEST_F(SessionStart, AWordOfTheCommandLineKeepsItsLettersBeyondTheLatinAlphabet) {
+    // The word is UTF-8; its bytes above 127 are no letters to be raised.
+    files.Write("user", "POINTS\xE2\x80\x93.PTS", std::string(22 * 36, '\0'));
+    Run("1 points\xE2\x80\x93.pts");
+    EXPECT_EQ(session.PointFile, session.SiblingUserPath + "POINTS\xE2\x80\x93.PTS");
+}
+
 // --- The small routines
 
 TEST_F(SessionStart, WordsAreSplitAtRunsOfSeparators) {
