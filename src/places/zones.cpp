@@ -3,8 +3,10 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "session/files.h"
 #include "session/session_state.h"
@@ -39,9 +41,13 @@ constexpr std::size_t kLineBytes = (kLineWidth + 1) * 4;
 
 constexpr std::string_view kZoneFile = "timezone.fil";
 
-// The line without the last character, which the cut at kLineBytes may have split.
+// The line without the last character of UTF-8, which the cut at kLineBytes may have split: its
+// lead and up to three bytes that continue it. In a line of code page 1252 the same bytes are
+// characters, any number of which may follow one another.
 std::string_view WithoutLastCharacter(std::string_view line) {
-    while (!line.empty() && (line.back() & 0xC0) == 0x80) line.remove_suffix(1);
+    for (int i = 0; i < 3 && !line.empty() && (line.back() & 0xC0) == 0x80; ++i) {
+        line.remove_suffix(1);
+    }
     if (!line.empty()) line.remove_suffix(1);
     return line;
 }
@@ -61,18 +67,20 @@ void AddZone(ZoneTable& table, std::string_view bytes) {
     ++table.ZoneCount;
 }
 
-// Lines end in CRLF, LF or CR.
-ZoneTable ReadZoneFile(FileHandle file) {
-    ZoneTable table;
+// Reads the lines, which end in CRLF, LF or CR, of the file as long as it is now. False: it can't
+// be read to that end.
+bool ReadZoneFile(FileHandle file, ZoneTable& table) {
     std::string line;
     bool begun = false;  // a line that hasn't ended yet
     char before = 0;
     std::array<std::uint8_t, 1 << 14> block{};
-    for (std::int64_t position = 1; position < kLongestZoneFile;) {
-        const std::size_t got = ReadWhatIsThere(file, position, block);
-        if (got == 0) break;
-        position += static_cast<std::int64_t>(got);
-        for (std::size_t i = 0; i < got && table.ZoneCount < kMostZones; ++i) {
+    const std::int64_t length = std::min(FileLength(file), kLongestZoneFile);
+    for (std::int64_t done = 0; done < length && table.ZoneCount < kMostZones;) {
+        const auto portion = std::span(block).first(
+            static_cast<std::size_t>(std::min<std::int64_t>(length - done, block.size())));
+        if (ReadWhatIsThere(file, done + 1, portion) != portion.size()) return false;
+        done += static_cast<std::int64_t>(portion.size());
+        for (std::size_t i = 0; i < portion.size() && table.ZoneCount < kMostZones; ++i) {
             const char c = static_cast<char>(block[i]);
             const bool secondOfCrLf = c == '\n' && before == '\r';
             before = c;
@@ -87,7 +95,7 @@ ZoneTable ReadZoneFile(FileHandle file) {
         }
     }
     if (begun && table.ZoneCount < kMostZones) AddZone(table, line);
-    return table;
+    return true;
 }
 
 }  // namespace
@@ -95,11 +103,13 @@ ZoneTable ReadZoneFile(FileHandle file) {
 void LoadZones() {
     const std::string own = session.UserDataPath + std::string(kZoneFile);
     const std::string shipped = session.ShippedDir + std::string(kZoneFile);
+    // A file of the user's own that can't be opened is told; another one doesn't stand in for it.
     const bool useShipped =
-        FileExists(own) == 0 && !session.ShippedDir.empty() && FileExists(shipped) != 0;
+        IsMissing(own) && !session.ShippedDir.empty() && FileExists(shipped) != 0;
     const FileHandle file = FileOpener(useShipped ? shipped : own, open_mode::kReadText, 0, kFalse);
     if (file < 1) return;
-    zones = ReadZoneFile(file);
+    ZoneTable table;
+    if (ReadZoneFile(file, table)) zones = std::move(table);
     CloseFile(file);
 }
 

@@ -254,6 +254,11 @@ Flag FileExists(std::string_view path) {
     return kTrue;
 }
 
+bool IsMissing(std::string_view path) {
+    std::error_code ignored;
+    return fs::status(NativePath(path), ignored).type() == fs::file_type::not_found;
+}
+
 void CloseFile(FileHandle file) {
     const int descriptor = Descriptor(file);
     if (descriptor < 0) return;

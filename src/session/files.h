@@ -46,6 +46,10 @@ std::int16_t FileErrors(std::int16_t errVal);
 /// True if the file can be opened for reading. An empty path and a folder give false.
 Flag FileExists(std::string_view path);
 
+/// True if there is nothing of that name, neither a file nor a folder, whatever may be done with
+/// it. Where that can't be told, as in a folder that may not be searched, it is false.
+bool IsMissing(std::string_view path);
+
 void CloseFile(FileHandle file);
 
 /// Closes every file that is open.

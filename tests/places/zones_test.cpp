@@ -6,8 +6,10 @@
 
 #include "session/files.h"
 #include "session/session_state.h"
+#include "support/failing_disk.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
+#include "text/run_time_error.h"
 #include "text/strings.h"
 #include "text/zones.h"
 
@@ -133,6 +135,49 @@ TEST_F(ZoneFile, ALongLineOfUtf8IsNotCutWithinACharacter) {
     EXPECT_EQ(zones.ZoneTime[1], std::string(6, '\x80'));
 }
 
+// Bytes 0xB0 to 0xBF continue a character of UTF-8; in code page 1252 they are the degree mark,
+// fractions and the like.
+TEST_F(ZoneFile, ALongLineOfCodePage1252KeepsWhatStandsBeforeAnyMarks) {
+    const std::string name = "Z\xFCrich";
+    for (const std::size_t marks : {1, 3, 4, 127, 135, 1000}) {
+        for (const char mark : {'\x80', '\xB0', '\xBF'}) {
+            Load(Row("ZUR", name, "-1:00") + std::string(marks, mark) + "\r\n" +
+                 Row("ZUR", name, "-1") + std::string(marks, mark));
+            EXPECT_EQ(zones.ZoneMnemonic[1], "ZUR  ");
+            EXPECT_EQ(TrimRight(zones.ZoneName[1]), name);
+            EXPECT_EQ(zones.ZoneTime[1], std::string("-1:00") + mark) << marks;
+            const std::string time =
+                std::string("-1") + std::string(std::min<std::size_t>(marks, 4), mark);
+            EXPECT_EQ(TrimRight(zones.ZoneTime[2]), time) << marks;
+        }
+    }
+}
+
+TEST_F(ZoneFile, ALineOfMarksAloneKeepsItsFirst41) {
+    Load(std::string(400, '\xB0'));
+    EXPECT_EQ(zones.ZoneMnemonic[1], std::string(5, '\xB0'));
+    EXPECT_EQ(zones.ZoneName[1], std::string(30, '\xB0'));
+    EXPECT_EQ(zones.ZoneTime[1], std::string(6, '\xB0'));
+}
+
+TEST_F(ZoneFile, ALongLineOfUtf8KeepsAll41CharactersWhereverItIsCut) {
+    const std::string four = "\xF0\x9F\x98\x80";  // not in the page: a question mark
+    for (const std::string& character :
+         {std::string("\xC3\xBC"), std::string("\xE2\x82\xAC"), four}) {
+        for (const std::string start : {"", "\xEF\xBB\xBF"}) {
+            for (std::size_t letters = 0; letters < 4; ++letters) {
+                std::string line = start + std::string(letters, 'A');
+                while (line.size() < 400) line += character;
+                Load(line);
+                const char shown = character == four       ? '?'
+                                   : character.size() == 2 ? '\xFC'
+                                                           : '\x80';
+                EXPECT_EQ(zones.ZoneTime[1], std::string(6, shown)) << letters;
+            }
+        }
+    }
+}
+
 TEST_F(ZoneFile, AFileThatIsMissingIsToldAndLeavesTheTableAsItWas) {
     Load(Row("EST", "", "+5:00"));
     std::filesystem::remove(folder_.File("timezone.fil"));
@@ -152,6 +197,53 @@ TEST_F(ZoneFile, TheShippedFileServesAUserWhoHasNone) {
     Load(Row("OWN", "", "+5:00"));
     EXPECT_EQ(zones.ZoneMnemonic[1], "OWN  ");
     EXPECT_TRUE(TestShell().log.empty());
+}
+
+TEST_F(ZoneFile, TheShippedFileDoesNotStandInForAnOwnOneThatMayNotBeRead) {
+    std::filesystem::create_directories(folder_.File("shipped"));
+    session.ShippedDir = folder_.Path() + "shipped\\";
+    folder_.Write("shipped/timezone.fil", Row("SHP", "", "+5:00"));
+    Load(Row("OWN", "", "+5:00"));
+    const std::string own = folder_.File("timezone.fil");
+    std::filesystem::permissions(folder_.Path(), std::filesystem::perms::all);
+    const auto loadWithoutRights = [&] {
+        ActAsPlainUserOn(own, std::filesystem::perms::none);
+        LoadZones();
+        if (zones.ZoneCount != 1 || zones.ZoneMnemonic[1] != "OWN  ") return 1;
+        const std::vector<std::string> boxes = {"Open Error: " + own + " /  / Permission denied"};
+        return TestShell().boxes == boxes ? 0 : 2;
+    };
+    EXPECT_EXIT(std::_Exit(loadWithoutRights()), ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(ZoneFile, TheShippedFileDoesNotStandInForAFolderOfThatName) {
+    std::filesystem::create_directories(folder_.File("shipped"));
+    session.ShippedDir = folder_.Path() + "shipped\\";
+    folder_.Write("shipped/timezone.fil", Row("SHP", "", "+5:00"));
+    std::filesystem::create_directories(folder_.File("timezone.fil"));
+    LoadZones();
+    EXPECT_EQ(zones.ZoneCount, 0);
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{"Open Error: " + folder_.File("timezone.fil") +
+                                       " /  / Path/File access error"});
+}
+
+// The system's own setting files tell a length of a page and end far sooner, as a file does whose
+// disk fails half way.
+TEST_F(ZoneFile, AFileThatCannotBeReadToItsEndLeavesTheTableAsItWas) {
+    Load(Row("EST", "", "+5:00"));
+    const std::filesystem::path shorter = "/sys/kernel/fscaps";
+    std::error_code failure;
+    if (std::filesystem::file_size(shorter, failure) < 1000 || failure) {
+        GTEST_SKIP() << shorter << " isn't there";
+    }
+    std::filesystem::remove(folder_.File("timezone.fil"));
+    std::filesystem::create_symlink(shorter, folder_.File("timezone.fil"));
+    LoadZones();
+    ASSERT_EQ(zones.ZoneCount, 1);
+    EXPECT_EQ(zones.ZoneMnemonic[1], "EST  ");
+    EXPECT_TRUE(TestShell().log.empty());
+    EXPECT_EQ(PendingRunTimeError(), 0);
 }
 
 TEST_F(ZoneFile, AnEmptyFileEmptiesTheTable) {

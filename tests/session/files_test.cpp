@@ -45,6 +45,30 @@ TEST_F(Files, AFolderAndAPipeAreRefusedWithoutWaiting) {
     EXPECT_EQ(FileExists(folder_.Path()), kFalse);
 }
 
+TEST_F(Files, OnlyWhatHasNoFileAndNoFolderOfItsNameIsMissing) {
+    const std::string path = folder_.Write("a.txt", "x");
+    EXPECT_FALSE(IsMissing(path));
+    EXPECT_FALSE(IsMissing(folder_.File("A.TXT")));
+    EXPECT_FALSE(IsMissing(folder_.Path()));
+    EXPECT_TRUE(IsMissing(folder_.File("b.txt")));
+    EXPECT_TRUE(IsMissing(folder_.File("none\\b.txt")));
+    EXPECT_TRUE(IsMissing(path + "\\b.txt"));
+    std::filesystem::create_symlink("nowhere", folder_.File("link"));
+    EXPECT_TRUE(IsMissing(folder_.File("link")));
+    // Neither without the right to read it nor where its folder may not be searched.
+    fs::permissions(folder_.Path(), fs::perms::all);
+    const auto without = [&] {
+        ActAsPlainUserOn(path, fs::perms::none);
+        return FileExists(path) == 0 && !IsMissing(path) ? 0 : 1;
+    };
+    EXPECT_EXIT(std::_Exit(without()), ::testing::ExitedWithCode(0), "");
+    const auto unsearched = [&] {
+        ActAsPlainUserOn(folder_.Path(), fs::perms::none);
+        return IsMissing(path) ? 1 : 0;
+    };
+    EXPECT_EXIT(std::_Exit(unsearched()), ::testing::ExitedWithCode(0), "");
+}
+
 TEST_F(Files, AnUnknownModeOpensNothingAndShowsNothing) {
     const std::string path = folder_.Write("a.txt", "x");
     EXPECT_EQ(FileOpener(path, 6, 0, kFalse), 0);
