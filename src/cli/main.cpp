@@ -64,7 +64,8 @@ int Run(const std::vector<std::string>& words) {
         return Complain(kWrongCall, words.front(), "unknown verb, see orvantis-cli --help");
     }
     const std::vector<std::string> rest(words.begin() + 1, words.end());
-    if (std::any_of(rest.begin(), rest.end(), AsksForHelp)) {
+    const auto optionsEnd = std::find(rest.begin(), rest.end(), "--");
+    if (std::any_of(rest.begin(), optionsEnd, AsksForHelp)) {
         std::cout << verb->help;
         return Written(kDone);
     }

@@ -52,13 +52,29 @@ void AppendBytes(std::string& json, std::string_view bytes) {
     AppendString(json, ToUtf8(bytes));
 }
 
+// Takes a value apart at commas and blanks.
+Parts ValueParts(std::string_view value) {
+    Parts parts;
+    FieldWalker walker(value, {", ", {}, false});
+    std::string_view part;
+    while (walker.Next(part)) parts.push_back(part);
+    return parts;
+}
+
 std::optional<double> NumberOf(std::string_view part) {
     if (part.size() > 1 && part[0] == '+' && part[1] != '-') part.remove_prefix(1);
     return ParseNumber(part);
 }
 
-// Reads exactly three whole numbers of 16 bits.
-bool ThreeIntegers(const Parts& parts, std::array<std::int16_t, 3>& numbers) {
+// Reads a value of exactly one number.
+std::optional<double> OneNumber(std::string_view value) {
+    const Parts parts = ValueParts(value);
+    return parts.size() == 1 ? NumberOf(parts[0]) : std::nullopt;
+}
+
+// Reads a value of exactly three whole numbers of 16 bits.
+bool ThreeIntegers(std::string_view value, std::array<std::int16_t, 3>& numbers) {
+    const Parts parts = ValueParts(value);
     if (parts.size() != numbers.size()) return false;
     for (std::size_t i = 0; i < numbers.size(); ++i) {
         const std::optional<std::int32_t> number = ParseInteger(parts[i]);
@@ -82,12 +98,10 @@ TextOutcome DegreesOutcome(double degrees, std::string formatted) {
 }
 
 TextOutcome ZoneOutcome(float hours, std::string_view mnemonic) {
-    TextOutcome outcome{true, "", std::string(mnemonic)};
+    TextOutcome outcome{true, "", ZoneFieldText(mnemonic, hours)};
     AppendItem(outcome.values, hours + 0.0F);
     outcome.values += ',';
     AppendBytes(outcome.values, mnemonic);
-    if (!mnemonic.empty()) outcome.formatted += ' ';
-    outcome.formatted += FormatZoneText(hours);
     return outcome;
 }
 
@@ -101,9 +115,9 @@ TextOutcome ParseDate(std::string_view text) {
     return ThreeOutcome(day, month, year, FormatDateText(day, month, year));
 }
 
-TextOutcome FormatDate(const Parts& parts, const AngleOptions& /*options*/) {
+TextOutcome FormatDate(std::string_view value, const AngleOptions& /*options*/) {
     std::array<std::int16_t, 3> n{};
-    if (!ThreeIntegers(parts, n)) return {};
+    if (!ThreeIntegers(value, n)) return {};
     return ThreeOutcome(n[0], n[1], n[2], FormatDateText(n[0], n[1], n[2]));
 }
 
@@ -117,9 +131,9 @@ TextOutcome ParseTime(std::string_view text) {
     return ThreeOutcome(hours, minutes, seconds, FormatTimeText(hours, minutes, seconds));
 }
 
-TextOutcome FormatTime(const Parts& parts, const AngleOptions& /*options*/) {
+TextOutcome FormatTime(std::string_view value, const AngleOptions& /*options*/) {
     std::array<std::int16_t, 3> n{};
-    if (!ThreeIntegers(parts, n)) return {};
+    if (!ThreeIntegers(value, n)) return {};
     return ThreeOutcome(n[0], n[1], n[2], FormatTimeText(n[0], n[1], n[2]));
 }
 
@@ -131,8 +145,8 @@ TextOutcome ParseLatitudeText(std::string_view text) {
     return DegreesOutcome(latitude, FormatLatitude(latitude));
 }
 
-TextOutcome FormatLatitudeValue(const Parts& parts, const AngleOptions& /*options*/) {
-    const std::optional<double> latitude = parts.size() == 1 ? NumberOf(parts[0]) : std::nullopt;
+TextOutcome FormatLatitudeValue(std::string_view value, const AngleOptions& /*options*/) {
+    const std::optional<double> latitude = OneNumber(value);
     if (!latitude) return {};
     return DegreesOutcome(*latitude, FormatLatitude(*latitude));
 }
@@ -146,8 +160,8 @@ TextOutcome ParseLongitudeText(std::string_view text) {
     return DegreesOutcome(-longitudeWest, FormatLongitude(longitudeWest));
 }
 
-TextOutcome FormatLongitudeValue(const Parts& parts, const AngleOptions& /*options*/) {
-    const std::optional<double> longitude = parts.size() == 1 ? NumberOf(parts[0]) : std::nullopt;
+TextOutcome FormatLongitudeValue(std::string_view value, const AngleOptions& /*options*/) {
+    const std::optional<double> longitude = OneNumber(value);
     if (!longitude) return {};
     return DegreesOutcome(*longitude, FormatLongitude(-*longitude));
 }
@@ -161,15 +175,20 @@ TextOutcome ParseZone(std::string_view text) {
     return ZoneOutcome(hours, mnemonic);
 }
 
-TextOutcome FormatZone(const Parts& parts, const AngleOptions& /*options*/) {
-    if (parts.empty() || parts.size() > 2) return {};
-    const std::optional<double> hours = NumberOf(parts[0]);
+// The hours end at the first comma or blank; a mnemonic may hold commas, but no blank.
+TextOutcome FormatZone(std::string_view value, const AngleOptions& /*options*/) {
+    value = Trim(value);
+    const std::size_t end = std::min(value.find_first_of(", "), value.size());
+    const std::optional<double> hours = NumberOf(value.substr(0, end));
     if (!hours || std::abs(*hours) > std::numeric_limits<float>::max()) return {};
-    return ZoneOutcome(static_cast<float>(*hours), parts.size() == 2 ? parts[1] : "");
+    value.remove_prefix(std::min(end + 1, value.size()));
+    const std::string_view mnemonic = Trim(value);
+    if (mnemonic.find(' ') != std::string_view::npos) return {};
+    return ZoneOutcome(static_cast<float>(*hours), mnemonic);
 }
 
-TextOutcome FormatAngleValue(const Parts& parts, const AngleOptions& options) {
-    const std::optional<double> angle = parts.size() == 1 ? NumberOf(parts[0]) : std::nullopt;
+TextOutcome FormatAngleValue(std::string_view value, const AngleOptions& options) {
+    const std::optional<double> angle = OneNumber(value);
     if (!angle) return {};
     return DegreesOutcome(
         *angle, FormatAngle(*angle, options.style, options.digits, ToFlag(options.symbols),
@@ -216,14 +235,6 @@ void AppendRow(std::string& rows, std::string_view text, const TextOutcome& outc
         rows += '}';
     }
     rows += "]}\n";
-}
-
-std::vector<std::string_view> ValueParts(std::string_view text) {
-    Parts parts;
-    FieldWalker walker(text, {", ", {}, false});
-    std::string_view part;
-    while (walker.Next(part)) parts.push_back(part);
-    return parts;
 }
 
 }  // namespace orvantis::cli

@@ -27,8 +27,7 @@ struct AngleOptions {
 };
 
 using ParseRoutine = TextOutcome (*)(std::string_view text);
-using FormatRoutine = TextOutcome (*)(const std::vector<std::string_view>& parts,
-                                      const AngleOptions& options);
+using FormatRoutine = TextOutcome (*)(std::string_view value, const AngleOptions& options);
 
 /// One kind of text. Null where a kind can't be read.
 struct TextKind {
@@ -58,8 +57,5 @@ class BoxKeeper : public NullShell {
 /// becomes the replacement character.
 void AppendRow(std::string& rows, std::string_view text, const TextOutcome& outcome,
                const std::vector<BoxKeeper::Box>& boxes);
-
-/// Takes a value apart at commas and blanks.
-std::vector<std::string_view> ValueParts(std::string_view text);
 
 }  // namespace orvantis::cli

@@ -1,10 +1,12 @@
 // The verbs "parse" and "format": typed dates, times, places and zones, there and back.
+#include <array>
 #include <iostream>
 
 #include "cli/text_rows.h"
 #include "cli/verbs.h"
 #include "text/code_page.h"
-#include "text/numbers.h"
+#include "text/fields.h"
+#include "text/run_time_error.h"
 #include "text/text_state.h"
 
 namespace orvantis::cli {
@@ -15,6 +17,10 @@ namespace {
 constexpr std::size_t kPortion = 1 << 16;
 
 constexpr std::string_view kStandardInput = "-";
+
+// Most bytes of a text, far more than any that means something: a time shows a box for each of its
+// wrong fields, and a line of any length would have to be held whole.
+constexpr std::size_t kLongestText = 1000;
 
 class RowWriter {
   public:
@@ -38,23 +44,47 @@ class RowWriter {
     std::string rows_;
 };
 
+int ComplainOfLength(const std::string& which) {
+    return Complain(kUnreadable, which,
+                    "too long, " + std::to_string(kLongestText) + " bytes at most");
+}
+
+// Calls `row` with every line of standard input, until it returns false.
+template <typename Row>
+int ForEachLine(const Row& row) {
+    std::ios::sync_with_stdio(false);
+    std::cin.tie(nullptr);
+    std::array<char, kLongestText + 2> buffer{};  // with "\r" and the end of the text
+    for (std::size_t number = 1;; ++number) {
+        std::cin.getline(buffer.data(), buffer.size());
+        if (std::cin.bad()) return Complain(kUnreadable, "standard input", "can't be read");
+        auto length = static_cast<std::size_t>(std::cin.gcount());
+        if (std::cin.eof() && length == 0) return kDone;
+        const bool whole = !std::cin.fail();
+        if (whole && !std::cin.eof()) --length;  // the line's end, which has been taken too
+        std::string_view line(buffer.data(), length);
+        if (line.ends_with('\r')) line.remove_suffix(1);
+        if (!whole || line.size() > kLongestText) {
+            return ComplainOfLength("line " + std::to_string(number) + " of standard input");
+        }
+        if (!row(line)) return kDone;
+    }
+}
+
 // Calls `row` with every text of a call, and with every line of standard input where the text is
 // "-". It returns false to end.
 template <typename Row>
 int ForEachText(const std::vector<std::string>& texts, const Row& row) {
-    for (const std::string& text : texts) {
-        if (text != kStandardInput) {
-            if (!row(text)) return kDone;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        if (texts[i] == kStandardInput) {
+            const int exitCode = ForEachLine(row);
+            if (exitCode != kDone) return exitCode;
             continue;
         }
-        std::ios::sync_with_stdio(false);
-        std::cin.tie(nullptr);
-        std::string line;
-        while (std::getline(std::cin, line)) {
-            if (line.ends_with('\r')) line.pop_back();
-            if (!row(line)) return kDone;
+        if (texts[i].size() > kLongestText) {
+            return ComplainOfLength("text " + std::to_string(i + 1));
         }
-        if (std::cin.bad()) return Complain(kUnreadable, "standard input", "can't be read");
+        if (!row(texts[i])) return kDone;
     }
     return kDone;
 }
@@ -91,7 +121,7 @@ int WriteRows(const Arguments& call, CliShell& shell, const Read& read) {
     {
         RowWriter writer;
         const std::vector<std::string> texts(call.words.begin() + 1, call.words.end());
-        exitCode = ForEachText(texts, [&](const std::string& text) {
+        exitCode = ForEachText(texts, [&](std::string_view text) {
             keeper.boxes.clear();
             TextOutcome outcome = read(FromUtf8(text));
             // A value beyond every text.
@@ -109,13 +139,14 @@ bool ReadAngleOptions(const Arguments& call, bool isAngle, AngleOptions& options
     for (const auto& [name, text] : call.values) {
         const std::optional<std::int32_t> number = ParseInteger(text);
         const bool style = name == "--style";
-        if (!number || *number < 0 || *number > (style ? 2 : 32767)) {
+        std::int16_t narrow = 0;
+        if (!number || !FitInt16(*number, narrow) || (style && (narrow < 0 || narrow > 2))) {
             Complain(kWrongCall, std::string(name).append(" ").append(text),
                      style ? "0 (plain), 1 (letters of the sign) or 2 (glyph) is needed"
                            : "a number of figures is needed");
             return false;
         }
-        (style ? options.style : options.digits) = RoundToInt16(*number);
+        (style ? options.style : options.digits) = narrow;
     }
     options.symbols = call.Has("--symbols");
     options.minutesOnly = call.Has("--minutes");
@@ -145,7 +176,7 @@ shows, each with "title" and "text"). A refused text has no values; the exit cod
 
 Dates are read day first unless --month-first is given, and times are written on the 12 hour clock
 unless --clock24 is. A TEXT of - stands for standard input, one text a line. What follows a word --
-is text, whatever it begins with.
+is text, whatever it begins with. A text of more than 1000 bytes ends the work with exit code 3.
 
 Example: orvantis-cli parse date "31 Dec 1992" 31/12/1992 "15 Mar 44 BC"
 )";
@@ -156,7 +187,8 @@ const std::string_view kFormatHelp =
 Writes values as the program does, one row of JSON a value, like those of parse. A VALUE is the
 "values" of such a row, joined by commas or blanks: 31,12,1992 or 23,59,7 or -33.8667; longitudes
 are EAST positive, zones WEST positive and their mnemonic may be left out. One that can't be read has
-"error" -1. A VALUE of - stands for standard input, one value a line.
+"error" -1. A VALUE of - stands for standard input, one value a line. One of more than 1000 bytes ends
+the work with exit code 3.
 
   --month-first    dates month first
   --clock24        times on the 24 hour clock
@@ -197,9 +229,8 @@ int RunFormat(const std::vector<std::string>& words, CliShell& shell) {
     AngleOptions options;
     if (!ReadAngleOptions(*call, kind->name == "angle", options)) return kWrongCall;
     SetRegionalChoices(*call);
-    return WriteRows(*call, shell, [&](std::string_view text) {
-        return kind->format(ValueParts(text), options);
-    });
+    return WriteRows(*call, shell,
+                     [&](std::string_view text) { return kind->format(text, options); });
 }
 
 }  // namespace orvantis::cli

@@ -20,7 +20,7 @@ constexpr double kHalfSecond = 0.00013888888;
 constexpr std::array<std::string_view, 12> kSigns = {"Ar", "Ta", "Ge", "Cn", "Le", "Vi",
                                                      "Li", "Sc", "Sg", "Cp", "Aq", "Pi"};
 
-// The signs in the glyph font, Aries first. Taurus isn't byte 221, which there is Aries too.
+// The signs in the glyph font, Aries first.
 constexpr std::string_view kSignGlyphs = "\xDC\x81\x82\x83\x84\x85\x86\x87\x88\x89\x8A\x8B";
 
 // What stands between the degrees and the minutes.

@@ -21,6 +21,8 @@ inline constexpr std::int16_t kSignGlyph = 2;  ///< degrees within a sign, its g
 /// number; `symbols` puts the marks of degrees, minutes and seconds behind the numbers (glyph
 /// font); `minutesOnly` shows no seconds, otherwise they are shown if 1 or more or with
 /// `forceSeconds`; `plusSign` puts "+" before a value of 0 or more.
+/// The glyphs of the signs are the bytes 220, 129 and 130 to 139 of the glyph font, Aries first.
+/// Taurus isn't byte 221, which stands beside 220 but shows Aries once more.
 std::string FormatAngle(double value, std::int16_t zodiacStyle, std::int16_t degreeDigits,
                         Flag symbols, Flag minutesOnly, Flag forceSeconds, Flag plusSign);
 

@@ -40,8 +40,9 @@ void JDToDate(double julianDay, float& day, std::int32_t& month, std::int32_t& y
 
 /// Reads a date: three fields in the regional order, month names, ordinal suffixes, an era tag (BC,
 /// AD) and a calendar tag (OS, NS). `errorFlag` 0: day, month and the astronomical year are set; a
-/// date tagged for the other calendar has been turned into its own. `errorFlag` -1: refused, the
-/// box "Error in Date" has been shown, and the values hold whatever was read so far.
+/// date tagged for the other calendar has been turned into its own, and 5 to 14 October 1582, which
+/// no calendar here has, have been moved on by ten days, both without a box. `errorFlag` -1:
+/// refused, the box "Error in Date" has been shown, and the values hold whatever was read so far.
 void ParseDateText(std::string_view text, std::int16_t& day, std::int16_t& month,
                    std::int16_t& year, std::int16_t& errorFlag);
 

@@ -94,6 +94,12 @@ std::string FormatZoneText(float hours) {
     return text;
 }
 
+std::string ZoneFieldText(std::string_view mnemonic, float hours) {
+    std::string text(mnemonic);
+    if (!mnemonic.empty()) text += ' ';
+    return text += FormatZoneText(hours);
+}
+
 bool IsLmtZone(std::string_view text) {
     return SameText(text.substr(0, kLmtLength), "LMT");
 }

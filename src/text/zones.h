@@ -24,13 +24,18 @@ extern ZoneTable zones;
 /// Reads a zone: a mnemonic of the zone table, a mnemonic and a time, or a time such as "-10:30".
 /// A mnemonic of the table wins over whatever follows it. Hours -13 to 13.
 /// `errorFlag` 0: `hours` (west positive) and `mnemonic` ("" if only a time was given) are set.
-/// `errorFlag` -1: refused, `hours` is left as it was; the box "Error in Time Zone" has been shown
-/// if `showMessages` is set.
+/// `errorFlag` -1: refused, `hours` is left as it was, but `mnemonic` is overwritten with what was
+/// taken for one, "" if nothing was; the box "Error in Time Zone" has been shown if `showMessages`
+/// is set.
 void ParseZoneText(std::string_view text, float& hours, std::string& mnemonic,
                    std::int16_t& errorFlag, Flag showMessages);
 
 /// "+5:00", "-10:30", "-10:30:15"; 0 is "+0:00".
 std::string FormatZoneText(float hours);
+
+/// The text of a zone field once it has been read: the mnemonic, a blank and the hours, "EST
+/// +5:00". Without a mnemonic there is no blank: "-10:30".
+std::string ZoneFieldText(std::string_view mnemonic, float hours);
 
 /// A zone field that begins with "LMT" in any case follows the place's longitude.
 bool IsLmtZone(std::string_view text);

@@ -377,6 +377,36 @@ TEST(AyanamsaFormula, AgreesWithPublishedValuesOf2000) {
     EXPECT_NEAR(Modulo(-Ayanamsa(3, t), 360), 23 + 51 / 60.0, 0.02);
 }
 
+// Worked from the formula to 30 figures, in arbitrary precision; zodiac 10 with the base 340.25.
+TEST(AyanamsaFormula, AgreesWithItsValuesInEveryZodiacAtTheStartAndTheEndOfACentury) {
+    ResetAll();
+    options.userSVP = 340.25;
+    struct Row {
+        std::int16_t zodiacNumber;
+        double at0;
+        double at1;
+    };
+    const Row rows[] = {
+        {1, 0, 0},
+        {2, -23.3487488152, -24.7364576039},
+        {3, -22.4652882152, -23.8529970039},
+        {4, -26.4178682152, -27.8055770039},
+        {5, -21.0192582152, -22.4069670039},
+        {6, -18.6657782152, -20.0534870039},
+        {7, -22.3687072152, -23.7564160039},
+        {8, -26.9679158152, -28.3556246039},
+        {9, -360.0048182152, -361.3925270039},
+        {10, -19.7548182152, -21.1425270039},
+        {11, -360.0048182152, -361.3925270039},
+        {0, -360.0048182152, -361.3925270039},
+        {-1, -360.0048182152, -361.3925270039},
+    };
+    for (const Row& row : rows) {
+        EXPECT_NEAR(Ayanamsa(row.zodiacNumber, 0), row.at0, 1e-6) << row.zodiacNumber;
+        EXPECT_NEAR(Ayanamsa(row.zodiacNumber, 1), row.at1, 1e-6) << row.zodiacNumber;
+    }
+}
+
 TEST(AyanamsaFormula, EachZodiacHasItsBase) {
     ResetAll();
     options.userSVP = 340.25;

@@ -97,6 +97,76 @@ TEST_F(TextVerbs, ParseGivesOneRowATextWithItsValues) {
     for (const CallRow& row : rows) ExpectOutput(Run(row.arguments), row.output);
 }
 
+TEST_F(TextVerbs, MnemonicsAreThoseOfTheShippedZoneFile) {
+    ExpectOutput(
+        Run({"parse", "zone", "GMT", "est", "EST rubbish"}),
+        R"({"text":"GMT","error":0,"values":[0,"GMT"],"formatted":"GMT +0:00","messages":[]}
+{"text":"est","error":0,"values":[5,"EST"],"formatted":"EST +5:00","messages":[]}
+{"text":"EST rubbish","error":0,"values":[5,"EST"],"formatted":"EST +5:00","messages":[]}
+)");
+}
+
+TEST_F(TextVerbs, WordsOfHelpBehindTwoDashesAreTexts) {
+    ExpectOutput(
+        Run({"parse", "time", "--clock24", "--", "--help", "-h"}),
+        R"({"text":"--help","error":-1,"values":[],"formatted":"","messages":[{"title":"Error in Time","text":"The format of the time is not recognised.\r\nPlease use numbers separated by colons e.g. 11:45 PM"}]}
+{"text":"-h","error":-1,"values":[],"formatted":"","messages":[{"title":"Error in Time","text":"The format of the time is not recognised.\r\nPlease use numbers separated by colons e.g. 11:45 PM"}]}
+)");
+    const ProgramResult before = Run({"parse", "time", "-h", "--", "1:00"});
+    EXPECT_EQ(before.exitCode, 0);
+    EXPECT_TRUE(before.output.starts_with("orvantis-cli parse "));
+}
+
+TEST_F(TextVerbs, ATextOfMoreThan1000BytesEndsTheWorkWithExitCode3) {
+    const std::string longest = "1:00" + std::string(996, ' ');
+    const std::string firstRow =
+        R"({"text":"2:00","error":0,"values":[2,0,0],"formatted":"2:00 AM","messages":[]})"
+        "\n";
+    EXPECT_EQ(Rows(Run({"parse", "time", longest})).at(0)["error"], 0);
+    for (const std::string& text : {longest + " ", std::string(100000, ':')}) {
+        for (const Words& call :
+             {Words{"parse", "time", "2:00", text}, Words{"format", "time", "2,0,0", text}}) {
+            const ProgramResult result = Run(call);
+            EXPECT_EQ(result.exitCode, 3);
+            EXPECT_EQ(result.errors, "orvantis-cli: text 2: too long, 1000 bytes at most\n");
+            if (call[0] == "parse") {
+                EXPECT_EQ(result.output, firstRow);
+            }
+        }
+    }
+}
+
+TEST_F(TextVerbs, ALineOfMoreThan1000BytesEndsTheWorkWithExitCode3) {
+    const std::string longest = "1:00" + std::string(996, ' ');
+    for (const std::string end : {"\n", "\r\n", ""}) {
+        const ProgramResult result = RunOn("parse time -", "2:00\n" + longest + end);
+        EXPECT_EQ(result.exitCode, 0);
+        EXPECT_EQ(result.errors, "");
+        ASSERT_EQ(Rows(result).size(), 2U);
+        EXPECT_EQ(Rows(result)[1]["text"], longest);
+        EXPECT_EQ(Rows(result)[1]["error"], 0);
+    }
+    for (const std::string end : {"\n", "\r\n", ""}) {
+        for (const std::size_t more : {1U, 2U, 3U, 1000000U}) {
+            const ProgramResult result =
+                RunOn("parse time -", "2:00\n" + longest + std::string(more, ' ') + end + "3:00");
+            EXPECT_EQ(result.exitCode, 3);
+            EXPECT_EQ(result.errors,
+                      "orvantis-cli: line 2 of standard input: too long, 1000 bytes at most\n");
+            EXPECT_EQ(Rows(result).size(), 1U);
+        }
+    }
+}
+
+TEST_F(TextVerbs, AZeroByteInALineBelongsToItsText) {
+    const std::vector<Json> rows =
+        Rows(RunOn("parse time -", std::string_view("1:00\0\n2:00", 10)));
+    ASSERT_EQ(rows.size(), 2U);
+    EXPECT_EQ(rows[0]["text"], std::string("1:00\0", 5));
+    EXPECT_EQ(rows[0]["error"], -1);
+    EXPECT_EQ(rows[1]["error"], 0);
+}
+
 TEST_F(TextVerbs, ARefusedTextHasItsBoxesInTheRowAndNoneOnStandardError) {
     ExpectOutput(
         Run({"parse", "date", "12/31/1992"}),
@@ -143,6 +213,14 @@ TEST_F(TextVerbs, FormatWritesTheValuesOfARow) {
          R"({"text":"-9.5","error":0,"values":[-9.5,""],"formatted":"-9:30","messages":[]}
 {"text":"5,EST","error":0,"values":[5,"EST"],"formatted":"EST +5:00","messages":[]}
 )"},
+        // The hours end at the first comma or blank; any further comma is the mnemonic's.
+        {{"format", "zone", "5 EST", " 5, EST ", "9,A,B", "9,,X", "5,"},
+         R"({"text":"5 EST","error":0,"values":[5,"EST"],"formatted":"EST +5:00","messages":[]}
+{"text":" 5, EST ","error":0,"values":[5,"EST"],"formatted":"EST +5:00","messages":[]}
+{"text":"9,A,B","error":0,"values":[9,"A,B"],"formatted":"A,B +9:00","messages":[]}
+{"text":"9,,X","error":0,"values":[9,",X"],"formatted":",X +9:00","messages":[]}
+{"text":"5,","error":0,"values":[5,""],"formatted":"+5:00","messages":[]}
+)"},
         {{"format", "angle", "123.5"},
          R"({"text":"123.5","error":0,"values":[123.5],"formatted":"123 30","messages":[]}
 )"},
@@ -151,6 +229,9 @@ TEST_F(TextVerbs, FormatWritesTheValuesOfARow) {
 )"},
         {{"format", "angle", "--digits", "3", "--symbols", "--force-seconds", "--plus", "10.25"},
          R"({"text":"10.25","error":0,"values":[10.25],"formatted":"+010°15'00\"","messages":[]}
+)"},
+        {{"format", "angle", "--digits", "-1", "--style", "1", "123.5"},
+         R"({"text":"123.5","error":0,"values":[123.5],"formatted":"Le30","messages":[]}
 )"},
         {{"format", "angle", "--minutes", "--", "-10.25"},
          R"({"text":"-10.25","error":0,"values":[-10.25],"formatted":"-10 15","messages":[]}
@@ -165,7 +246,7 @@ TEST_F(TextVerbs, AValueThatCannotBeReadHasNoText) {
         {"format", "time", "23,59", "x"},
         {"format", "latitude", "", "35S55", "1,2", "1e999", "1e300", "nan", "+-5"},
         {"format", "longitude", "east", "1e300"},
-        {"format", "zone", "", "EST", "1,2,3", "1e300", "99999"},
+        {"format", "zone", "", "EST", ",EST", "1,2 3", "5 EST x", "1e300", "99999"},
         {"format", "angle", "", "x", "1e300"},
     };
     for (const Words& call : calls) {
@@ -186,11 +267,10 @@ TEST_F(TextVerbs, AValueThatCannotBeReadHasNoText) {
 }
 
 TEST_F(TextVerbs, TheValuesOfAParsedRowAreFormattedToItsText) {
-    const std::vector<std::pair<std::string, std::string>> texts = {{"date", "31 Dec 1992"},
-                                                                    {"time", "11:59:07 PM"},
-                                                                    {"latitude", "35S55 12"},
-                                                                    {"longitude", "138E34 10"},
-                                                                    {"zone", "XYZ -10:30:15"}};
+    const std::vector<std::pair<std::string, std::string>> texts = {
+        {"date", "31 Dec 1992"},    {"time", "11:59:07 PM"},   {"latitude", "35S55 12"},
+        {"longitude", "138E34 10"}, {"zone", "XYZ -10:30:15"}, {"zone", "A,B +9:00"},
+        {"zone", ",X +9:00"}};
     for (const auto& [kind, text] : texts) {
         const Json row = Rows(Run({"parse", kind, text})).at(0);
         EXPECT_EQ(row["formatted"], text);
@@ -237,8 +317,8 @@ TEST_F(TextVerbs, TensOfThousandsOfTextsComeBackInTheirOrder) {
 }
 
 TEST_F(TextVerbs, TextsOfAnyBytesGiveRowsOfProperJson) {
-    const Words texts = {"\"quoted\\\"", "tab\there",  "\x01\x02\x7F",           "1 J\u00E4n 1992",
-                         "\u65E5\u672C", "\U0001F600", std::string(1 << 16, 'x')};
+    const Words texts = {"\"quoted\\\"", "tab\there",  "\x01\x02\x7F",        "1 J\u00E4n 1992",
+                         "\u65E5\u672C", "\U0001F600", std::string(1000, 'x')};
     Words call = {"parse", "date"};
     call.insert(call.end(), texts.begin(), texts.end());
     const ProgramResult result = Run(call);
@@ -269,6 +349,10 @@ TEST_F(TextVerbs, AWrongCallIsToldInOneLineWithExitCode2) {
         {{"format", "angle", "--style", "3", "5"},
          "--style 3: 0 (plain), 1 (letters of the sign) or 2 (glyph) is needed"},
         {{"format", "angle", "--digits", "x", "5"}, "--digits x: a number of figures is needed"},
+        {{"format", "angle", "--digits", "-32769", "5"},
+         "--digits -32769: a number of figures is needed"},
+        {{"format", "angle", "--style", "-1", "5"},
+         "--style -1: 0 (plain), 1 (letters of the sign) or 2 (glyph) is needed"},
         {{"format", "angle", "5", "--digits"}, "--digits: needs a value"},
         {{"format", "time", "--plus", "1,2,3"}, "time: takes no option of angles"},
     };

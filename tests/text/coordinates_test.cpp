@@ -27,6 +27,16 @@ TEST(FormatLatitude, TheGuardKeepsAStoredMinuteWhole) {
     EXPECT_EQ(FormatLatitude(static_cast<double>(static_cast<float>(33 + 52 / 60.0))), "33N52");
 }
 
+// Each of them lies a hair below its second, and without the guard would show the one before:
+// 35S54 59, 07S20 59, 35S55 11 and 48N50 59; 138E33 59, which 32 bits hold still lower.
+TEST(FormatLatitude, TheGuardKeepsAStoredSecondWhole) {
+    EXPECT_EQ(FormatLatitude(-35 - 55 / 60.0), "35S55");
+    EXPECT_EQ(FormatLatitude(-7.35), "07S21");
+    EXPECT_EQ(FormatLatitude(-35 - 55 / 60.0 - 12 / 3600.0), "35S55 12");
+    EXPECT_EQ(FormatLatitude(static_cast<double>(48.85F)), "48N51");
+    EXPECT_EQ(FormatLongitude(static_cast<double>(-138.56666F)), "138E34");
+}
+
 TEST(FormatLongitude, NegativeIsEast) {
     EXPECT_EQ(FormatLongitude(-138.5), "138E30");
     EXPECT_EQ(FormatLongitude(-138 - 34 / 60.0 - 10 / 3600.0), "138E34 10");

@@ -236,6 +236,17 @@ TEST(FormatZoneText, AValueOutOfRangeIsARunTimeError) {
     EXPECT_EQ(failure.number, error::kOverflow);
 }
 
+TEST(ZoneFieldText, IsTheMnemonicABlankAndTheHours) {
+    EXPECT_EQ(ZoneFieldText("EST", 5), "EST +5:00");
+    EXPECT_EQ(ZoneFieldText("XYZ", -static_cast<float>(10 + 30 / 60.0 + 15 / 3600.0)),
+              "XYZ -10:30:15");
+}
+
+TEST(ZoneFieldText, HasNoBlankWithoutAMnemonic) {
+    EXPECT_EQ(ZoneFieldText("", -10.5F), "-10:30");
+    EXPECT_EQ(ZoneFieldText("", 0), "+0:00");
+}
+
 TEST(IsLmtZone, LooksAtTheFirstThreeCharactersInAnyCase) {
     EXPECT_TRUE(IsLmtZone("LMT"));
     EXPECT_TRUE(IsLmtZone("lmt +1:00"));
