@@ -37,10 +37,11 @@ const std::string kSample = std::string(ORVANTIS_DATA) + "/sample.cht";
 class Bench {
   public:
     Bench() : folder_(fs::temp_directory_path() / ("orvantis-bench-" + std::to_string(getpid()))) {
-        StartPaths paths = SystemPaths();
-        paths.programDir = folder_.string();
-        paths.shippedData = ORVANTIS_DATA;
-        StartSession(paths, shell_);
+        paths_ = SystemPaths();
+        paths_.programDir = folder_.string();
+        paths_.config = folder_.string();
+        paths_.shippedData = ORVANTIS_DATA;
+        StartSession(paths_, shell_);
         EnsureQtGui();
         LoadDatabase();
         session.picture = &surface_;
@@ -56,9 +57,11 @@ class Bench {
     Bench& operator=(const Bench&) = delete;
 
     ImageSurface& Surface() { return surface_; }
+    const StartPaths& Paths() const { return paths_; }
 
   private:
     fs::path folder_;
+    StartPaths paths_;
     NullShell shell_;
     ImageSurface surface_{1920, 1080};
 };
@@ -292,5 +295,26 @@ void MakingTheLevelFilesAndTheIndex(benchmark::State& state) {
     }
 }
 BENCHMARK(MakingTheLevelFilesAndTheIndex)->Unit(benchmark::kMillisecond);
+
+// From the call to the ready map, all but the first picture, which the clock's place takes here.
+// Last of all: it leaves a session without a chart behind.
+void StartingASessionWithoutAPicture(benchmark::State& state) {
+    TheBench();
+    NullShell shell;
+    session.StoredImage = {};
+    switchAstroClock = [](Flag /*on*/, Flag /*redraw*/) {};
+    for ([[maybe_unused]] auto _ : state) {
+        OpenOutcome outcome;
+        const SessionCall call{"NOINITSCREEN", "", 1};
+        if (RunSession(TheBench().Paths(), call, shell, outcome) != SessionResult::Ready) {
+            state.SkipWithError("the session didn't start");
+        }
+        state.PauseTiming();
+        EndSession();
+        state.ResumeTiming();
+    }
+    switchAstroClock = nullptr;
+}
+BENCHMARK(StartingASessionWithoutAPicture)->Unit(benchmark::kMillisecond);
 
 }  // namespace
