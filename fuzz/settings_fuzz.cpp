@@ -1,6 +1,8 @@
 // Any bytes as a settings file, a point selection or a point colour file (the first byte tells
 // which, and the projection), then a map with a chart drawn by them, on the screen and on a page.
-// Numbers that a file may hold and a surface isn't made for must not reach the surface.
+// Numbers that a file may hold and a surface isn't made for must not reach the surface. What was
+// read goes back to its file as it was.
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdlib>
@@ -10,6 +12,7 @@
 #include "map/plot.h"
 #include "map_fuzz_folder.h"
 #include "null_surface.h"
+#include "session/files.h"
 #include "session/settings.h"
 #include "support/reset_all.h"
 
@@ -61,22 +64,70 @@ void SetUpChart() {
     }
 }
 
+constexpr std::uint8_t kSettingsKind = 0;
+constexpr std::uint8_t kSelectionKind = 1;
+constexpr std::size_t kSettingsSize = 340;
+constexpr std::size_t kDescriptionWidth = 80;
+
 void Load(std::uint8_t kind, const std::uint8_t* data, std::size_t size) {
     constexpr std::array<const char*, kKinds> names = {"fuzz.ovs", "fuzz.pts", "fuzz.cpt"};
     WriteFuzzFile(names[kind], data, size);
     const std::string path = FuzzFolder() + names[kind];
     switch (kind) {
-        case 0:
-            LoadSettings(path, kFalse);
+        case kSettingsKind:
+            if ((LoadSettings(path, kFalse) != 0) != (size < kSettingsSize)) std::abort();
             break;
-        case 1:
+        case kSelectionKind:
             LoadPointSelection(path);
+            for (const std::size_t p : {2, 22, 23, 24, 25, 26}) {
+                if (pointSelection[p] != 0) std::abort();
+            }
             break;
         default:
             LoadPointColours(path);
             break;
     }
     if (PendingRunTimeError() != 0) std::abort();
+}
+
+Bytes Stored(const char* name) {
+    Bytes bytes;
+    if (FetchFile(FuzzFolder() + name, 1000, bytes) != 0) std::abort();
+    return bytes;
+}
+
+// The settings in memory as bytes of a file, behind the description.
+Bytes SavedSettings() {
+    SaveSettings(FuzzFolder() + "saved.ovs", settings.description);
+    const Bytes bytes = Stored("saved.ovs");
+    if (bytes.size() != kSettingsSize) std::abort();
+    return {bytes.begin() + kDescriptionWidth, bytes.end()};
+}
+
+// A settings file comes back as it was; one that is too short has changed nothing.
+void CheckSettings(const Bytes& before, const std::uint8_t* data, std::size_t size) {
+    const bool whole = size >= kSettingsSize;
+    const Bytes expected = whole ? Bytes(data + kDescriptionWidth, data + kSettingsSize) : before;
+    if (SavedSettings() != expected) std::abort();
+}
+
+// The selection and the colours read back as they were written.
+void CheckPoints() {
+    const auto selection = pointSelection;
+    const auto colours = pointColour;
+    SavePointSelection(FuzzFolder() + "saved.pts");
+    SaveUserPointColours();
+    if (Stored("saved.pts").size() != 792 || Stored("saved.pco").size() != 144) std::abort();
+    std::fill_n(pointSelection.begin() + 1, 36, Flag{77});
+    std::fill_n(pointColour.begin() + 1, 36, Colour{77});
+    LoadPointSelection(FuzzFolder() + "saved.pts");
+    LoadPointColours(session.UserColourFile);
+    if (pointColour != colours) std::abort();
+    for (std::size_t p = 1; p <= kPointCount; ++p) {
+        const bool never = p == 2 || (p >= 22 && p <= 26);
+        if (pointSelection[p] != (never ? kFalse : selection[p])) std::abort();
+    }
+    pointSelection = selection;
 }
 
 }  // namespace
@@ -87,7 +138,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     session.UserDataPath = FuzzFolder();
     session.UserColourFile = FuzzFolder() + "saved.pco";
     pointSelection.fill(kTrue);
-    Load(data[0] % kKinds, data + 1, size - 1);
+    const std::uint8_t kind = data[0] % kKinds;
+    const Bytes before = SavedSettings();
+    Load(kind, data + 1, size - 1);
+    CheckSettings(before, data + 1, kind == kSettingsKind ? size - 1 : 0);
+    CheckPoints();
 
     SetUpChart();
     plotChartLines = PlotChartLines;
@@ -96,10 +151,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CurrentMap().projection = static_cast<std::int16_t>(data[0] / kKinds % 4);
     PlotMap4(kFalse, surface, kTrue);
     PlotMap4(kTrue, surface, kFalse);
-
-    // What was read can be written.
-    SaveSettings(FuzzFolder() + "saved.ovs", settings.description);
-    SavePointSelection(FuzzFolder() + "saved.pts");
-    SaveUserPointColours();
     return 0;
 }

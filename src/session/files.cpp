@@ -66,9 +66,15 @@ std::int16_t ErrorOfErrno(int number, const std::string& nativePath) {
     }
 }
 
+// A path that the platform takes whole: not empty, and without a NUL, at which it would end and
+// name another file.
+bool IsUsablePath(std::string_view path) {
+    return !path.empty() && path.find('\0') == std::string_view::npos;
+}
+
 // Opens a regular file; devices, pipes and folders are refused without waiting for them.
 int OpenRegular(const std::string& nativePath, int flags, std::int16_t& errorNumber) {
-    if (nativePath.empty() || nativePath.find('\0') != std::string::npos) {
+    if (!IsUsablePath(nativePath)) {
         errorNumber = error::kBadFileName;
         return -1;
     }
@@ -123,40 +129,66 @@ bool WriteAll(int descriptor, std::int64_t offset, std::span<const std::uint8_t>
     return true;
 }
 
-// Writes the bytes aside and gives the file the access rights of the one that it will replace.
-std::int16_t WriteAside(const std::string& aside, const std::string& target,
-                        std::span<const std::uint8_t> bytes) {
-    // What an earlier process of this number left goes; a link of that name isn't written through.
-    ::unlink(aside.c_str());
-    std::int16_t errorNumber = 0;
-    const int descriptor = OpenRegular(aside, O_WRONLY | O_CREAT | O_EXCL, errorNumber);
-    if (descriptor < 0) return errorNumber;
+// What a link points to, link by link, whether that is there or not. False in a ring of links.
+bool FollowLinks(fs::path& path) {
+    constexpr int mostLinks = 40;  // as many as the platform follows
+    std::error_code failure;
+    for (int i = 0; i < mostLinks; ++i) {
+        if (!fs::is_symlink(path, failure)) return true;
+        const fs::path link = fs::read_symlink(path, failure);
+        if (failure) return false;
+        path = path.parent_path() / link;  // an absolute link stands for itself
+    }
+    return false;
+}
+
+// Opens a new file in the folder of the one that it will replace. Its name is short, so that it is
+// allowed wherever the target's is, and tells the process, so that two copies of the program don't
+// write into one another. A name that is taken, by a link or by what a crash left, is passed over.
+int OpenAside(const fs::path& folder, std::string& aside, std::int16_t& errorNumber) {
+    constexpr int mostNames = 100;
+    for (int i = 1; i <= mostNames; ++i) {
+        aside = (folder / ("~orv" + std::to_string(::getpid()) + "-" + std::to_string(i))).string();
+        const int descriptor = OpenRegular(aside, O_WRONLY | O_CREAT | O_EXCL, errorNumber);
+        if (descriptor >= 0 || errno != EEXIST) return descriptor;
+    }
+    return -1;
+}
+
+// Brings what was written to the disk, so that a rename can't come before it. A file system that
+// has nothing to bring there is no failure.
+bool Settle(int descriptor) {
+    return ::fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
+}
+
+// Fills the file aside and gives it the access rights of the one that it will replace.
+std::int16_t FillAside(int descriptor, const std::string& target,
+                       std::span<const std::uint8_t> bytes) {
     struct stat old {};
-    if (::stat(target.c_str(), &old) == 0 && ::fchmod(descriptor, old.st_mode & 07777) != 0) {
-        errorNumber = ErrorOfErrno(errno, aside);
-    }
-    if (errorNumber == 0 && !WriteAll(descriptor, 0, bytes)) {
-        errorNumber = ErrorOfErrno(errno, aside);
-    }
-    if (::close(descriptor) != 0 && errorNumber == 0) errorNumber = ErrorOfErrno(errno, aside);
+    const bool done =
+        (::stat(target.c_str(), &old) != 0 || ::fchmod(descriptor, old.st_mode & 07777) == 0) &&
+        WriteAll(descriptor, 0, bytes) && Settle(descriptor);
+    std::int16_t errorNumber = done ? std::int16_t{0} : ErrorOfErrno(errno, target);
+    if (::close(descriptor) != 0 && errorNumber == 0) errorNumber = ErrorOfErrno(errno, target);
     return errorNumber;
 }
 
 // Writes the bytes beside the file and renames. Returns the error number, 0 on success.
 std::int16_t ReplaceNative(const std::string& path, std::span<const std::uint8_t> bytes) {
+    if (!IsUsablePath(path)) return error::kBadFileName;
+    fs::path target = path;
     std::error_code failure;
-    const fs::path resolved = fs::weakly_canonical(path, failure);
-    const std::string target = failure ? path : resolved.string();
-    if (fs::is_directory(target, failure)) return error::kPathAccess;
+    if (!FollowLinks(target) || fs::is_directory(target, failure)) return error::kPathAccess;
     if (fs::exists(target, failure) && ::access(target.c_str(), W_OK) != 0) {
-        return ErrorOfErrno(errno, target);
+        return ErrorOfErrno(errno, target.string());
     }
-    // The process number keeps two copies of the program from writing into one another.
-    const std::string aside = target + "~" + std::to_string(::getpid());
-    std::int16_t errorNumber = WriteAside(aside, target, bytes);
-    if (errorNumber == 0) {
-        fs::rename(aside, target, failure);
-        if (failure) errorNumber = ErrorOfErrno(failure.value(), target);
+    std::string aside;
+    std::int16_t errorNumber = 0;
+    const int descriptor = OpenAside(target.parent_path(), aside, errorNumber);
+    if (descriptor < 0) return errorNumber;
+    errorNumber = FillAside(descriptor, target.string(), bytes);
+    if (errorNumber == 0 && ::rename(aside.c_str(), target.c_str()) != 0) {
+        errorNumber = ErrorOfErrno(errno, target.string());
     }
     if (errorNumber != 0) ::unlink(aside.c_str());
     return errorNumber;
@@ -185,17 +217,17 @@ std::string FindName(const fs::path& folder, const std::string& name) {
 
 FileHandle FileOpener(std::string_view path, std::int16_t mode, std::int16_t /*recordLength*/,
                       Flag clearReadOnly) {
+    if (mode < open_mode::kWriteText || mode > open_mode::kBinary) return 0;
     const auto slot = std::find(descriptors.begin() + 1, descriptors.end(), -1);
-    if (slot == descriptors.end()) {
-        ShowOpenError(path, error::kTooManyFiles);
+    const std::string native = NativePath(path);
+    if (slot == descriptors.end() || !IsUsablePath(native)) {
+        ShowOpenError(path, IsUsablePath(native) ? error::kTooManyFiles : error::kBadFileName);
         return 0;
     }
-    const std::string native = NativePath(path);
     std::error_code ignored;
     if (clearReadOnly != 0 && fs::is_regular_file(native, ignored)) {
         fs::permissions(native, fs::perms::owner_write, fs::perm_options::add, ignored);
     }
-    if (mode < open_mode::kWriteText || mode > open_mode::kBinary) return 0;
     std::int16_t errorNumber = 0;
     const int descriptor = OpenInMode(native, mode, errorNumber);
     if (descriptor < 0) {
@@ -356,12 +388,14 @@ bool ReadWholeFile(std::string_view path, std::int64_t limit, Bytes& bytes) {
 }
 
 void MakeFolderOf(std::string_view path) {
+    if (!IsUsablePath(path)) return;
     const fs::path folder = fs::path(NativePath(path)).parent_path();
     std::error_code ignored;
     if (!folder.empty()) fs::create_directories(folder, ignored);
 }
 
 bool FolderShowsFile(std::string_view folder) {
+    if (!IsUsablePath(folder)) return false;
     std::error_code failure;
     for (fs::directory_iterator it(NativePath(folder), failure), end; !failure && it != end;
          it.increment(failure)) {
@@ -373,10 +407,11 @@ bool FolderShowsFile(std::string_view folder) {
 }
 
 void DeleteFile(std::string_view path) {
-    ::unlink(NativePath(path).c_str());
+    if (IsUsablePath(path)) ::unlink(NativePath(path).c_str());
 }
 
 std::optional<fs::file_time_type> FileDate(std::string_view path) {
+    if (!IsUsablePath(path)) return std::nullopt;
     std::error_code failure;
     const fs::file_time_type date = fs::last_write_time(NativePath(path), failure);
     if (failure) return std::nullopt;

@@ -2,6 +2,9 @@
 // the access, tells the user when an open fails, finds a file whatever the case of its name, and
 // replaces a file only by a whole new one.
 //
+// A path that is empty or holds a NUL names no file: each routine here answers as to a file that
+// isn't there, with the error "Bad file name or number" where it tells one.
+//
 // Paths are text with "\" (or "/") between folders, as the program has always kept them; they turn
 // into the platform's form in NativePath alone.
 #pragma once
@@ -23,7 +26,7 @@ namespace orvantis {
 using FileHandle = std::int16_t;
 
 namespace open_mode {
-inline constexpr std::int16_t kWriteText = 1;   ///< write, replacing the file
+inline constexpr std::int16_t kWriteText = 1;   ///< write in place, emptying the file first
 inline constexpr std::int16_t kReadText = 2;    ///< read
 inline constexpr std::int16_t kAppendText = 3;  ///< write at the end
 inline constexpr std::int16_t kRecords = 4;     ///< fixed records, read and write
@@ -34,8 +37,10 @@ inline constexpr std::int16_t kBinary = 5;      ///< bytes, read and write
 /// not be written; they make no new one, since files are made whole by ReplaceFile.
 /// `recordLength` (bytes) is the caller's unit in mode kRecords and isn't kept: positions are bytes
 /// in every mode. With `clearReadOnly` set, a read-only file is first made writable and stays so.
-/// On failure shows the box "Open Error" (the path, a blank line, the reason) and returns 0; an
-/// unknown mode opens nothing and returns 0 without a box.
+/// Mode kWriteText has emptied the file before the first byte is written, so that a failure loses
+/// what was there: a whole file is replaced by ReplaceFile instead.
+/// On failure shows the box "Open Error" (the path, a blank line, the reason) and returns 0. An
+/// unknown mode touches nothing and returns 0 without a box, whatever the other arguments are.
 FileHandle FileOpener(std::string_view path, std::int16_t mode, std::int16_t recordLength,
                       Flag clearReadOnly);
 
@@ -58,8 +63,10 @@ void CloseAllFiles();
 /// Length in bytes; 0 for a handle that isn't open.
 std::int64_t FileLength(FileHandle file);
 
-/// Reads bytes starting at `position`, counted from 1. False, with the run-time error "Input past
-/// end of file", if not all of them are there; what lies before the end has then been read.
+/// Reads bytes starting at `position`, counted from 1. False, with a run-time error, on failure:
+/// "Bad file name or number" for a handle that isn't open and a position below 1, "Input past end
+/// of file" if not all of the bytes are there, "Device I/O error" if the device fails. What could
+/// be read before that has been read.
 bool ReadBytes(FileHandle file, std::int64_t position, std::span<std::uint8_t> bytes);
 
 /// The same, but what isn't there is no error: the number of bytes that were read.
@@ -68,9 +75,10 @@ std::size_t ReadWhatIsThere(FileHandle file, std::int64_t position, std::span<st
 /// Writes bytes at `position`, counted from 1. False, with a run-time error, on failure.
 bool WriteBytes(FileHandle file, std::int64_t position, std::span<const std::uint8_t> bytes);
 
-/// Replaces the file by one that holds just these bytes: written beside it under the name with "~"
-/// and the process's number added, then renamed, so that whoever reads sees the old file or the
-/// new one. The file keeps its access rights; what a link points to is replaced, not the link. On
+/// Replaces the file by one that holds just these bytes: written beside it under a short name
+/// ("~orv", the process's number and a count), brought to the disk, then renamed, so that whoever
+/// reads sees the old file or the new one, also after a loss of power. The file keeps its access
+/// rights; what a link points to is replaced, or made if it isn't there, and not the link. On
 /// failure (a file that may not be written is one) shows "Open Error", leaves the old file as it
 /// was and returns false.
 bool ReplaceFile(std::string_view path, std::span<const std::uint8_t> bytes);

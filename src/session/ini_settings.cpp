@@ -114,9 +114,17 @@ void ReadPaths(const Inis& inis) {
     session.StarFile = file("StarFileName", "starfile", 12, ".fst");
 }
 
+// A base of a zodiac. Numbers that are no angle, however often it goes round, count as 0: what is
+// worked out with them would mean nothing.
+double ReadUserSVP(const Inis& inis) {
+    constexpr double most = 1e6;  // degrees
+    const double value = IniNumber(inis.sibling, kSiblingSection, "UserSVP", "0.0", 20);
+    return std::fabs(value) <= most ? value : 0;
+}
+
 void ReadZodiacAndHome(const Inis& inis) {
     options.ayanamsa = OwnInteger(inis, "Ayanamsa", "1", 1, 8);
-    options.userSVP = IniNumber(inis.sibling, kSiblingSection, "UserSVP", "0.0", 20);
+    options.userSVP = ReadUserSVP(inis);
     options.defaultPlace = OwnWords(inis, "Place", "Nowhere", 21);
     options.defaultCountry = OwnWords(inis, "Country", "Nowhere", 21);
     options.defaultTimeZone = OwnWords(inis, "TimeZone", "GMT +0:00", 15);
@@ -177,6 +185,27 @@ std::int32_t WindowLength(const IniFile& own, std::string_view key, std::int32_t
     return Whole(IniNumber(own, kOwnSection, key, "0", kLengthWidth), low, high);
 }
 
+void PlaceMainWindow(const IniFile& own) {
+    options.paletteApplied = FlagOf(IniNumber(own, kOwnSection, "256Colors", "0", kNumberWidth));
+
+    // A window that was minimised comes back maximised.
+    WindowPlace place;
+    const std::string state = std::to_string(session.shell->MainWindowPlace().state);
+    place.state = static_cast<std::int16_t>(
+        Whole(IniNumber(own, kOwnSection, "WindowState", state, kNumberWidth), 0, 2));
+    if (place.state == 1) place.state = 2;
+    if (place.state != 2) {
+        // The left edge is held by the screen's height too, also on wide screens.
+        const WindowPlace screen = session.shell->ScreenExtent();
+        place.top = WindowLength(own, "Top", 0, screen.height);
+        place.left = WindowLength(own, "Left", 0, screen.height);
+        place.width = WindowLength(own, "Width", kLeastWindow, screen.width);
+        place.height = WindowLength(own, "Height", kLeastWindow, screen.height);
+    }
+    session.shell->PlaceMainWindow(place);
+    session.shell->SetPointer(Pointer::Cross);
+}
+
 }  // namespace
 
 void (*refreshMenuMarks)() = nullptr;
@@ -202,7 +231,7 @@ void ReadIniSettings() {
 
     // The timer belongs to the main window, which is loaded and placed when it is first touched.
     const std::int16_t clockStep = OwnInteger(inis, "ClockStep", "60", 1, 30000);
-    RestoreMainWindow();
+    PlaceMainWindow(inis.own);
     SetClockStep(clockStep);
 
     ReadPresentation(inis);
@@ -212,25 +241,7 @@ void ReadIniSettings() {
 }
 
 void RestoreMainWindow() {
-    const IniFile own = ReadIni(session.OwnIni);
-    options.paletteApplied = FlagOf(IniNumber(own, kOwnSection, "256Colors", "0", kNumberWidth));
-
-    // A window that was minimised comes back maximised.
-    WindowPlace place;
-    const std::string state = std::to_string(session.shell->MainWindowPlace().state);
-    place.state = static_cast<std::int16_t>(
-        Whole(IniNumber(own, kOwnSection, "WindowState", state, kNumberWidth), 0, 2));
-    if (place.state == 1) place.state = 2;
-    if (place.state != 2) {
-        // The left edge is held by the screen's height too, also on wide screens.
-        const WindowPlace screen = session.shell->ScreenExtent();
-        place.top = WindowLength(own, "Top", 0, screen.height);
-        place.left = WindowLength(own, "Left", 0, screen.height);
-        place.width = WindowLength(own, "Width", kLeastWindow, screen.width);
-        place.height = WindowLength(own, "Height", kLeastWindow, screen.height);
-    }
-    session.shell->PlaceMainWindow(place);
-    session.shell->SetPointer(Pointer::Cross);
+    PlaceMainWindow(ReadIni(session.OwnIni));
 }
 
 Flag WriteIniSettings() {

@@ -2,8 +2,11 @@
 //
 // Words (places, zones) stand in the files in UTF-8; a value that isn't well-formed as such is
 // taken as code page 1252, in which older files are. Paths stand in the platform's form and in its
-// own bytes, so that any path survives; "\" between folders is read as well. The program that opens
-// reports is kept as it stands.
+// own bytes; "\" between folders is read as well. The program that opens reports is kept as it
+// stands. Both are cut to 255 characters (not bytes) when they are read. A path survives, blanks
+// and quotes included, unless it is longer, or has in a name what a line or the program's form of
+// a path can't hold: a line break (it becomes a blank), a NUL (it ends the path) or a "\" (it
+// becomes "/").
 #pragma once
 
 #include "session/ini_store.h"
@@ -13,9 +16,9 @@ namespace orvantis {
 inline constexpr std::string_view kOwnSection = "Orvantis";
 inline constexpr std::string_view kSiblingSection = "Kelvane";
 
-/// Reads all keys in their order into session, options and textState, after the tables were built;
-/// loads the main window when the clock's timer is set; ends with the check marks of the menus,
-/// the three lists of chart words and the zone table. Never fails: what can't be read is default.
+/// Reads all keys in their order into session, options and textState; loads the main window when
+/// the clock's timer is set; ends with the check marks of the menus, the three lists of chart words
+/// and the zone table. Never fails: what can't be read is default.
 void ReadIniSettings();
 
 /// Puts the main window where the own INI says, within the screen, and reads "256Colors".
@@ -29,7 +32,8 @@ Flag WriteIniSettings();
 /// so many seconds (1 to 30000). Sets the timer, which runs only while the AstroClock does.
 void SetClockStep(std::int16_t seconds);
 
-/// Connection point: the check marks of the menus follow the options.
+/// Connection point: the check marks of the menus follow the options. Whoever gives the window its
+/// menus sets it; until then it is empty, and there are no marks to follow.
 extern void (*refreshMenuMarks)();
 
 }  // namespace orvantis

@@ -2,7 +2,10 @@
 #include "session/resources.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <map>
+#include <span>
 
 #include "session/files.h"
 #include "session/session_state.h"
@@ -17,96 +20,88 @@ namespace {
 constexpr std::int64_t kLongestLibrary = std::int64_t{1} << 20;  // bytes
 constexpr std::int32_t kHighestId = 65535;
 
-using StringTable = std::map<std::int32_t, std::string>;
+// The program's own strings: the words of charts' types and subtypes, each list behind its count,
+// and the places of points in the houses; the last list as a whole is no longer used.
+constexpr std::array<std::string_view, 16> kChartTypes = {
+    "15",          "Natal",      "Sec.Prog.", "Directed",         "Return",    "Combined",
+    "Harmonic",    "Antiscia",   "Pre-Natal", "Rise/Set",         "Lun.Phase", "Tert.Prog.",
+    "Minor Prog.", "User Prog.", "Locality",  "Tert.Prog. (True)"};
+constexpr std::array<std::string_view, 48> kChartSubtypes = {"47",
+                                                             "Chart",
+                                                             "- Midpoints",
+                                                             "- Drv Asc",
+                                                             "- Drv MC",
+                                                             "Solar",
+                                                             "Lunar",
+                                                             "Advanced Options",
+                                                             "- Solar Arc",
+                                                             "- Asc Arc",
+                                                             "- Vtx Arc",
+                                                             "- User Arc",
+                                                             "- 0\xB0 Cap",
+                                                             "- 0\xB0 Ari",
+                                                             "Group - Drv Asc",
+                                                             "- Davison",
+                                                             "Bailey Conception",
+                                                             "Bailey Quickening",
+                                                             "Bailey Birth (C)",
+                                                             "Bailey Birth (Q)",
+                                                             "Jayne Vulcan",
+                                                             "Jayne Uranus (C)",
+                                                             "Jayne Sigma",
+                                                             "Jayne Isis",
+                                                             "Jayne Mercury",
+                                                             "Jayne Neptune (A)",
+                                                             "Jayne Rex",
+                                                             "Jayne Lion",
+                                                             "Jayne Mars",
+                                                             "Jayne Morya",
+                                                             "Jayne Pluto",
+                                                             "Jayne Moon",
+                                                             "Jayne Sun",
+                                                             "Jayne Chiron",
+                                                             "Jayne Venus",
+                                                             "Jayne Jupiter",
+                                                             "Jayne Birth (C)",
+                                                             "Coalescent",
+                                                             "Arc Transform",
+                                                             "Johndro (R.A.)",
+                                                             "Johndro (Long.)",
+                                                             "Geodetic (R.A.)",
+                                                             "Geodetic (Long.)",
+                                                             "Relocated",
+                                                             "Wynn Key",
+                                                             "Progressed Solar",
+                                                             "- User Arc",
+                                                             "- Profection (Annual)"};
+constexpr std::array<std::string_view, 6> kHousePlaces = {
+    "Neptune on 1st", "Pluto on 1st", "N Node on 1st", "Vertex on 7th", "EP on 1st", "MC on 10th"};
 
 // A run of strings with ids one after the other; its first entry stands at `id`.
 struct StringRun {
     std::int32_t id;
-    std::initializer_list<const char*> strings;
+    std::span<const std::string_view> strings;
 };
 
-// The program's own strings.
-const StringTable& OwnStrings() {
-    static const StringTable table = [] {
-        const std::initializer_list<StringRun> runs = {
-            {470,
-             {"15", "Natal", "Sec.Prog.", "Directed", "Return", "Combined", "Harmonic", "Antiscia",
-              "Pre-Natal", "Rise/Set", "Lun.Phase", "Tert.Prog.", "Minor Prog.", "User Prog.",
-              "Locality", "Tert.Prog. (True)"}},
-            {490,
-             {"47",
-              "Chart",
-              "- Midpoints",
-              "- Drv Asc",
-              "- Drv MC",
-              "Solar",
-              "Lunar",
-              "Advanced Options",
-              "- Solar Arc",
-              "- Asc Arc",
-              "- Vtx Arc",
-              "- User Arc",
-              "- 0\xB0 Cap",
-              "- 0\xB0 Ari",
-              "Group - Drv Asc",
-              "- Davison",
-              "Bailey Conception",
-              "Bailey Quickening",
-              "Bailey Birth (C)",
-              "Bailey Birth (Q)",
-              "Jayne Vulcan",
-              "Jayne Uranus (C)",
-              "Jayne Sigma",
-              "Jayne Isis",
-              "Jayne Mercury",
-              "Jayne Neptune (A)",
-              "Jayne Rex",
-              "Jayne Lion",
-              "Jayne Mars",
-              "Jayne Morya",
-              "Jayne Pluto",
-              "Jayne Moon",
-              "Jayne Sun",
-              "Jayne Chiron",
-              "Jayne Venus",
-              "Jayne Jupiter",
-              "Jayne Birth (C)",
-              "Coalescent",
-              "Arc Transform",
-              "Johndro (R.A.)",
-              "Johndro (Long.)",
-              "Geodetic (R.A.)",
-              "Geodetic (Long.)",
-              "Relocated",
-              "Wynn Key",
-              "Progressed Solar",
-              "- User Arc",
-              "- Profection (Annual)"}},
-            // Places of points in the houses; the list as a whole is no longer used.
-            {600,
-             {"Neptune on 1st", "Pluto on 1st", "N Node on 1st", "Vertex on 7th", "EP on 1st",
-              "MC on 10th"}},
-        };
-        StringTable strings;
-        for (const StringRun& run : runs) {
-            std::int32_t id = run.id;
-            for (const char* text : run.strings) strings[id++] = text;
-        }
-        return strings;
-    }();
-    return table;
-}
+constexpr std::array<StringRun, 3> kOwnStrings = {
+    {{470, kChartTypes}, {490, kChartSubtypes}, {600, kHousePlaces}}};
 
 // The strings of the library; empty: there is none.
-StringTable libraryStrings;
+std::map<std::int32_t, std::string> libraryStrings;
 
-const StringTable& Strings() {
-    return libraryStrings.empty() ? OwnStrings() : libraryStrings;
+std::string OwnString(std::int32_t id) {
+    for (const StringRun& run : kOwnStrings) {
+        const std::int32_t place = id - run.id;
+        if (place < 0 || place >= static_cast<std::int32_t>(run.strings.size())) continue;
+        return std::string(run.strings[static_cast<std::size_t>(place)]);
+    }
+    return "";
 }
 
-// Highest id that has a string.
-std::int32_t LastId() {
-    return Strings().rbegin()->first;
+std::string StringOf(std::int32_t id) {
+    if (libraryStrings.empty()) return OwnString(id);
+    const auto found = libraryStrings.find(id);
+    return found == libraryStrings.end() ? "" : found->second;
 }
 
 // Id of a line "471=Natal", -1 if it isn't of that form.
@@ -117,10 +112,10 @@ std::int32_t IdOfLine(std::string_view line) {
     return id <= kHighestId ? static_cast<std::int32_t>(id) : -1;
 }
 
-StringTable ParseLibrary(std::string_view text) {
+std::map<std::int32_t, std::string> ParseLibrary(std::string_view text) {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
-    StringTable strings;
+    std::map<std::int32_t, std::string> strings;
     while (!text.empty()) {
         const std::size_t end = std::min(text.find('\n'), text.size());
         std::string_view line = text.substr(0, end);
@@ -135,7 +130,7 @@ StringTable ParseLibrary(std::string_view text) {
 // One of the lists of words: its entries from element 1 on.
 void BuildList(std::int16_t id, std::int16_t standardCount, std::vector<std::string>& list) {
     const double number = NumericValue(ResString(id, 0));
-    const auto count = static_cast<std::int16_t>(std::clamp(number, 0.0, 32767.0));
+    const auto count = static_cast<std::int16_t>(std::lrint(std::clamp(number, 0.0, 32767.0)));
     list.clear();
     ResStringList(id, list, count < 1 ? standardCount : count);
     list.insert(list.begin(), "");
@@ -165,18 +160,14 @@ void ReleaseResourceLibrary() {
 }
 
 std::string ResString(std::int16_t id, std::int16_t offset) {
-    const auto found = Strings().find(std::int32_t{id} + offset);
-    return found == Strings().end() ? "" : found->second;
+    return StringOf(std::int32_t{id} + offset);
 }
 
 void ResStringList(std::int16_t id, std::vector<std::string>& array, std::int16_t count) {
-    const auto there = static_cast<std::size_t>(std::clamp(LastId() - id, 0, 32767));
     const std::size_t wanted = count > 0 ? static_cast<std::size_t>(count) : array.size();
-    const std::size_t filled = std::min(wanted, there);
-    if (array.size() < filled) array.resize(filled);
-    for (std::size_t i = 0; i < filled; ++i) {
-        array[i] = ResString(id, static_cast<std::int16_t>(i + 1));
-    }
+    if (array.size() < wanted) array.resize(wanted);
+    std::int32_t next = id;
+    for (std::size_t i = 0; i < wanted; ++i) array[i] = StringOf(++next);
 }
 
 void BuildChartWords() {

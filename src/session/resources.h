@@ -28,7 +28,8 @@ void ReleaseResourceLibrary();
 std::string ResString(std::int16_t id, std::int16_t offset);
 
 /// Fills `array` (counting from 0) with the strings at id + 1, id + 2 and so on, up to `count`
-/// entries; with `count` 0 up to the size that the array has.
+/// entries; with `count` 0 up to the size that the array has. The array then has at least that many
+/// entries: where there is no string, also behind the last one, its entry is "".
 void ResStringList(std::int16_t id, std::vector<std::string>& array, std::int16_t count);
 
 /// The lists of words that charts are described with; they count from 1, element 0 stands empty.
@@ -40,9 +41,10 @@ struct ChartWords {
 
 extern ChartWords chartWords;
 
-/// Builds the three lists. Each has its count at its id; a count below 1 takes the list's own. The
-/// third list's count reads as 0, so it shows five entries of the house list: charts have been
-/// described with these words for so long that they stay.
+/// Builds the three lists. Each has its count at its id, rounded to nearest, ties to even; a count
+/// below 1 takes the list's own. A list has all entries that it counts, "" where the library has no
+/// string. The third list's count reads as 0, so it shows five entries of the house list: charts
+/// have been described with these words for so long that they stay.
 void BuildChartWords();
 
 }  // namespace orvantis

@@ -6,6 +6,7 @@
 #include <set>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 #include "support/failing_disk.h"
 #include "support/reset_all.h"
@@ -323,10 +324,103 @@ TEST_F(Files, AWriteOnAFullDiskFailsAndTheReplacedFileStays) {
 TEST_F(Files, ALinkOfTheNameThatIsWrittenAsideIsNotWrittenThrough) {
     const std::string path = folder_.File("a.bin");
     const std::string other = folder_.Write("other", "precious");
-    fs::create_symlink(other, path + "~" + std::to_string(::getpid()));
+    const std::string aside = folder_.File("~orv" + std::to_string(::getpid()) + "-");
+    fs::create_symlink(other, aside + "1");
+    fs::create_symlink(folder_.File("none"), aside + "2");
     EXPECT_TRUE(ReplaceFile(path, Bytes{'n'}));
     EXPECT_EQ(FileBytes(path), Bytes{'n'});
     EXPECT_EQ(FileBytes(other).size(), 8U);
+    EXPECT_FALSE(fs::exists(folder_.File("none")));
+    EXPECT_TRUE(fs::is_symlink(aside + "1"));
+
+    // Where all its names are taken nothing is written.
+    for (int i = 3; i <= 100; ++i) fs::create_symlink(other, aside + std::to_string(i));
+    EXPECT_EQ(StoreFile(path, Bytes{'m'}), error::kPathAccess);
+    EXPECT_EQ(FileBytes(path), Bytes{'n'});
+    EXPECT_EQ(FileBytes(other).size(), 8U);
+}
+
+TEST_F(Files, APathWithANulTouchesNoOtherFile) {
+    const std::string precious = folder_.Write("a.bin", "precious");
+    fs::permissions(precious, fs::perms::owner_read);
+    const std::string path = precious + std::string("\0.bin", 5);
+    for (const std::string& bad : {path, std::string()}) {
+        EXPECT_EQ(StoreFile(bad, Bytes{'x'}), error::kBadFileName);
+        Bytes bytes;
+        EXPECT_EQ(FetchFile(bad, 100, bytes), error::kBadFileName);
+        DeleteFile(bad);
+        EXPECT_FALSE(FileDate(bad).has_value());
+        EXPECT_EQ(FileExists(bad), kFalse);
+        EXPECT_FALSE(FolderShowsFile(bad));
+        for (const std::int16_t mode : {1, 2, 3, 4, 5}) {
+            EXPECT_EQ(FileOpener(bad, mode, 0, kTrue), 0);
+        }
+    }
+    MakeFolderOf(folder_.File("new") + std::string("\0/a", 3));
+    EXPECT_FALSE(fs::exists(folder_.File("new")));
+    EXPECT_FALSE(FolderShowsFile(folder_.Path() + std::string("\0/a", 3)));
+    EXPECT_EQ(FileBytes(precious).size(), 8U);
+    EXPECT_EQ(fs::status(precious).permissions(), fs::perms::owner_read);
+    const auto files = fs::directory_iterator(folder_.Path());
+    EXPECT_EQ(std::distance(begin(files), end(files)), 1);
+
+    TestShell().boxes.clear();
+    EXPECT_FALSE(ReplaceFile(path, Bytes{'x'}));
+    ASSERT_EQ(TestShell().boxes.size(), 1U);
+    EXPECT_TRUE(TestShell().boxes[0].ends_with(" /  / Bad file name or number"));
+}
+
+TEST_F(Files, AFileIsMadeWhereALinkPointsToNothing) {
+    fs::create_directories(folder_.File("far"));
+    fs::create_symlink("far/b.bin", folder_.File("middle"));  // counts from the link's folder
+    fs::create_symlink(folder_.File("middle"), folder_.File("link"));
+    EXPECT_EQ(StoreFile(folder_.File("link"), Bytes{'n'}), 0);
+    EXPECT_TRUE(fs::is_symlink(folder_.File("link")));
+    EXPECT_TRUE(fs::is_symlink(folder_.File("middle")));
+    EXPECT_EQ(FileBytes(folder_.File("far/b.bin")), Bytes{'n'});
+
+    fs::create_symlink("none/b.bin", folder_.File("astray"));
+    EXPECT_EQ(StoreFile(folder_.File("astray"), Bytes{'n'}), error::kPathNotFound);
+    EXPECT_TRUE(fs::is_symlink(folder_.File("astray")));
+}
+
+TEST_F(Files, ARingOfLinksIsAnErrorAndStays) {
+    fs::create_symlink("b", folder_.File("a"));
+    fs::create_symlink("a", folder_.File("b"));
+    EXPECT_EQ(StoreFile(folder_.File("a"), Bytes{'n'}), error::kPathAccess);
+    EXPECT_TRUE(fs::is_symlink(folder_.File("a")));
+    EXPECT_TRUE(fs::is_symlink(folder_.File("b")));
+}
+
+TEST_F(Files, AFileOfTheLongestNameIsReplacedAndALongerNameIsIllegal) {
+    const std::string path = folder_.File(std::string(255, 'x'));
+    EXPECT_EQ(StoreFile(path, Bytes{'a'}), 0);
+    EXPECT_EQ(StoreFile(path, Bytes{'b'}), 0);
+    EXPECT_EQ(FileBytes(path), Bytes{'b'});
+    EXPECT_EQ(StoreFile(path + "x", Bytes{'c'}), error::kBadFileName);
+    const auto files = fs::directory_iterator(folder_.Path());
+    EXPECT_EQ(std::distance(begin(files), end(files)), 1);
+}
+
+TEST_F(Files, AnUnknownModeLeavesAReadOnlyFileReadOnly) {
+    const std::string path = folder_.Write("a.bin", "abc");
+    fs::permissions(path, fs::perms::owner_read);
+    for (const std::int16_t mode : {-1, 0, 6, 32767}) {
+        EXPECT_EQ(FileOpener(path, mode, 0, kTrue), 0);
+    }
+    EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read);
+    EXPECT_TRUE(TestShell().log.empty());
+}
+
+TEST_F(Files, AReadFromWhatIsNoOpenFileOrNoPositionIsABadNumber) {
+    Bytes two(2);
+    const FileHandle file = FileOpener(folder_.Write("a", "abcd"), open_mode::kBinary, 0, kFalse);
+    for (const auto& [handle, position] : {std::pair<FileHandle, int>{99, 1}, {0, 1}, {file, 0}}) {
+        EXPECT_FALSE(ReadBytes(handle, position, two));
+        RunTimeError raised;
+        ASSERT_TRUE(TakeRunTimeError(raised));
+        EXPECT_EQ(raised.description, "Bad file name or number");
+    }
 }
 
 TEST_F(Files, WhatIsThereIsReadWithoutAnError) {

@@ -1,5 +1,6 @@
 #include "session/ini_settings.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -498,6 +499,210 @@ TEST_F(IniSettings, AWriteThatFailsLeavesTheOptionsTheFileAndTheErrorsOfOthers) 
     fs::create_directories(folder_.File("config/ORVANT2.INI"));
     EXPECT_EQ(WriteIniSettings(), kTrue);
     EXPECT_EQ(PendingRunTimeError(), error::kOverflow);
+}
+
+// A word of so many letters outside ASCII, in UTF-8 (two bytes each) and in the core's code page.
+std::string Umlauts(std::size_t count) {
+    std::string text;
+    while (count-- > 0) text += "\xC3\xBC";
+    return text;
+}
+
+TEST_F(IniSettings, WordsAndBaseNamesAreCutToTheirWidthsInCharacters) {
+    const std::string word = Umlauts(300);
+    Read("Place=" + word + "\r\nCountry=" + word + "\r\nTimeZone=" + word + "\r\nLatitude=" + word +
+             "\r\nLongitude=" + word + "\r\nWordProcessor=" + word + "\r\n",
+         "[Kelvane]\r\nPointFileName=" + word + "\r\nColPntFileName=" + word +
+             "\r\nStarFileName=" + word + "\r\n");
+    EXPECT_EQ(options.defaultPlace, std::string(21, '\xFC'));
+    EXPECT_EQ(options.defaultCountry, std::string(21, '\xFC'));
+    EXPECT_EQ(options.defaultTimeZone, std::string(15, '\xFC'));
+    EXPECT_EQ(options.defaultLatitude, std::string(12, '\xFC'));
+    EXPECT_EQ(options.defaultLongitude, std::string(12, '\xFC'));
+    EXPECT_EQ(options.wordProcessor, Umlauts(255));
+    EXPECT_EQ(session.PointFile, Program("Userdata\\" + Umlauts(255) + ".pts"));
+    EXPECT_EQ(session.ColourFile, Program("Userdata\\" + Umlauts(255) + ".cpt"));
+    EXPECT_EQ(session.StarFile, Program("Userdata\\" + Umlauts(12) + ".fst"));
+}
+
+TEST_F(IniSettings, PathsAreCutTo255CharactersNotBytes) {
+    const std::string path = "/" + Umlauts(299);
+    const std::string expected = "\\" + Umlauts(254);
+    Read("LastFile1=" + path + "\r\nLastFile2=" + path + "\r\nLastFile3=" + path +
+         "\r\nLastFile4=" + path + "\r\nPrefFile=" + path + "\r\n");
+    for (const std::string& map : session.RecentMaps) EXPECT_EQ(map, expected);
+    EXPECT_EQ(session.SettingsPath, expected);
+}
+
+TEST_F(IniSettings, FoldersOf255CharactersAreTakenAndLongerOnesAreCutToThem) {
+    std::string folder = folder_.File("mine");
+    std::size_t characters = folder.size();
+    while (characters < 255) {
+        const std::size_t part = std::min<std::size_t>(100, 254 - characters);
+        folder += "/" + Umlauts(part);
+        characters += part + 1;
+        if (characters == 254) {  // no room for a separator and a letter
+            folder += Umlauts(1);
+            ++characters;
+        }
+    }
+    fs::create_directories(folder);
+    folder_.Write(folder.substr(folder_.Path().size()) + "/file", "x");
+    for (const char* rest : {"", "xyz", "/none"}) {
+        const std::string keys =
+            "UserDataPath=" + folder + rest + "\r\nInterpPath=" + folder + rest;
+        Read(keys + "\r\n");
+        EXPECT_EQ(session.UserDataPath, ProgramPath(folder) + "\\") << rest;
+        EXPECT_EQ(session.InterpPath, ProgramPath(folder) + "\\") << rest;
+    }
+}
+
+TEST_F(IniSettings, NumbersAreCutToTheirWidths) {
+    struct Row {
+        const char* key;
+        Flag Options::*option;
+    };
+    constexpr std::array<Row, 9> rows = {{
+        {"TrueNode", &Options::trueNode},
+        {"VulcWeston", &Options::vulcWeston},
+        {"DayNight", &Options::dayNight},
+        {"StoreImages", &Options::storeImages},
+        {"RTFOn", &Options::rtfOn},
+        {"ExtraAnnotation", &Options::extraAnnotation},
+        {"GeodeticAscDsc", &Options::geodeticAscDsc},
+        {"ShowAscOnHorizonChart", &Options::showAscOnHorizonChart},
+        {"256Colors", &Options::paletteApplied},
+    }};
+    for (const Row& row : rows) {
+        Read(std::string(row.key) + "=00001\r\n");
+        EXPECT_EQ(options.*row.option, kTrue) << row.key;
+        Read(std::string(row.key) + "=000001\r\n");
+        EXPECT_EQ(options.*row.option, kFalse) << row.key;
+    }
+    Read("RepFontSize=00020\r\n");
+    EXPECT_EQ(options.repFontSize, 20);
+    Read("RepFontSize=000020\r\n");
+    EXPECT_EQ(options.repFontSize, 6);
+
+    Read("", "[Kelvane]\r\nACSAtlas=000001\r\n");
+    EXPECT_EQ(options.acsAtlas, kFalse);
+    Read("ACSAtlas=000001\r\n", "[Kelvane]\r\nACSAtlas=\r\n");
+    EXPECT_EQ(options.acsAtlas, kFalse);
+    Read("", "[Orvantis]\r\nACSEmbedded=" + std::string(254, '0') + "1\r\n");
+    EXPECT_EQ(options.acsEmbedded, kTrue);
+    Read("", "[Orvantis]\r\nACSEmbedded=" + std::string(255, '0') + "1\r\n");
+    EXPECT_EQ(options.acsEmbedded, kFalse);
+    Read("", "[Kelvane]\r\nUserSVP=" + std::string(18, '0') + "123\r\n");
+    EXPECT_EQ(options.userSVP, 12);
+}
+
+TEST_F(IniSettings, ABaseOfTheZodiacThatIsNoAngleReadsAsNone) {
+    struct Row {
+        const char* text;
+        double expected;
+    };
+    constexpr std::array<Row, 12> rows = {{{"-24.5", -24.5},
+                                           {"1e6", 1e6},
+                                           {"-1000000", -1e6},
+                                           {"1000000.001", 0},
+                                           {"-1000001", 0},
+                                           {"1e300", 0},
+                                           {"-1e300", 0},
+                                           {"1e999", 0},
+                                           {"inf", 0},
+                                           {"nan", 0},
+                                           {"abc", 0},
+                                           {"", 0}}};
+    for (const Row& row : rows) {
+        Read("", "[Kelvane]\r\nUserSVP=" + std::string(row.text) + "\r\n");
+        EXPECT_EQ(options.userSVP, row.expected) << row.text;
+    }
+}
+
+// What the keys feed, one word each.
+std::vector<std::string> WhatWasRead() {
+    std::vector<std::string> words = {
+        session.UserDataPath,    session.InterpPath,      session.PointFile,
+        session.ColourFile,      session.StarFile,        session.SettingsPath,
+        session.RecentMaps[0],   options.defaultPlace,    options.defaultCountry,
+        options.defaultTimeZone, options.defaultLatitude, options.defaultLongitude,
+        options.wordProcessor};
+    for (const double number : {static_cast<double>(options.ayanamsa),
+                                options.userSVP,
+                                static_cast<double>(options.houseSystem),
+                                static_cast<double>(options.trueNode),
+                                static_cast<double>(options.vulcWeston),
+                                static_cast<double>(options.eclipseStep),
+                                static_cast<double>(options.acsAtlas),
+                                static_cast<double>(options.acsEmbedded),
+                                static_cast<double>(options.dayNight),
+                                static_cast<double>(options.localLineExtent),
+                                static_cast<double>(options.clockStep),
+                                static_cast<double>(options.storeImages),
+                                static_cast<double>(options.rtfOn),
+                                static_cast<double>(options.extraAnnotation),
+                                static_cast<double>(options.repFontSize),
+                                static_cast<double>(options.userTTOption),
+                                static_cast<double>(options.geodeticAscDsc),
+                                static_cast<double>(options.showAscOnHorizonChart),
+                                static_cast<double>(options.paletteApplied),
+                                static_cast<double>(textState.Clock24),
+                                static_cast<double>(textState.MonthFirst)}) {
+        words.push_back(std::to_string(number));
+    }
+    for (const std::string& line : TestShell().log) words.push_back(line);
+    return words;
+}
+
+TEST_F(IniSettings, AKeyInAnotherFileOrSectionThanItsOwnIsNotRead) {
+    folder_.Write("mine/file", "x");
+    const std::string own =
+        "UserDataPath=" + folder_.File("mine") + "\r\nInterpPath=" + folder_.File("mine") +
+        "\r\nPrefFile=a\r\nLastFile1=a\r\nPlace=a\r\nCountry=a\r\nTimeZone=a\r\nLatitude=a\r\n"
+        "Longitude=a\r\nWordProcessor=a\r\nAyanamsa=3\r\nHouseSystem=3\r\nTrueNode=0\r\n"
+        "VulcWeston=0\r\nEclipseStep=9\r\nDayNight=1\r\nLocalLineExtent=9\r\nClockStep=9\r\n"
+        "StoreImages=1\r\nRTFOn=0\r\nExtraAnnotation=0\r\nRepFontSize=9\r\nUserTTOption=1\r\n"
+        "GeodeticAscDsc=0\r\nShowAscOnHorizonChart=1\r\n256Colors=1\r\nWindowState=2\r\nTop=1\r\n"
+        "Left=1\r\nWidth=2000\r\nHeight=2000\r\nACSAtlas=1\r\n";
+    const std::string regional = "iTime=1\r\niDate=1\r\n";
+    const std::string sibling =
+        "PointFileName=a\r\nColPntFileName=a\r\nStarFileName=a\r\nUserSVP=9\r\n";
+    const std::string embedded = "ACSEmbedded=1\r\n";
+    Read("");
+    const std::vector<std::string> defaults = WhatWasRead();
+    Read(sibling + embedded + regional + "[Kelvane]\r\n" + own + sibling + embedded + regional +
+             "[Other]\r\n" + own + sibling + embedded + regional,
+         "[Orvantis]\r\n" + own + sibling + regional + "[intl]\r\n" + regional + "[Other]\r\n" +
+             own + sibling + embedded + "ACSAtlas=1\r\n");
+    EXPECT_EQ(WhatWasRead(), defaults);
+
+    // Each in its place changes what is read; the sibling's own section takes none but its own.
+    Read(own + "[intl]\r\n" + regional,
+         "[Kelvane]\r\n" + sibling + "ACSAtlas=1\r\n[Orvantis]\r\n" + embedded);
+    const std::vector<std::string> read = WhatWasRead();
+    for (std::size_t i = 0; i < 34; ++i) EXPECT_NE(read[i], defaults[i]) << i;
+}
+
+TEST_F(IniSettings, APathKeepsAllButLineBreaksNulsAndBackslashesOfItsNames) {
+    struct Row {
+        std::string path;
+        std::string read;
+    };
+    const std::vector<Row> rows = {{"\\a;b=c]", "\\a;b=c]"},
+                                   {" \" ' ", " \" ' "},
+                                   {"\\\xFF\x01", "\\\xFF\x01"},
+                                   {"\\a\r\nb", "\\a  b"},
+                                   {std::string("\\a\0b", 4), "\\a"}};
+    for (const Row& row : rows) {
+        session.RecentMaps = {row.path, "", "", ""};
+        session.RecentCount = 1;
+        session.SettingsPath = row.path;
+        fs::remove(folder_.File("config/ORVANT2.INI"));
+        WriteIniSettings();
+        ReadIniSettings();
+        EXPECT_EQ(session.RecentMaps[0], row.read);
+        EXPECT_EQ(session.SettingsPath, row.read);
+    }
 }
 
 TEST_F(IniSettings, AnIniOfTenMegabytesOfOtherKeysGivesItsOwn) {

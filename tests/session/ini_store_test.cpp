@@ -44,7 +44,7 @@ class IniStore : public ::testing::Test {
 
 // What a key reads as, in a file of this text, with the default "none" and a width of 10.
 std::string ValueIn(const std::string& text, std::string_view key = "Key") {
-    return IniText({text}, "Own", key, "none", 10);
+    return IniText(ParseIni(text), "Own", key, "none", 10);
 }
 
 TEST_F(IniStore, ValuesReadAsTheDesktopsProfileFunctionsReadThem) {
@@ -96,7 +96,7 @@ TEST_F(IniStore, ADefaultIsCutToTheWidthToo) {
 }
 
 TEST_F(IniStore, NumbersAreTheLeadingNumberOfTheText) {
-    const IniFile ini{"[Own]\r\nA=12abc\r\nB=abc\r\nC=-1.5\r\nD=\r\nE=1234567\r\n"};
+    const IniFile ini = ParseIni("[Own]\r\nA=12abc\r\nB=abc\r\nC=-1.5\r\nD=\r\nE=1234567\r\n");
     EXPECT_EQ(IniNumber(ini, "Own", "A", "7", 5), 12);
     EXPECT_EQ(IniNumber(ini, "Own", "B", "7", 5), 0);
     EXPECT_EQ(IniNumber(ini, "Own", "C", "7", 5), -1.5);
@@ -158,14 +158,9 @@ TEST_F(IniStore, OnlyTheFirstOfDoubledKeysIsSet) {
 }
 
 TEST_F(IniStore, EveryValueReadsBackAsItWasWritten) {
-    const std::vector<std::string> values = {"",          "plain",
-                                             " blanks ",  "\ttab",
-                                             "\"in\"",    "'in'",
-                                             "\"half",    "; no comment",
-                                             "[x]",       "a=b",
-                                             "\"",        "''",
-                                             "Z\xFCrich", std::string("a\0b", 3),
-                                             "\" \""};
+    const std::vector<std::string> values = {"",     "plain",  " blanks ",     "\ttab", "\"in\"",
+                                             "'in'", "\"half", "; no comment", "[x]",   "a=b",
+                                             "\"",   "''",     "Z\xFCrich",    "\" \""};
     for (const std::string& value : values) {
         After("[Own]\r\nB=2\r\n", {{"Key", value}});
         EXPECT_EQ(IniText(ReadIni("a.ini"), "Own", "Key", "none", 255), value);
@@ -175,6 +170,130 @@ TEST_F(IniStore, EveryValueReadsBackAsItWasWritten) {
 
 TEST_F(IniStore, ALineBreakInAValueMakesNoSecondKey) {
     EXPECT_EQ(After("", {{"Key", "a\r\n[X]\nB=1"}}), "[Own]\r\nKey=a  [X] B=1\r\n");
+}
+
+TEST_F(IniStore, AValueEndsAtANulInTheFileAndWhenItIsWritten) {
+    const std::string nul(1, '\0');
+    EXPECT_EQ(ValueIn("[Own]\r\nKey=ab" + nul + "cd\r\nB=2\r\n"), "ab");
+    EXPECT_EQ(ValueIn("[Own]\r\nKey=\"ab" + nul + "cd\"\r\n"), "ab");
+    EXPECT_EQ(ValueIn("[Own]\r\nKey=" + nul + "\r\n"), "");
+    EXPECT_EQ(ValueIn("[Own]\r\n" + nul + "Key=1\r\nKey=2\r\n"), "2");
+    EXPECT_EQ(ValueIn("[Own" + nul + "]\r\nKey=1\r\n"), "none");
+    EXPECT_EQ(After("", {{"Key", "ab" + nul + "cd"}}), "[Own]\r\nKey=ab\r\n");
+}
+
+TEST_F(IniStore, AWidthCountsCharactersOfUtf8AndAnyOtherByteAsOne) {
+    struct Row {
+        const char* value;
+        std::size_t width;
+        const char* expected;
+    };
+    constexpr std::array<Row, 12> rows = {{
+        {"Z\xC3\xBCrich", 2, "Z\xC3\xBC"},
+        {"\xE2\x82\xAC\xE2\x82\xAC", 1, "\xE2\x82\xAC"},
+        {"\xF0\x9F\x8C\x8D!", 1, "\xF0\x9F\x8C\x8D"},
+        {"\xF0\x9F\x8C\x8D!", 0, ""},
+        {"Z\xFCrich", 2, "Z\xFC"},        // code page 1252
+        {"\xC3", 5, "\xC3"},              // the first byte of two alone
+        {"\xE2\x82", 1, "\xE2"},          // two bytes of three
+        {"\xE2\x82x", 2, "\xE2\x82"},     // two bytes of three within the text
+        {"\x80\x80\x80", 2, "\x80\x80"},  // bytes that begin no character
+        {"\xC0\x80", 1, "\xC0"},          // nor do these
+        {"\xF5\x80\x80\x80", 1, "\xF5"},
+        {"\xFF\xBF", 1, "\xFF"},
+    }};
+    for (const Row& row : rows) {
+        const IniFile ini = ParseIni("[Own]\nKey=" + std::string(row.value));
+        EXPECT_EQ(IniText(ini, "Own", "Key", "", row.width), row.expected) << row.value;
+        EXPECT_EQ(IniText(ini, "Own", "None", row.value, row.width), row.expected) << row.value;
+    }
+}
+
+TEST_F(IniStore, KeysAreFoundInTheirOwnSectionsAmongManyOfTheSameNames) {
+    std::string text;
+    for (int section = 0; section < 50; ++section) {
+        text += "[Section" + std::to_string(section) + "]\n";
+        for (int key = 0; key < 50; ++key) {
+            text += "Key" + std::to_string(key) + "=" + std::to_string(section * 50 + key) + "\n";
+        }
+    }
+    const IniFile ini = ParseIni(text);
+    for (int section = 0; section < 50; ++section) {
+        for (int key = 0; key < 50; ++key) {
+            EXPECT_EQ(IniText(ini, "SECTION" + std::to_string(section), "KEY" + std::to_string(key),
+                              "none", 10),
+                      std::to_string(section * 50 + key));
+        }
+    }
+    EXPECT_EQ(IniText(ini, "Section50", "Key1", "none", 10), "none");
+    EXPECT_EQ(IniText(ini, "Section1Key", "1", "none", 10), "none");
+}
+
+TEST_F(IniStore, LettersOutsideAsciiInNamesCompareWithoutCase) {
+    EXPECT_EQ(IniText(ParseIni("[\xDCsection]\n\xC4=1\n"), "\xFCSECTION", "\xE4", "none", 5), "1");
+    EXPECT_EQ(IniText(ParseIni("[a]\n\xD7=1\n"), "a", "\xF7", "none", 5), "none");
+}
+
+TEST_F(IniStore, TheLastOfAnEntryThatComesTwiceIsWrittenOnce) {
+    EXPECT_EQ(After("[Own]\r\nA=0\r\n", {{"A", "1"}, {"B", "1"}, {"a", "2"}, {"b", "2"}}),
+              "[Own]\r\nA=2\r\nb=2\r\n");
+}
+
+TEST_F(IniStore, OldAndNewKeysAreSetInOneGo) {
+    EXPECT_EQ(After("[Own]\nB=1\n[X]\nC=1\n[own]\nC=1\nA=1",
+                    {{"A", "9"}, {"New", "9"}, {"C", "9"}, {"B", "9"}, {"Next", "9"}}),
+              "[Own]\nB=9\nNew=9\nNext=9\n[X]\nC=1\n[own]\nC=9\nA=9");
+    EXPECT_EQ(After("[Own]\nB=1", {{"New", "9"}, {"B", "2"}}), "[Own]\nB=2\nNew=9\n");
+}
+
+// A hostile file that repeats one line, between a key above all and one below.
+std::string Repeated(const std::string& line) {
+    std::string text = "[Own]\nFirst=1\n";
+    while (text.size() < 200'000) text += line;
+    return text + "\n[Own]\nLast=2\n";
+}
+
+TEST_F(IniStore, FilesOfShortLinesAndNulsAreReadAndWrittenWhole) {
+    const std::vector<std::string> lines = {"\n",
+                                            "\r\n",
+                                            "=\n",
+                                            "a=\n",
+                                            "[]\n",
+                                            "[a]\n",
+                                            ";\n",
+                                            "[\n",
+                                            "[Own]\n",
+                                            "x",
+                                            "First=3\n",
+                                            std::string("\0\n", 2),
+                                            std::string("\0", 1),
+                                            std::string("\0=\0\n", 4)};
+    for (const std::string& line : lines) {
+        const std::string text = Repeated(line);
+        EXPECT_EQ(ValueIn(text, "First"), "1") << line;
+        EXPECT_EQ(ValueIn(text, "Last"), "2") << line;
+        const std::string after = After(text, {{"Last", "9"}, {"First", "8"}});
+        EXPECT_EQ(after.size(), text.size()) << line;
+        EXPECT_TRUE(after.starts_with("[Own]\nFirst=8\n" + line)) << line;
+        EXPECT_TRUE(after.ends_with(line + "\n[Own]\nLast=9\n")) << line;
+    }
+}
+
+TEST_F(IniStore, AFileOfManyDifferentKeysGivesEachOfThem) {
+    std::string text = "[Own]\n";
+    for (int i = 0; i < 200'000; ++i) text += std::to_string(i) + "=" + std::to_string(i) + "\n";
+    const IniFile ini = ParseIni(text);
+    for (int i = 0; i < 200'000; i += 997) {
+        EXPECT_EQ(IniText(ini, "own", std::to_string(i), "none", 10), std::to_string(i));
+    }
+    EXPECT_EQ(IniText(ini, "own", "200000", "none", 10), "none");
+}
+
+TEST_F(IniStore, ATextBeyondTheLongestIniGivesNothing) {
+    const std::string keys = "[Own]\nKey=1\n";
+    const std::size_t rest = static_cast<std::size_t>(kLongestIni) - keys.size();
+    EXPECT_EQ(ValueIn(keys + std::string(rest, ';')), "1");
+    EXPECT_EQ(ParseIni(keys + std::string(rest + 1, ';')).text, "");
 }
 
 TEST_F(IniStore, AMissingFolderIsMade) {

@@ -1,5 +1,6 @@
 #include "session/resources.h"
 
+#include <array>
 #include <filesystem>
 #include <gtest/gtest.h>
 
@@ -132,14 +133,43 @@ TEST_F(Resources, ACountBelowOneTakesTheListsOwn) {
     }
 }
 
-TEST_F(Resources, ACountBeyondTheStringsThatThereAreStopsAtTheLast) {
-    folder_.Write("OV2EN.TXT", "470=32767\n471=a\n472=b\n600=1e300\n");
+TEST_F(Resources, ListsOfAShortLibraryAreFilledUpToTheirCounts) {
+    folder_.Write("OV2EN.TXT", "470=32767\n471=a\n472=b\n");
     LoadResourceLibrary(kLanguageOfSystem, "", "OV2");
     BuildChartWords();
-    EXPECT_EQ(chartWords.chartTypes.size(), 131U);  // up to string 600
+    ASSERT_EQ(chartWords.chartTypes.size(), 32768U);
     EXPECT_EQ(chartWords.chartTypes[2], "b");
     EXPECT_EQ(chartWords.chartTypes[3], "");
-    EXPECT_EQ(chartWords.thirdList, std::vector<std::string>{""});
+    EXPECT_EQ(chartWords.chartTypes[32767], "");
+    EXPECT_EQ(chartWords.chartSubtypes, std::vector<std::string>(48));
+    EXPECT_EQ(chartWords.thirdList, std::vector<std::string>(6));
+
+    std::vector<std::string> array = {"old", "old", "old"};
+    ResStringList(471, array, 0);
+    EXPECT_EQ(array, (std::vector<std::string>{"b", "", ""}));
+    ResStringList(32767, array, 4);
+    EXPECT_EQ(array, std::vector<std::string>(4));
+}
+
+TEST_F(Resources, ACountIsRoundedToNearestTiesToEven) {
+    struct Row {
+        const char* count;
+        std::size_t entries;
+    };
+    constexpr std::array<Row, 8> rows = {{{"0.4", 15},
+                                          {"0.5", 15},
+                                          {"0.6", 1},
+                                          {"1.5", 2},
+                                          {"2.4", 2},
+                                          {"2.5", 2},
+                                          {"3.5", 4},
+                                          {"1e300", 32767}}};
+    for (const Row& row : rows) {
+        folder_.Write("OV2EN.TXT", "470=" + std::string(row.count) + "\n471=a\n");
+        LoadResourceLibrary(kLanguageOfSystem, "", "OV2");
+        BuildChartWords();
+        EXPECT_EQ(chartWords.chartTypes.size(), row.entries + 1) << row.count;
+    }
 }
 
 TEST_F(Resources, ALibraryThatIsThereStandsForTheWholeTable) {

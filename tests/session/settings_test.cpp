@@ -1,15 +1,18 @@
 #include "session/settings.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <gtest/gtest.h>
 
 #include "session/session_state.h"
+#include "session/tables.h"
 #include "support/failing_disk.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 #include "text/bytes.h"
 #include "text/run_time_error.h"
+#include "text/strings.h"
 
 namespace orvantis {
 namespace {
@@ -387,6 +390,151 @@ TEST_F(SettingsFiles, TheShippedSettingsDifferInDescriptionLandAndSeaAlone) {
     const Bytes shipped = FileBytes(std::string(ORVANTIS_DATA) + "/default.ovs");
     ASSERT_EQ(shipped.size(), 340U);
     EXPECT_EQ(Hex(shipped, 88, 252), Hex(bytes, 88, 252));
+}
+
+TEST_F(SettingsFiles, ASavedSelectionIsTheseBytes) {
+    pointSelection.fill(kFalse);
+    pointSelection[1] = -1;
+    pointSelection[36] = 0x1234;
+    SavePointSelection(folder_.File("a.pts"));
+    const Bytes bytes = FileBytes(folder_.File("a.pts"));
+    ASSERT_EQ(bytes.size(), 792U);
+    EXPECT_EQ(Hex(bytes, 0, 22),
+              "54 68 65 20 4D 6F 6F 6E 20 20 20 20 20 20 20 20 20 20 20 20 FF FF");  // The Moon
+    EXPECT_EQ(Hex(bytes, 440, 22),
+              "53 6F 75 74 68 20 4E 6F 64 65 20 20 20 20 20 20 20 20 20 20 00 00");  // South Node
+    EXPECT_EQ(Hex(bytes, 770, 22),
+              "42 6C 61 63 6B 20 4D 6F 6F 6E 20 20 20 20 20 20 20 20 20 20 34 12");  // Black Moon
+}
+
+TEST_F(SettingsFiles, SavedColoursAreTheseBytes) {
+    session.UserColourFile = folder_.File("orvantis.pco");
+    pointColour[1] = 0x00112233;
+    pointColour[21] = -2;
+    pointColour[36] = 0x7F0000FF;
+    SaveUserPointColours();
+    const Bytes bytes = FileBytes(session.UserColourFile);
+    ASSERT_EQ(bytes.size(), 144U);
+    EXPECT_EQ(Hex(bytes, 0, 4), "33 22 11 00");
+    EXPECT_EQ(Hex(bytes, 80, 4), "FE FF FF FF");
+    EXPECT_EQ(Hex(bytes, 140, 4), "FF 00 00 7F");
+}
+
+TEST_F(SettingsFiles, TheseBytesAreReadAsSelectionAndColours) {
+    Bytes selection = SelectionRecords(36, 0);
+    selection[20] = 0x34;                    // 1, low byte alone
+    selection[461] = 0x80;                   // 21, high byte alone
+    selection[790] = selection[791] = 0xFF;  // 36
+    LoadPointSelection(folder_.Write("a.pts", selection));
+    EXPECT_EQ(pointSelection[1], 0x34);
+    EXPECT_EQ(pointSelection[21], -32768);
+    EXPECT_EQ(pointSelection[36], -1);
+
+    Bytes colours(144);
+    const Bytes colour = {0x33, 0x22, 0x11, 0x00};
+    for (const std::size_t at : {0, 80, 140}) std::copy(colour.begin(), colour.end(), &colours[at]);
+    LoadPointColours(folder_.Write("a.cpt", colours));
+    for (const std::size_t point : {1, 21, 36}) EXPECT_EQ(pointColour[point], 0x00112233) << point;
+    EXPECT_EQ(pointColour[2], 0);
+    EXPECT_EQ(pointColour[35], 0);
+
+    Bytes classic(72);
+    classic[0] = 1;
+    classic[40] = 4;
+    classic[70] = 15;
+    LoadPointColours(folder_.Write("b.cpt", classic));
+    EXPECT_EQ(pointColour[1], 0x800000);
+    EXPECT_EQ(pointColour[21], 0x000080);
+    EXPECT_EQ(pointColour[36], 0xFFFFFF);
+}
+
+TEST_F(SettingsFiles, TheShippedSelectionHasThePointsNamesAndIsReadAsItStands) {
+    const std::string path = std::string(ORVANTIS_DATA) + "/ovdeflt.pts";
+    const Bytes shipped = FileBytes(path);
+    ASSERT_EQ(shipped.size(), 792U);
+    LoadPointSelection(path);
+    int selected = 0;
+    for (std::int16_t i = 1; i <= 36; ++i) {
+        const std::uint8_t* record = &shipped[static_cast<std::size_t>(i - 1) * 22];
+        EXPECT_EQ(TrimRight(GetText(record, 20)), PointName(i)) << i;
+        EXPECT_EQ(pointSelection[static_cast<std::size_t>(i)], GetI16(record + 20)) << i;
+        if (pointSelection[static_cast<std::size_t>(i)] != 0) ++selected;
+    }
+    EXPECT_GT(selected, 0);
+    SavePointSelection(folder_.File("a.pts"));
+    EXPECT_EQ(FileBytes(folder_.File("a.pts")), shipped);
+}
+
+TEST_F(SettingsFiles, TheShippedColoursAreWholeColoursOfWhichNoneIsTheLandsOrTheSeas) {
+    const std::string path = std::string(ORVANTIS_DATA) + "/brimwell.cpt";
+    const Bytes shipped = FileBytes(path);
+    ASSERT_EQ(shipped.size(), 144U);
+    LoadPointColours(path);
+    for (std::size_t i = 1; i <= 36; ++i) {
+        EXPECT_EQ(pointColour[i], GetI32(&shipped[(i - 1) * 4])) << i;
+        EXPECT_GE(pointColour[i], 0) << i;
+        EXPECT_LE(pointColour[i], 0xFFFFFF) << i;
+        EXPECT_NE(pointColour[i], LandColour()) << i;
+        EXPECT_NE(pointColour[i], SeaColour()) << i;
+    }
+    session.UserColourFile = folder_.File("a.pco");
+    SaveUserPointColours();
+    EXPECT_EQ(FileBytes(session.UserColourFile), shipped);
+}
+
+TEST_F(SettingsFiles, SettingsThatCanNotBeReadPlotNothing) {
+    plots = 0;
+    plotAfterSettings = [] { ++plots; };
+    EXPECT_EQ(LoadSettings(folder_.File("none.ovs"), kTrue), kTrue);
+    EXPECT_EQ(LoadSettings(folder_.Write("short.ovs", Bytes(339)), kTrue), kTrue);
+    EXPECT_EQ(LoadSettings(folder_.Write("empty.ovs", Bytes()), kTrue), kTrue);
+    fs::create_directories(folder_.File("folder.ovs"));
+    EXPECT_EQ(LoadSettings(folder_.File("folder.ovs"), kTrue), kTrue);
+    EXPECT_EQ(plots, 0);
+}
+
+// Saves settings, colours and selection under a folder and tells whether all that failed rightly.
+int SaveWhereNothingCanBeMade(const std::string& folder, const std::string& reason) {
+    settings.symbolSize = 11;
+    pointColour[1] = 12;
+    pointSelection[1] = 13;
+    session.UserColourFile = folder + "a.pco";
+    TestShell().boxes.clear();
+    SaveSettings(folder + "a.ovs", "Mine");
+    SaveUserPointColours();
+    SavePointSelection(folder + "a.pts");
+    if (TestShell().boxes !=
+        std::vector<std::string>{"Open Error: " + folder + "a.ovs /  / " + reason,
+                                 "Open Error: " + folder + "a.pco /  / " + reason}) {
+        return 1;
+    }
+    if (settings.symbolSize != 11 || settings.description != "Mine") return 2;
+    return pointColour[1] == 12 && pointSelection[1] == 13 && PendingRunTimeError() == 0 ? 0 : 3;
+}
+
+TEST_F(SettingsFiles, WithAFileInTheFoldersPlaceNothingIsHalfWrittenAndTheSettingsStay) {
+    folder_.Write("file", "a file");
+    EXPECT_EQ(SaveWhereNothingCanBeMade(folder_.File("file/"), "Path not found"), 0);
+    EXPECT_EQ(FileBytes(folder_.File("file")).size(), 6U);
+    const auto files = fs::directory_iterator(folder_.Path());
+    EXPECT_EQ(std::distance(begin(files), end(files)), 1);
+}
+
+TEST_F(SettingsFiles, InAFolderThatMayNotBeWrittenTheOldFilesAndTheSettingsStay) {
+    for (const char* name : {"a.ovs", "a.pco", "a.pts"}) {
+        fs::permissions(folder_.Write(name, "old"), fs::perms::all);
+    }
+    const auto save = [&] {
+        ActAsPlainUserOn(folder_.Path(), fs::perms::owner_read | fs::perms::owner_exec);
+        return SaveWhereNothingCanBeMade(folder_.Path(), "Permission denied");
+    };
+    EXPECT_EXIT(std::_Exit(save()), ::testing::ExitedWithCode(0), "");
+    fs::permissions(folder_.Path(), fs::perms::owner_all);
+    for (const char* name : {"a.ovs", "a.pco", "a.pts"}) {
+        EXPECT_EQ(FileBytes(folder_.File(name)), (Bytes{'o', 'l', 'd'})) << name;
+    }
+    const auto files = fs::directory_iterator(folder_.Path());
+    EXPECT_EQ(std::distance(begin(files), end(files)), 3);
 }
 
 }  // namespace
