@@ -9,6 +9,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <vector>
 
 #include "map/fills.h"
@@ -58,10 +59,12 @@ std::vector<SideEntry> EntriesOf(std::int16_t sideNumber) {
 }
 
 // Crossings at one position cancel in pairs, as those of a tip of land that just reaches the edge.
-// Of an odd number one is left, in the direction of the most.
-std::vector<SideEntry> WithoutPairs(const std::vector<SideEntry>& entries) {
+// Of an odd number one is left, in the direction of the most. False if the directions there don't
+// go in and out by turns, whatever their order: then others stand at the wrong position as well.
+bool CancelPairs(std::vector<SideEntry>& entries) {
     std::vector<SideEntry> left = {entries.front()};
     const std::size_t last = entries.size() - 1;
+    bool byTurns = true;
     for (std::size_t i = 1; i < last;) {
         std::size_t end = i;
         int balance = 0;
@@ -69,10 +72,12 @@ std::vector<SideEntry> WithoutPairs(const std::vector<SideEntry>& entries) {
             balance += entries[end].outward ? -1 : 1;
         }
         if ((end - i) % 2 == 1) left.push_back({entries[i].position, balance < 0});
+        if (std::abs(balance) > 1) byTurns = false;
         i = end;
     }
     left.push_back(entries.back());
-    return left;
+    entries = left;
+    return byTurns;
 }
 
 // Gives the far end the direction that the crossing before it asks for. True if the directions
@@ -122,7 +127,8 @@ void FloodStretch(std::int16_t sideNumber, int from, int to) {
 }
 
 void FillSide(std::int16_t sideNumber) {
-    std::vector<SideEntry> entries = WithoutPairs(EntriesOf(sideNumber));
+    std::vector<SideEntry> entries = EntriesOf(sideNumber);
+    if (!CancelPairs(entries)) return;
     // Crossings that all cancel tell no more about the side than none.
     if (entries.size() == 2 || !Alternates(entries)) return;
     const bool seaEndsOutward = sideNumber == side::kLeft || sideNumber == side::kBottom;
@@ -143,7 +149,8 @@ void FillEdgeSea() {
 
 bool CrossingsCancel() {
     return std::all_of(kSides.begin(), kSides.end(), [](std::int16_t sideNumber) {
-        return WithoutPairs(EntriesOf(sideNumber)).size() == 2;
+        std::vector<SideEntry> entries = EntriesOf(sideNumber);
+        return CancelPairs(entries) && entries.size() == 2;
     });
 }
 

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <vector>
 
 #include "text/numbers.h"
 
@@ -16,6 +18,7 @@ MapView mapView;
 namespace {
 
 constexpr int kFullCircleMin = 21600;
+constexpr int kQuarterMin = 5400;
 constexpr double kFarPixel = 32000;  // a position never lies farther off than this
 
 // How far west of a narrow view a point still counts as lying to its left; beyond that it lies to
@@ -37,6 +40,40 @@ std::int16_t HeldPixel(double value) {
     return RoundToInt16(value);
 }
 
+// Sines of the whole arc-minutes of a circle: a plot of a globe asks for several of them a point.
+const double* SineTable() {
+    static const std::vector<double> sines = [] {
+        std::vector<double> table;
+        for (int m = 0; m < kFullCircleMin; ++m) table.push_back(SinD(m / 60.0));
+        return table;
+    }();
+    return sines.data();
+}
+
+double SinMin(const double* sines, int minutes) {
+    while (minutes < 0) minutes += kFullCircleMin;
+    while (minutes >= kFullCircleMin) minutes -= kFullCircleMin;
+    return sines[minutes];
+}
+
+double CosMin(const double* sines, int minutes) {
+    return SinMin(sines, minutes + kQuarterMin);
+}
+
+// Sine and cosine of the angle by which the globe's centre is turned to the equator; those asked
+// for last are kept, since a plot asks for the same ones at every point.
+struct GlobeTilt {
+    float centreLat = 0;
+    double sine = 0;
+    double cosine = 1;
+};
+
+GlobeTilt TiltOf(float centreLat) {
+    static GlobeTilt kept;
+    if (kept.centreLat != centreLat) kept = {centreLat, SinD(-centreLat), CosD(-centreLat)};
+    return kept;
+}
+
 void ProjectOnGlobe(std::int16_t latMin, std::int16_t longMin, std::int16_t& y, std::int16_t& x) {
     const ViewExtent& view = mapView.extent;
     const MapRect& rect = mapView.rect;
@@ -45,18 +82,24 @@ void ProjectOnGlobe(std::int16_t latMin, std::int16_t longMin, std::int16_t& y, 
     if (latMin == 5400) latMin = 5399;
     if (latMin == -5400) latMin = -5399;
     const std::int16_t l = RoundToInt16(longMin - static_cast<double>(view.centreLong) * 60);
-    double a = 0;
-    double d = 0;
-    RotateCoords((l + 5400) / 60.0, latMin / 60.0, SinD(-view.centreLat), CosD(-view.centreLat), a,
-                 d);
-    const std::int16_t r = RoundToInt16((Modulo(a - 90 + 180, 360) - 180) * 60);
+    const GlobeTilt tilt = TiltOf(view.centreLat);
+    // The rotation of RotateCoords by minus the centre's latitude, on whole arc-minutes.
+    const double* const sines = SineTable();
+    const double cosLat = CosMin(sines, latMin);
+    const double y0 = cosLat * SinMin(sines, l + kQuarterMin);
+    const double z0 = SinMin(sines, latMin);
+    const double z = y0 * tilt.sine + z0 * tilt.cosine;
+    const double d = RadToDeg(std::asin(std::clamp(z, -1.0, 1.0)));
+    const double a = RadToDeg(
+        std::atan2(y0 * tilt.cosine - z0 * tilt.sine, cosLat * CosMin(sines, l + kQuarterMin)));
+    const double turned = a - 90 + 180;
+    const std::int16_t r = RoundToInt16(((turned < 0 ? turned + 360 : turned) - 180) * 60);
     const std::int16_t p = RoundToInt16(d * 60);
 
-    double v = (1 - SinD(p / 60.0)) / 2;
+    double v = (1 - SinMin(sines, p)) / 2;
     v = (v - view.globeOffset) / view.globeScale;
     y = RoundToInt16(rect.top + rect.height * v);
-    const int q = -((r + kFullCircleMin) % kFullCircleMin);
-    x = RoundToInt16(rect.left + (rect.width / 2.0) * (1 - SinD(q / 60.0) * CosD(p / 60.0)));
+    x = RoundToInt16(rect.left + (rect.width / 2.0) * (1 + SinMin(sines, r) * CosMin(sines, p)));
 }
 
 void UnprojectFlat(const MapDocument& doc, float x, float y, float& lat, float& longitude) {

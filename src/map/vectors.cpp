@@ -220,15 +220,21 @@ void DrawLine(VectorPass& pass, const LineIndexEntry& entry) {
     }
 }
 
-// True if a line may be seen. On a globe two corners of its extents are asked for; where both lie
-// behind, one of the other two may still be in front, and a coast left out at the limb would let
-// the sea in.
+// True if a line may be seen. The edges of a view lie up to half a minute beside the whole minutes
+// that LineInView takes, and a piece of coast left out at the edge lets the sea in: so it is asked
+// for edges a minute further out. On a globe it asks for two corners of the line's extents; where
+// both lie behind, one of the other two may still be in front.
 bool LineMayBeSeen(const LineIndexEntry& entry) {
     const ViewExtent& view = mapView.extent;
-    if (view.spanLong >= 360) return true;
+    const int outside = view.westMin - view.eastMin;  // minutes left out by a view over 180
+    if (view.spanLong >= 360 || (outside > 0 && outside <= 2)) return true;
+    const auto moved = [](std::int16_t edge, int by) {
+        return static_cast<std::int16_t>(edge + by);
+    };
     const auto inView = [&](std::int16_t lat0, std::int16_t lat1) {
-        return LineInView({lat0, lat1, entry.longMin, entry.longMax}, view.southMin, view.northMin,
-                          view.westMin, view.eastMin, view.projection);
+        return LineInView({lat0, lat1, entry.longMin, entry.longMax}, moved(view.southMin, -1),
+                          moved(view.northMin, 1), moved(view.westMin, -1), moved(view.eastMin, 1),
+                          view.projection);
     };
     if (inView(entry.latMin, entry.latMax)) return true;
     return !IsFlat(view.projection) && inView(entry.latMax, entry.latMin);

@@ -163,6 +163,14 @@ TEST_F(EdgeSeaTest, OfThreeCrossingsOfOnePositionOneIsLeftInTheDirectionOfTheMos
     EXPECT_EQ(Floods(), Log{"FloodFill 26 101 16744512 0"});
 }
 
+TEST_F(EdgeSeaTest, SideWithTwoCrossingsOfOnePositionAndDirectionIsGivenUp) {
+    Outline(kLeft, 100, kRight, 100);
+    Cross(side::kLeft, 99, kOut);
+    Cross(side::kLeft, 100, kIn);
+    Cross(side::kLeft, 100, kIn);
+    EXPECT_EQ(Floods(), Log{});
+}
+
 TEST_F(EdgeSeaTest, SideWhoseCrossingsAllCancelIsLeftAlone) {
     for (const std::int16_t sideNumber : {side::kLeft, side::kRight, side::kTop, side::kBottom}) {
         Cross(sideNumber, 100, kOut);

@@ -249,6 +249,16 @@ TEST_F(VectorsTest, GlobeNeverFillsFromCrossings) {
     EXPECT_EQ(surface.Calls("FloodFill").size(), 1U) << "the surround";
 }
 
+// The view's northern edge lies a third of a minute above the line's southern end.
+TEST_F(VectorsTest, LineThatReachesIntoTheViewByLessThanAMinuteIsDrawn) {
+    AddLine(1001, {At(5, 45, 0), At(5, 50, 10)});
+    MakeDatabase();
+    Edges(-45, -90, 45.005F, 90);
+    EXPECT_EQ(Vectors().size(), 3U);
+    Edges(-45, 10, 60, 9.99F);  // all but half a minute of the world
+    EXPECT_FALSE(Vectors().empty());
+}
+
 // South-west and north-east of this line lie behind the globe, its north-west end before it.
 TEST_F(VectorsTest, LineOfAGlobeIsDrawnIfAnyCornerOfItsExtentsIsInFront) {
     AddLine(1001, {At(5, 40, 85), At(5, 30, 95)});
