@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <random>
-#include <unistd.h>
 
 #include "charts/CALCCHRT.h"
 #include "map/map_document.h"
@@ -12,6 +11,7 @@
 #include "session/files.h"
 #include "session/session_state.h"
 #include "session/settings.h"
+#include "support/failing_disk.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 #include "text/bytes.h"
@@ -154,12 +154,11 @@ TEST_F(Driver, LevelFilesThatCannotBeMadeAnewServeAsTheyAre) {
     Ship("level1.pnt", TwoLines());
     Start();
     ASSERT_EQ(LoadDatabase(), 0);
-    // Level 1 has become newer, and a folder stands where level 2 would be written aside.
+    // Level 1 has become newer, and the disk is full.
     fs::last_write_time(folder_.File("program/level1.pnt"),
                         fs::file_time_type::clock::now() + std::chrono::hours(1));
-    fs::create_directories(
-        folder_.File("program/level2.pnt~" + std::to_string(::getpid()) + "/full"));
     pointDatabase = {};
+    const FullDisk disk(1);
     EXPECT_EQ(LoadDatabase(), 0);
     EXPECT_FALSE(TestShell().boxes.empty());
     EXPECT_EQ(pointDatabase.count, 2);
