@@ -148,7 +148,8 @@ void LoadResourceLibrary(std::int16_t mode, std::string_view language, std::stri
     for (const std::string& folder : {session.ProgramDir, session.ShippedDir}) {
         if (folder.empty()) continue;
         Bytes bytes;
-        const std::string path = folder + std::string(product) + wanted + ".TXT";
+        std::string path = folder;
+        path.append(product).append(wanted).append(".TXT");
         if (FetchFile(path, kLongestLibrary, bytes) != 0) continue;
         libraryStrings = ParseLibrary({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
         if (!libraryStrings.empty()) return;

@@ -393,7 +393,7 @@ TEST_F(IniStore, InAFolderThatMayNotBeWrittenTheFileStays) {
 TEST_F(IniStore, AFileOfTenMegabytesKeepsEveryForeignLine) {
     std::string old = "[Foreign]\n";
     for (int i = 0; old.size() < 10'000'000; ++i) {
-        old += "key" + std::to_string(i) + "=" + std::string(50, 'x') + "\n";
+        old += "key" + std::to_string(i) + "=" + std::string(200, 'x') + "\n";
     }
     EXPECT_EQ(After(old, {{"Key", "9"}}), old + "[Own]\nKey=9\n");
     EXPECT_EQ(ValueIn(ReadIni("a.ini").text), "9");
