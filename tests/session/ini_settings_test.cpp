@@ -254,12 +254,18 @@ TEST_F(IniSettings, TheRegionalChoicesComeFromTheDesktopsIniThenTheOwnThenTheDes
     }
 }
 
+std::string PathKeys(const std::string& path) {
+    std::string keys = "UserDataPath=";
+    keys.append(path).append("\r\nInterpPath=").append(path).append("\r\n");
+    return keys;
+}
+
 TEST_F(IniSettings, AFolderOfTheUsersChoiceIsTakenWithOrWithoutItsBackslash) {
     folder_.Write("mine/timezone.fil", "");
     const std::string mine = ProgramPath(folder_.File("mine")) + "\\";
     for (const std::string& text : {folder_.File("mine"), folder_.File("mine/"), mine,
                                     ProgramPath(folder_.File("mine")), " " + mine + " "}) {
-        Read("UserDataPath=" + text + "\r\nInterpPath=" + text + "\r\n");
+        Read(PathKeys(text));
         EXPECT_EQ(session.UserDataPath, mine) << text;
         EXPECT_EQ(session.InterpPath, mine) << text;
         EXPECT_EQ(session.PointFile, mine + "ovdeflt.pts");
@@ -272,7 +278,7 @@ TEST_F(IniSettings, AFolderThatIsMissingOrEmptyGivesWayToTheDefaultAndItsKeyStay
     folder_.Write("file", "x");
     for (const std::string& text : {folder_.File("none"), folder_.File("mine"),
                                     folder_.File("file"), std::string("C:\\data"), std::string()}) {
-        const std::string keys = "UserDataPath=" + text + "\r\nInterpPath=" + text + "\r\n";
+        const std::string keys = PathKeys(text);
         Read(keys);
         EXPECT_EQ(session.UserDataPath, Program("Userdata\\")) << text;
         EXPECT_EQ(session.InterpPath, Program("Interps\\")) << text;

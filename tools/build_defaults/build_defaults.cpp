@@ -100,18 +100,6 @@ class ConsoleShell : public NullShell {
         return BoxAnswer::Ok;
     }
 };
-}
-std::optional<Colour> ChooseColour(std::string_view, Colour) override {
-    return {};
-}
-void SetTitle(std::string_view) override {}
-void SetPointer(Pointer) override {}
-void ShowProgress(std::string_view, std::int16_t) override {}
-void DoEvents() override {}
-LocalTime Now() override {
-    return {};
-}
-};
 
 }  // namespace
 
