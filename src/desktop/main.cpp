@@ -75,7 +75,6 @@ int RunWindow(const WindowOptions& options) {
     if (start == SessionResult::Ended) result = kFailed;
     if (start == SessionResult::NoChart) result = ComplainOfChart(options, outcome);
     if (start == SessionResult::Ready) {
-        window.FollowSize();
         if (!EndWasAsked()) result = QApplication::exec();
         // An end that was asked for from outside hasn't gone through the window.
         if (!window.HasEnded()) window.EndTheSession();

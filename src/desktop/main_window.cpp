@@ -97,13 +97,6 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     return QMainWindow::eventFilter(watched, event);
 }
 
-void MainWindow::FollowSize() {
-    const SurfaceSize before = Picture().Size();
-    map_->FitPicture();
-    const SurfaceSize now = Picture().Size();
-    if (before.width != now.width || before.height != now.height) RedrawMap();
-}
-
 MainWindow::Place MainWindow::CurrentPlace() const {
     Place place;
     place.state = 0;
@@ -120,7 +113,6 @@ void MainWindow::PutInPlace(const Place& place) {
         move(place.frame.topLeft());
         resize(place.frame.size());
     }
-    if (isVisible()) ShowInPlace();
 }
 
 void MainWindow::ShowInPlace() {

@@ -43,18 +43,19 @@ class MainWindow : public QMainWindow {
     /// Draws the map anew in the size of the moment.
     void RedrawMap();
 
-    /// Draws the map anew if the map area has changed its size since the last plot.
-    void FollowSize();
-
-    /// Where the window stands: its frame's upper left corner and the size within the frame, on the
-    /// screen, in logical pixels.
+    /// Where the window stands on the screen, in logical pixels.
     struct Place {
         std::int16_t state = 2;  ///< 0 normal, 1 minimised, 2 maximised
-        QRect frame;             ///< of the normal window, also where it is maximised
+        /// The frame's upper left corner and the size within the frame. Of a maximised window:
+        /// where it stood before, or would stand, its corner being the one within the frame.
+        QRect frame;
     };
 
     /// Before the window was ever placed it counts as maximised.
     Place CurrentPlace() const;
+
+    /// Where ShowInPlace is to show the window, which is still hidden. A maximised one takes no
+    /// heed of the frame.
     void PutInPlace(const Place& place);
 
     /// Shows the window and waits until it is on the display.

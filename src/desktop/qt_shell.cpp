@@ -139,20 +139,20 @@ void QtShell::SetTitle(std::string_view title) {
 }
 
 void QtShell::SetPointer(Pointer pointer) {
-    const bool hourglass = pointer == Pointer::Hourglass;
-    if (hourglass && !hourglass_) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    if (!hourglass && hourglass_) QGuiApplication::restoreOverrideCursor();
-    hourglass_ = hourglass;
-    if (hourglass) return;
     switch (pointer) {
         case Pointer::Cross:
-            window_.setCursor(Qt::CrossCursor);
+            window_.MapArea()->setCursor(Qt::CrossCursor);
             break;
         case Pointer::Move:
-            window_.setCursor(Qt::SizeAllCursor);
+            window_.MapArea()->setCursor(Qt::SizeAllCursor);
             break;
-        default:
-            window_.unsetCursor();
+        case Pointer::Hourglass:
+            if (!hourglass_) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+            hourglass_ = true;
+            break;
+        case Pointer::Default:
+            if (hourglass_) QGuiApplication::restoreOverrideCursor();
+            hourglass_ = false;
             break;
     }
 }

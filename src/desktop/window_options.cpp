@@ -4,6 +4,18 @@
 
 namespace orvantis {
 
+namespace {
+
+// Two hyphens, or one and a letter. A number may have a sign.
+bool LooksLikeOption(std::string_view word) {
+    if (word.starts_with("--")) return true;
+    if (word.size() < 2 || word[0] != '-') return false;
+    const char letter = static_cast<char>(word[1] | 0x20);
+    return letter >= 'a' && letter <= 'z';
+}
+
+}  // namespace
+
 WindowOptions ReadWindowOptions(const std::vector<std::string>& words) {
     WindowOptions options;
     for (std::size_t i = 0; i < words.size(); ++i) {
@@ -21,12 +33,12 @@ WindowOptions ReadWindowOptions(const std::vector<std::string>& words) {
                     words[i] + ": what follows the colon must be a chart's number, from 1";
                 return options;
             }
-        } else if (!word.starts_with('-')) {
-            if (!options.commandLine.empty()) options.commandLine += ' ';
-            options.commandLine += word;
-        } else {
+        } else if (LooksLikeOption(word)) {
             options.complaint = word + ": not an option; see --help";
             return options;
+        } else {
+            if (!options.commandLine.empty()) options.commandLine += ' ';
+            options.commandLine += word;
         }
     }
     return options;

@@ -76,7 +76,8 @@ SessionResult RunSession(const StartPaths& paths, const SessionCall& call, Shell
     ShowMainWindow();
     if (rebuild) RebuildLevels();
     if (LoadIndex() != 0) return SessionResult::Ended;
-    const Flag redraw = TakeStoredMap();
+    // Up to here the window may still have changed its size; the first picture is of this one.
+    const Flag redraw = TakeStoredMap(shell.MapAreaSize());
     if (addRecentMap != nullptr) addRecentMap("");
     PlotFirstPicture(call, redraw);
     session.StartupDone = kTrue;

@@ -31,8 +31,9 @@ StartPaths SystemPaths();
 
 /// The start without a window: sets the session's paths and fills the connection points between the
 /// rooms, reads INI keys, point selection, point colours and settings, and switches the ephemeris
-/// on. On the first start the shipped files are copied to where the program keeps its own; files
-/// that are there are left alone. Draws nothing.
+/// on. The shipped database is copied to where the program keeps its own if it isn't there, the
+/// other shipped files only when the folder for them is made: files that are there are left alone,
+/// and those that were deleted stay away. Draws nothing.
 void StartSession(const StartPaths& paths, Shell& shell);
 
 /// Makes the point database ready: the level files if they are missing or old, and the index.
@@ -79,6 +80,7 @@ struct OpenOutcome {
 /// The whole start with a main window, step by step: refusal of a second copy, paths, sibling,
 /// start screen, INI keys, preferences, command line, database, the map of the last run or a new
 /// one, the first picture. `session.picture` is the main picture. session.StartupDone is set last.
+/// A second copy, a missing database and one that gives no usable index end the start.
 SessionResult RunSession(const StartPaths& paths, const SessionCall& call, Shell& shell,
                          OpenOutcome& outcome);
 

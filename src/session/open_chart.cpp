@@ -1,5 +1,4 @@
 // Charts from files onto the display, and how the one on display is named. See driver.h.
-#include <algorithm>
 #include <array>
 
 #include "charts/CALCCHRT.h"
@@ -22,15 +21,21 @@ namespace {
 // | 292    | 2879 | the sibling's calculation, which isn't taken   |
 constexpr std::int16_t kExchangeSize = 3171;
 
-// Reads the chart of an exchange file. A file of one chart is handed over under any number; in a
-// file of several the number picks the record.
+// Number of the record that holds a chart, 0 for none. A file of one record is handed over under
+// any number; in a file of several the number picks the record. The last one may lack its end.
+std::int64_t ExchangeRecord(std::int64_t length, std::int16_t number) {
+    const std::int64_t records = (length + kExchangeSize - 1) / kExchangeSize;
+    if (records == 1) return 1;
+    return number >= 1 && number <= records ? number : 0;
+}
+
+// Reads the chart of an exchange file; false without one.
 bool ReadExchangeChart(std::string_view path, std::int16_t number, FileChart& chart) {
     const FileHandle file = FileOpener(path, open_mode::kRecords, kExchangeSize, kFalse);
     if (file < 1) return false;
-    const bool several = FileLength(file) >= std::int64_t{number} * kExchangeSize;
-    const std::int64_t record = several ? std::max<std::int64_t>(number, 1) : 1;
+    const std::int64_t record = ExchangeRecord(FileLength(file), number);
     std::array<std::uint8_t, kFileChartSize> bytes{};
-    const bool read = ReadBytes(file, (record - 1) * kExchangeSize + 1, bytes);
+    const bool read = record >= 1 && ReadBytes(file, (record - 1) * kExchangeSize + 1, bytes);
     CloseFile(file);
     RunTimeError ignored;
     TakeRunTimeError(ignored);
@@ -74,14 +79,17 @@ ChartStatus OpenChart(std::string_view path, std::int32_t n, RunTimeError& reaso
 }
 
 void LoadExchangeChart(std::int16_t number) {
-    calcChart[1] = {};
-    calcChart[1].Lon.fill(-1);
+    const auto empty = [] {
+        calcChart[1] = {};
+        calcChart[1].Lon.fill(-1);
+    };
+    empty();
     const std::string path = ChartExchangePath(number, kTrue);
     FileChart fileChart;
     if (FileExists(path) == 0 || !ReadExchangeChart(path, number, fileChart)) return;
     Format1Record record;
     ChartToFormat1(fileChart, record);
-    FileChartToCalcChart(record, 1, kFalse);
+    if (FileChartToCalcChart(record, 1, kFalse) != 0) empty();
 }
 
 std::string ChartDescription() {
@@ -102,8 +110,8 @@ std::string ChartDescription() {
 }
 
 std::string Caption() {
-    const std::string description = ChartDescription();
-    return description.empty() ? "Orvantis" : "Orvantis: " + description;
+    const bool nothing = session.ChartNumber < 1 && session.EclipseNumber < 1;
+    return nothing ? "Orvantis" : "Orvantis: " + ChartDescription();
 }
 
 }  // namespace orvantis

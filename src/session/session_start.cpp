@@ -60,10 +60,17 @@ fs::path ShippedData() {
     return {};
 }
 
-// Copies a shipped file unless the user has one of that name: copied aside, then put in place.
-void Seed(const fs::path& from, const fs::path& to) {
+// A path as an INI gives it, native or in the program's form, as a folder.
+std::string FolderOf(std::string_view text) {
+    return AddBackslash(ProgramPath(Trim(text)));
+}
+
+// Copies a shipped file unless the user has something of that name, in any case, be it a link to
+// nowhere: copied aside, then put in place.
+void Seed(const fs::path& from, const std::string& programPath) {
     std::error_code failure;
-    if (fs::exists(to, failure) || !fs::exists(from, failure)) return;
+    const fs::path to = NativePath(programPath);
+    if (fs::exists(fs::symlink_status(to, failure)) || !fs::exists(from, failure)) return;
     const fs::path aside = to.string() + "~" + std::to_string(::getpid());
     fs::copy_file(from, aside, fs::copy_options::overwrite_existing, failure);
     if (!failure) fs::rename(aside, to, failure);
@@ -71,22 +78,20 @@ void Seed(const fs::path& from, const fs::path& to) {
 }
 
 void SeedProgramDir(const StartPaths& paths) {
-    const fs::path programDir(paths.programDir);
-    const fs::path userFolder = programDir / "Userdata";
+    const std::string programDir = FolderOf(paths.programDir);
+    const std::string userFolder = programDir + std::string(kUserFolder);
     std::error_code ignored;
-    fs::create_directories(userFolder, ignored);
+    fs::create_directories(NativePath(programDir), ignored);
+    const bool made = fs::create_directory(NativePath(programDir + "Userdata"), ignored);
     if (paths.shippedData.empty()) return;
     const fs::path shipped(paths.shippedData);
-    Seed(shipped / "level1.pnt", programDir / "level1.pnt");
+    Seed(shipped / "level1.pnt", programDir + "level1.pnt");
+    // What the user has deleted stays away: these files are for a new folder alone.
+    if (!made) return;
     for (const char* name : {"world.ovm", "ovdeflt.pts", "brimwell.cpt", "default.ovs",
                              "sample.cht", "timezone.fil"}) {
-        Seed(shipped / name, userFolder / name);
+        Seed(shipped / name, userFolder + name);
     }
-}
-
-// A path as an INI gives it, native or in the program's form, as a folder.
-std::string FolderOf(std::string_view text) {
-    return AddBackslash(ProgramPath(Trim(text)));
 }
 
 // Number of a chart, cut to a whole one. 0, no chart, for what isn't a number or doesn't fit.
@@ -173,6 +178,7 @@ bool StartScreenIsWanted(std::string_view commandLine, bool hasChart) {
 }
 
 void StartEphemeris(std::string_view installed) {
+    // A key without a text stands for the default, as a missing one does.
     const std::string key =
         IniText(ReadIni(session.OwnIni), kOwnSection, "SwissEphemPath", "", kPathWidth);
     std::error_code failure;

@@ -89,7 +89,7 @@ std::string StoredImagePath() {
     return session.ProgramDir + "mapimage.bmp";
 }
 
-Flag TakeStoredMap() {
+Flag TakeStoredMap(SurfaceSize area) {
     const bool stored = options.storeImages != 0 && FileExists(StoredMapPath()) != 0 &&
                         FileExists(StoredImagePath()) != 0;
     if (!stored) {
@@ -113,7 +113,6 @@ Flag TakeStoredMap() {
     if (loadStoredImage == nullptr || !loadStoredImage(StoredImagePath(), session.StoredImage)) {
         return kTrue;
     }
-    const SurfaceSize area = session.shell->MapAreaSize();
     const bool fits =
         session.StoredImage.height == area.height && session.StoredImage.width == area.width;
     return fits ? kFalse : kTrue;

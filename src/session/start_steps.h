@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "session/driver.h"
+#include "surface/drawing_surface.h"
 #include "surface/shell.h"
 #include "surface/values.h"
 
@@ -50,11 +51,12 @@ Flag LoadIndex();
 void LoadStartSettings();
 
 /// Brings back the map of the last run with its picture, or else the map used last, or a new one.
-/// Returns nonzero if the map has to be drawn anew.
-Flag TakeStoredMap();
+/// `area` is the size of the map area, in pixels: a picture of another size isn't taken. Returns
+/// nonzero if the map has to be drawn anew.
+Flag TakeStoredMap(SurfaceSize area);
 
 /// Puts the chart that the sibling hands over under this number into slot 1. Without one, or if it
-/// can't be read, slot 1 holds no positions.
+/// can't be read or calculated, slot 1 holds no positions.
 void LoadExchangeChart(std::int16_t number);
 
 /// Shipped files stand in for the user's own where those aren't there: a folder that can't be

@@ -62,6 +62,8 @@ class Shell {
     /// Sets the title of the main window.
     virtual void SetTitle(std::string_view title) = 0;
 
+    /// Cross and Move are the map area's own pointer from then on. Hourglass lies over all pointers
+    /// until Default takes it away.
     virtual void SetPointer(Pointer pointer) = 0;
 
     /// Shows the status panel with a text and a share of work done in percent; an empty text takes

@@ -32,8 +32,11 @@ class CommandLine : public ::testing::Test {
         home_ = nullptr;
     }
 
+    static std::vector<std::string> Environment() {
+        return {"XDG_DATA_HOME=" + home_->Path(), "XDG_CONFIG_HOME=" + home_->Path()};
+    }
     static ProgramResult Run(const std::vector<std::string>& arguments) {
-        return RunProgram(kProgram, arguments, {"XDG_DATA_HOME=" + home_->Path()});
+        return RunProgram(kProgram, arguments, Environment());
     }
 
     // Writes a type 2 chart file.
@@ -637,8 +640,7 @@ TEST_F(CommandLine, AFullStandardOutputIsTheWorkFailed) {
           "render -o '" + out + "' --size 200x200 --json"}) {
         std::string command = "'";
         command.append(kProgram).append("' ").append(arguments).append(" >/dev/full");
-        const ProgramResult result =
-            RunProgram("sh", {"-c", command}, {"XDG_DATA_HOME=" + home_->Path()});
+        const ProgramResult result = RunProgram("sh", {"-c", command}, Environment());
         EXPECT_EQ(result.exitCode, 1) << arguments;
         EXPECT_EQ(result.errors, "orvantis-cli: standard output: can't be written\n") << arguments;
     }

@@ -188,6 +188,21 @@ TEST_F(Driver, AChartOnDisplayIsDescribedInTheCaption) {
     EXPECT_EQ(Caption(), "Orvantis: A name, 20 Jul 1969, 20:17 GMT, Houston");
 }
 
+TEST_F(Driver, AChartOrAnEclipseOnDisplayGivesTheCaptionItsColon) {
+    Start();
+    const struct {
+        std::int16_t chart;
+        std::int16_t eclipse;
+        std::string caption;
+    } rows[] = {{0, 0, "Orvantis"},   {-1, 0, "Orvantis"},  {0, -1, "Orvantis"},
+                {3, 0, "Orvantis: "}, {0, 1, "Orvantis: "}, {3, 2, "Orvantis: "}};
+    for (const auto& row : rows) {
+        session.ChartNumber = row.chart;
+        session.EclipseNumber = row.eclipse;
+        EXPECT_EQ(Caption(), row.caption) << row.chart << " " << row.eclipse;
+    }
+}
+
 TEST_F(Driver, AChartFileThatIsNotThereAndANumberThatItDoesNotHoldAreToldApart) {
     Start();
     RunTimeError reason;

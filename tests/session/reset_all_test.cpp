@@ -230,6 +230,8 @@ TEST(ResetAll, TheShellIsNewAndTheSessions) {
     shell.cancelCall = 3;
     shell.now.year = 1900;
     shell.MessageBox("t", "t", BoxButtons::Ok, BoxIcon::None);
+    shell.onProgress = [](std::string_view, std::int16_t) {};
+    shell.fitPicture = [](SurfaceSize) {};
     shell.ShowProgress("", 1);
     session.shell = nullptr;
     ResetAll();
@@ -237,6 +239,7 @@ TEST(ResetAll, TheShellIsNewAndTheSessions) {
     EXPECT_TRUE(shell.boxAnswers.empty() && shell.fileAnswers.empty());
     EXPECT_TRUE(shell.colourAnswers.empty() && shell.log.empty() && shell.boxes.empty());
     EXPECT_EQ(shell.cancelCall + shell.questions + shell.progressCalls, 0);
+    EXPECT_TRUE(shell.progress.empty() && !shell.onProgress && !shell.fitPicture);
     EXPECT_EQ(shell.now.year, 2000);
 }
 

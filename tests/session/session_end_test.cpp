@@ -265,6 +265,21 @@ TEST_F(SessionEnd, StepsThatFailArePassedOver) {
     EXPECT_EQ(PendingRunTimeError(), 0);
 }
 
+TEST_F(SessionEnd, AMapThatCannotBeKeptIsToldOnceAndTheEndGoesOn) {
+    KeepPictures();
+    // A folder stands where the map would be written.
+    fs::create_directories(files.At("program", "mapview.ovm/full"));
+    EXPECT_EQ(End(), kFalse);
+    ASSERT_EQ(TestShell().boxes.size(), 1U);
+    EXPECT_TRUE(
+        TestShell().boxes[0].starts_with("Open Error: " + files.At("program", "mapview.ovm")))
+        << TestShell().boxes[0];
+    EXPECT_EQ(TestShell().log.back(), "SetPointer|0");
+    EXPECT_EQ(swissState.enabled, 0);
+    EXPECT_EQ(PendingRunTimeError(), 0);
+    EXPECT_NE(Ini(), "");
+}
+
 TEST_F(SessionEnd, ThePairIsMadeWithoutAPictureThatCannotBeWritten) {
     KeepPictures();
     saveStoredImage = [](std::string_view, const Image&) { return false; };

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "charts/CALCCHRT.h"
+#include "charts/QXASTRO.h"
 #include "charts/SwissEph.h"
 #include "map/map_document.h"
 #include "map/point_database.h"
@@ -100,6 +101,7 @@ TEST_F(SessionStart, AnEmptyCallGoesThroughAllStepsInTheirOrder) {
         "ShowMainWindow",
         "DoEvents",
         "UnloadStartScreen",
+        "MapAreaSize",
         "SetPointer|1",  // the first picture
         "SetTitle|Orvantis",
         "SetPointer|0",
@@ -114,6 +116,23 @@ TEST_F(SessionStart, TheFirstPictureIsDrawnWhileTheStartIsNotDoneYet) {
     EXPECT_EQ(clockCall.calls, 1);
     EXPECT_EQ(clockCall.startupDone, 0);
     EXPECT_NE(session.StartupDone, 0);
+}
+
+TEST_F(SessionStart, TheFirstPictureIsOfTheMapAreasSizeAndDrawnOnce) {
+    RecordingSurface picture(0, 0);
+    session.picture = &picture;
+    std::vector<int> widths;  // of the picture whenever it is drawn anew
+    picture.onCall = [&](const std::string& line) {
+        if (line.starts_with("Clear ")) widths.push_back(picture.Size().width);
+    };
+    TestShell().mapArea = {320, 200};
+    TestShell().fitPicture = [&](SurfaceSize area) { picture.Resize(area.width, area.height); };
+    EXPECT_EQ(Run("3"), SessionResult::Ready);
+    EXPECT_EQ(widths, std::vector<int>{320});
+    EXPECT_EQ(session.StoredImage.width, 320);
+    EXPECT_EQ(session.StoredImage.height, 200);
+    const Log& log = TestShell().log;
+    EXPECT_EQ(std::count(log.begin(), log.end(), "MapAreaSize"), 1);
 }
 
 TEST_F(SessionStart, PathsAreThoseOfTheProgramUntilASiblingNamesOthers) {
@@ -170,6 +189,54 @@ TEST_F(SessionStart, WithoutTheKeyTheSystemsEphemerisServesOrElseTheFolderInTheD
     files.paths.ephemeris = files.At("system", "none");
     Run();
     EXPECT_EQ(session.SwissEphemPath, files.At("program", "swisseph"));
+}
+
+TEST_F(SessionStart, AnEphemerisKeyWithoutATextStandsForTheDefault) {
+    files.paths.ephemeris = files.At("system", "");
+    files.Write("config", "ORVANT2.INI", "[Orvantis]\r\nSwissEphemPath=\r\n");
+    Run();
+    EXPECT_EQ(session.SwissEphemPath + "/", files.At("system", ""));
+}
+
+// --- Shipped files
+
+TEST_F(SessionStart, ShippedFilesAreForANewFolderSoThatDeletedOnesStayAway) {
+    files.Write("shipped", "world.ovm", MapOf("shipped"));
+    files.Write("shipped", "sample.cht", Bytes{2, 0});
+    fs::remove_all(files.At("user", ""));
+    Run();
+    EXPECT_TRUE(fs::exists(files.At("user", "world.ovm")));
+    EXPECT_TRUE(fs::exists(files.At("user", "sample.cht")));
+    EXPECT_TRUE(fs::exists(files.At("user", "timezone.fil")));
+    fs::remove(files.At("user", "world.ovm"));
+    fs::remove(files.At("user", "sample.cht"));
+    Run();
+    EXPECT_FALSE(fs::exists(files.At("user", "world.ovm")));
+    EXPECT_FALSE(fs::exists(files.At("user", "sample.cht")));
+}
+
+TEST_F(SessionStart, TheDatabaseIsPutThereWheneverItIsMissing) {
+    Run();
+    fs::remove(files.At("program", "level1.pnt"));
+    EXPECT_EQ(Run(), SessionResult::Ready);
+    EXPECT_EQ(FileBytes(files.At("program", "level1.pnt")), TwoLines());
+}
+
+TEST_F(SessionStart, FilesAndFoldersOfAnotherCaseAreTheUsersOwn) {
+    fs::remove_all(files.At("user", ""));
+    fs::create_directories(files.At("program", "USERDATA"));
+    files.Write("program", "LEVEL1.PNT", TwoLines());
+    files.Write("shipped", "world.ovm", MapOf("shipped"));
+    EXPECT_EQ(Run(), SessionResult::Ready);
+    EXPECT_FALSE(fs::exists(files.At("program", "level1.pnt")));
+    EXPECT_FALSE(fs::exists(files.At("user", "")));
+    EXPECT_FALSE(fs::exists(files.At("program", "USERDATA/world.ovm")));
+}
+
+TEST_F(SessionStart, ALinkToNowhereIsLeftAloneByTheShippedFiles) {
+    fs::create_symlink("/none/level1.pnt", files.At("program", "level1.pnt"));
+    EXPECT_EQ(Run(), SessionResult::Ended);
+    EXPECT_TRUE(fs::is_symlink(files.At("program", "level1.pnt")));
 }
 
 TEST_F(SessionStart, TheStartScreenStandsUntilItsTimeIsOver) {
@@ -260,9 +327,49 @@ TEST_F(SessionStart, InAnExchangeFileOfSeveralChartsTheNumberPicksTheRecord) {
     EXPECT_EQ(calcChart[1].Name, "Second");
 }
 
+TEST_F(SessionStart, AnExchangeFileOfOneRecordServesAnyNumberAndOneOfSeveralItsOwnAlone) {
+    const auto loaded = [&](std::int16_t number, std::size_t records, std::size_t more) {
+        Bytes bytes;
+        for (std::size_t i = 1; i <= records; ++i) {
+            const Bytes one = ExchangeFile("Chart " + std::to_string(i));
+            bytes.insert(bytes.end(), one.begin(), one.end());
+        }
+        bytes.resize(bytes.size() + more);
+        files.Write("program", BaseName(ChartExchangePath(number, kTrue), false), bytes);
+        LoadExchangeChart(number);
+        return calcChart[1].Name;
+    };
+    Run();
+    EXPECT_EQ(loaded(1, 1, 0), "Chart 1");
+    EXPECT_EQ(loaded(7, 1, 0), "Chart 1");
+    EXPECT_EQ(loaded(1, 3, 0), "Chart 1");
+    EXPECT_EQ(loaded(3, 3, 0), "Chart 3");
+    EXPECT_EQ(loaded(4, 3, 0), "") << "there is no such record";
+    EXPECT_LT(calcChart[1].Lon[point::kSun], 0);
+    EXPECT_EQ(loaded(3, 2, 100), "") << "the third is cut short";
+    EXPECT_EQ(loaded(7, 1, 100), "") << "a second record begins, so that the number counts";
+    EXPECT_EQ(loaded(1, 0, 0), "") << "an empty file";
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(SessionStart, AnExchangeChartThatCannotBeCalculatedLeavesNoChart) {
+    Run();
+    files.Write("program", "~K500003.CH~", ExchangeFile("Failing"));
+    CloseSwissEphemeris();
+    calcPlanetsStandard = [](std::int16_t, std::int16_t, std::int16_t, double, double, double,
+                             std::int16_t, Flag, std::string_view, Flag,
+                             Flag) { RaiseRunTimeError(error::kOverflow); };
+    LoadExchangeChart(3);
+    EXPECT_EQ(TestShell().boxes.size(), 1U);
+    EXPECT_EQ(calcChart[1].Name, "");
+    EXPECT_LT(calcChart[1].Lon[point::kSun], 0);
+    EXPECT_LT(calcChart[1].Lon[point::kMoon], 0);
+}
+
 TEST_F(SessionStart, AMissingExchangeFileKeepsTheNumberAndStillPlots) {
     calcChart[1].Name = "stale";
     Run("3");
+    EXPECT_EQ(Caption(), "Orvantis: ") << "a chart without a description";
     EXPECT_EQ(session.ChartNumber, 3);
     EXPECT_EQ(calcChart[1].Name, "");
     EXPECT_LT(calcChart[1].Lon[point::kMoon], 0);
@@ -420,6 +527,23 @@ TEST_F(SessionStart, MissingLevelFilesAreMadeWithThePanelAndNoMessage) {
     EXPECT_TRUE(TestShell().boxes.empty());
 }
 
+TEST_F(SessionStart, ThePanelOfTheFirstUseBeginsAtZeroAndGoesBeforeTheIndexIsLoaded) {
+    std::vector<std::int16_t> indexed;  // lines in the index whenever the panel is told
+    TestShell().onProgress = [&](std::string_view, std::int16_t) {
+        indexed.push_back(pointDatabase.count);
+    };
+    Run();
+    const Log& progress = TestShell().progress;
+    ASSERT_GE(progress.size(), 3U);
+    EXPECT_EQ(progress.front(), "0|Loading map database for first use...");
+    EXPECT_EQ(progress.back(), "100|");
+    for (std::size_t i = 1; i + 1 < progress.size(); ++i) {
+        EXPECT_TRUE(progress[i].ends_with("|Loading map database for first use...")) << progress[i];
+    }
+    EXPECT_EQ(indexed, std::vector<std::int16_t>(progress.size(), 0));
+    EXPECT_EQ(pointDatabase.count, 2);
+}
+
 TEST_F(SessionStart, ALevelTwoThatIsOlderThanLevelOneIsMadeAnew) {
     Run();
     fs::last_write_time(
@@ -497,6 +621,29 @@ TEST_F(SessionStart, TheStoredPictureOfTheMapAreasSizeIsTakenAsItIs) {
     EXPECT_EQ(mapState.viewTop, 1);
     EXPECT_EQ(mapState.viewLowest, 1);
     EXPECT_EQ(session.StoredImage.width, 400);
+}
+
+TEST_F(SessionStart, AStoredPictureThatFitsIsPutDownAndTheLinesDrawnOverIt) {
+    const struct {
+        std::string_view commandLine;
+        std::int16_t chart;
+    } rows[] = {{"3", 3}, {"NOINITSCREEN", 0}};  // without a chart, and no clock to do the plot
+    files.Write("program", "~K500003.CH~", ExchangeFile("Handed over"));
+    surface.recording = true;
+    for (const auto& row : rows) {
+        Store(400, 300);
+        storedImage.pixels.assign(std::size_t{400} * 300, 0x123456);
+        surface.log.clear();
+        switchAstroClock = nullptr;
+        EXPECT_EQ(Run(row.commandLine), SessionResult::Ready);
+        EXPECT_EQ(session.ChartNumber, row.chart);
+        EXPECT_EQ(surface.Calls("PutImage").size(), 1U) << row.commandLine;
+        EXPECT_TRUE(surface.Calls("Clear").empty()) << row.commandLine;
+        EXPECT_TRUE(surface.Calls("CopyImage").empty()) << row.commandLine;
+        EXPECT_TRUE(surface.Calls("FloodFill").empty()) << row.commandLine;
+        EXPECT_EQ(session.StoredImage.pixels, storedImage.pixels) << "it stays without lines";
+        EXPECT_EQ(CurrentMap().title, "the last view");
+    }
 }
 
 TEST_F(SessionStart, AStoredPictureOfAnotherSizeLeadsToAPlotOfTheStoredMap) {

@@ -41,6 +41,13 @@ RecordingSurface::RecordingSurface(int width, int height)
       clipRight_(width),
       clipBottom_(height) {}
 
+void RecordingSurface::Resize(int width, int height) {
+    width_ = width;
+    height_ = height;
+    pixels_.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 0);
+    ClearClip();
+}
+
 void RecordingSurface::Note(std::string line) {
     if (onCall) onCall(line);
     if (recording) log.push_back(std::move(line));

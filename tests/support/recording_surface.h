@@ -39,6 +39,9 @@ class RecordingSurface : public DrawingSurface {
     void PutImage(const Image& image) override;
     void Refresh() override;
 
+    /// Gives the picture another size; it is blank then, and the clip is the whole of it.
+    void Resize(int width, int height);
+
     bool recording = true;         ///< false: the picture is kept, the text isn't
     std::vector<std::string> log;  ///< one line a call, e.g. "LineTo 10 20"
     std::function<void(const std::string& line)> onCall;  ///< called with each line; may be empty

@@ -98,8 +98,10 @@ void ScriptedShell::SetPointer(Pointer pointer) {
     log.push_back("SetPointer|" + std::to_string(static_cast<int>(pointer)));
 }
 
-void ScriptedShell::ShowProgress(std::string_view /*text*/, std::int16_t /*percent*/) {
+void ScriptedShell::ShowProgress(std::string_view text, std::int16_t percent) {
     ++progressCalls;
+    progress.push_back(std::to_string(percent) + "|" + std::string(text));
+    if (onProgress) onProgress(text, percent);
 }
 
 void ScriptedShell::DoEvents() {
@@ -140,6 +142,8 @@ void ScriptedShell::ShowMainWindow() {
 }
 
 SurfaceSize ScriptedShell::MapAreaSize() {
+    log.emplace_back("MapAreaSize");
+    if (fitPicture) fitPicture(mapArea);
     return mapArea;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -66,7 +67,10 @@ class ScriptedShell : public Shell {
     std::vector<std::string> log;
     /// Message boxes alone, as "title: text" with CRLF turned into " / ".
     std::vector<std::string> boxes;
-    int progressCalls = 0;  ///< ShowProgress is counted, not logged
+    int progressCalls = 0;              ///< ShowProgress is counted, and kept by itself
+    std::vector<std::string> progress;  ///< one entry a call: "percent|text"
+    std::function<void(std::string_view text, std::int16_t percent)> onProgress;  ///< may be empty
+    std::function<void(SurfaceSize area)> fitPicture;  ///< called by MapAreaSize; may be empty
 
   private:
     bool IsCancelled();

@@ -80,6 +80,7 @@ TEST(ScriptedShell, CallsAreLoggedWordForWord) {
     EXPECT_EQ(shell.log, expected);
     EXPECT_EQ(shell.boxes, std::vector<std::string>{"T: a / b"});
     EXPECT_EQ(shell.progressCalls, 1);
+    EXPECT_EQ(shell.progress, std::vector<std::string>{"50|Half"});
 }
 
 }  // namespace
