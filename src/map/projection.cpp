@@ -44,6 +44,7 @@ std::int16_t HeldPixel(double value) {
 const double* SineTable() {
     static const std::vector<double> sines = [] {
         std::vector<double> table;
+        table.reserve(kFullCircleMin);
         for (int m = 0; m < kFullCircleMin; ++m) table.push_back(SinD(m / 60.0));
         return table;
     }();

@@ -231,10 +231,13 @@ bool LineMayBeSeen(const LineIndexEntry& entry) {
     const auto moved = [](std::int16_t edge, int by) {
         return static_cast<std::int16_t>(edge + by);
     };
+    const std::int16_t south = moved(view.southMin, -1);
+    const std::int16_t north = moved(view.northMin, 1);
+    const std::int16_t west = moved(view.westMin, -1);
+    const std::int16_t east = moved(view.eastMin, 1);
     const auto inView = [&](std::int16_t lat0, std::int16_t lat1) {
-        return LineInView({lat0, lat1, entry.longMin, entry.longMax}, moved(view.southMin, -1),
-                          moved(view.northMin, 1), moved(view.westMin, -1), moved(view.eastMin, 1),
-                          view.projection);
+        return LineInView({lat0, lat1, entry.longMin, entry.longMax}, south, north, west, east,
+                          mapView.extent.projection);
     };
     if (inView(entry.latMin, entry.latMax)) return true;
     return !IsFlat(view.projection) && inView(entry.latMax, entry.latMin);

@@ -32,7 +32,7 @@ PageSurface::PageSurface(int width, int height, double dotsPerInch, PageFloods f
     record_.dotsPerInch = dotsPerInch;
     if (floods == PageFloods::None) return;
     picture_ = std::make_unique<ImageSurface>(record_.width, record_.height, dotsPerInch);
-    Clear(kPaper);
+    PageSurface::Clear(kPaper);
 }
 
 const PageRecord& PageSurface::Record() {
