@@ -147,7 +147,7 @@ void FindPaths(const StartPaths& paths) {
 }
 
 void FindSibling() {
-    constexpr std::string_view kNone = "Not Found";
+    static constexpr std::string_view kNone = "Not Found";
     session.SiblingVersion = 0;
     for (std::uint8_t digit = 9; digit >= 2; --digit) {
         session.SiblingIni = "KELVANE" + std::to_string(digit) + ".INI";
