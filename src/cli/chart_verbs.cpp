@@ -13,6 +13,7 @@
 #include "session/files.h"
 #include "session/settings.h"
 #include "session/tables.h"
+#include "text/angles.h"
 #include "text/code_page.h"
 #include "text/coordinates.h"
 #include "text/dates.h"

@@ -287,6 +287,7 @@ Flag FileExists(std::string_view path) {
 }
 
 bool IsMissing(std::string_view path) {
+    if (!IsUsablePath(path)) return true;
     std::error_code ignored;
     return fs::status(NativePath(path), ignored).type() == fs::file_type::not_found;
 }

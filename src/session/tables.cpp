@@ -107,9 +107,6 @@ const std::array<std::string_view, 13> kSignNames = {
     "",      "Aries",   "Taurus",      "Gemini",    "Cancer",   "Leo",   "Virgo",
     "Libra", "Scorpio", "Sagittarius", "Capricorn", "Aquarius", "Pisces"};
 
-const std::array<std::string_view, 13> kSignAbbrevs = {"",   "Ar", "Ta", "Ge", "Cn", "Le", "Vi",
-                                                       "Li", "Sc", "Sg", "Cp", "Aq", "Pi"};
-
 const std::array<std::string_view, 11> kAyanamsaNames = {
     "",        "Tropical",    "Fagan-Allen",  "Lahiri",      "DeLuce",
     "Raman",   "Usha-Shashi", "Krishnamurti", "Djwhal Khul", "Draconic",

@@ -39,7 +39,6 @@ extern const std::array<char, 2> kHorizonGlyphs;
 std::string_view MonthShortName(std::int16_t month);
 
 extern const std::array<std::string_view, 13> kSignNames;         ///< 1 to 12
-extern const std::array<std::string_view, 13> kSignAbbrevs;       ///< 1 to 12
 extern const std::array<std::string_view, 11> kAyanamsaNames;     ///< 1 to 10
 extern const std::array<std::string_view, 10> kHouseSystemNames;  ///< 1 to 9
 extern const std::array<std::string_view, 15> kLineTypeNames;     ///< 0 to 14

@@ -11,14 +11,14 @@
 
 namespace orvantis {
 
+const std::array<std::string_view, 13> kSignAbbrevs = {"",   "Ar", "Ta", "Ge", "Cn", "Le", "Vi",
+                                                       "Li", "Sc", "Sg", "Cp", "Aq", "Pi"};
+
 namespace {
 
 // Half of the last place shown, in degrees.
 constexpr double kHalfMinute = 0.00833333333;
 constexpr double kHalfSecond = 0.00013888888;
-
-constexpr std::array<std::string_view, 12> kSigns = {"Ar", "Ta", "Ge", "Cn", "Le", "Vi",
-                                                     "Li", "Sc", "Sg", "Cp", "Aq", "Pi"};
 
 // The signs in the glyph font, Aries first.
 constexpr std::string_view kSignGlyphs = "\xDC\x81\x82\x83\x84\x85\x86\x87\x88\x89\x8A\x8B";
@@ -27,7 +27,7 @@ constexpr std::string_view kSignGlyphs = "\xDC\x81\x82\x83\x84\x85\x86\x87\x88\x
 std::string Divider(std::int16_t zodiacStyle, std::int16_t sign, bool symbols) {
     std::string text(symbols ? 1 : 0, kDegreeGlyph);
     const auto entry = static_cast<std::size_t>((sign % 12 + 12) % 12);
-    if (zodiacStyle == angle_style::kSignName) return text.append(kSigns[entry]);
+    if (zodiacStyle == angle_style::kSignName) return text.append(kSignAbbrevs[entry + 1]);
     if (zodiacStyle == angle_style::kSignGlyph) return text + kSignGlyphs[entry];
     if (zodiacStyle == angle_style::kPlain && !symbols) text += ' ';
     return text;

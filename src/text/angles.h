@@ -1,12 +1,17 @@
 // Angles as text for screens and reports.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "surface/values.h"
 
 namespace orvantis {
+
+/// "Ar" to "Pi", 1 to 12; element 0 stands empty.
+extern const std::array<std::string_view, 13> kSignAbbrevs;
 
 /// How FormatAngle shows the degrees.
 namespace angle_style {

@@ -351,6 +351,7 @@ TEST_F(Files, APathWithANulTouchesNoOtherFile) {
         DeleteFile(bad);
         EXPECT_FALSE(FileDate(bad).has_value());
         EXPECT_EQ(FileExists(bad), kFalse);
+        EXPECT_TRUE(IsMissing(bad));
         EXPECT_FALSE(FolderShowsFile(bad));
         for (const std::int16_t mode : {1, 2, 3, 4, 5}) {
             EXPECT_EQ(FileOpener(bad, mode, 0, kTrue), 0);

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "session/settings.h"
+#include "text/angles.h"
 #include "text/dates.h"
 #include "text/numbers.h"
 #include "text/text_state.h"
