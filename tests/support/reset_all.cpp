@@ -4,6 +4,7 @@
 #include "charts/KVCharts.h"
 #include "charts/QXASTRO.h"
 #include "charts/SwissEph.h"
+#include "charts/ephemeris_tables.h"
 #include "lines/chart_lines.h"
 #include "map/map_document.h"
 #include "map/map_menus.h"
@@ -32,6 +33,7 @@ ScriptedShell shell;
 }  // namespace
 
 void ResetAll() {
+    CloseEphemerisTables();
     CloseAllFiles();
     RunTimeError ignored;
     TakeRunTimeError(ignored);
