@@ -241,8 +241,9 @@ TEST_F(Files, OpenErrorsTellTheReason) {
         for (const std::int16_t mode : {2, 4, 5}) {
             TestShell().boxes.clear();
             EXPECT_EQ(FileOpener(path, mode, 22, kFalse), 0);
-            EXPECT_EQ(TestShell().boxes,
-                      std::vector<std::string>{"Open Error: " + path + " /  / " + reason});
+            std::string box = "Open Error: ";
+            box.append(path).append(" /  / ").append(reason);
+            EXPECT_EQ(TestShell().boxes, std::vector<std::string>{box});
         }
     }
     TestShell().boxes.clear();
