@@ -1,7 +1,9 @@
 // The readers of the ephemeris tables and of Pluto's elements. See ephemeris_tables.h.
 #include "charts/ephemeris_tables.h"
 
+#include <chrono>
 #include <cmath>
+#include <filesystem>
 #include <optional>
 #include <span>
 #include <utility>
@@ -19,35 +21,62 @@ namespace {
 constexpr double kDaysOfCentury = 36525;
 constexpr std::int16_t kCenturyOfT0 = 19;
 
+// Last changes of the two folders in which a file is looked for.
+using FolderDates = std::array<std::optional<std::filesystem::file_time_type>, 2>;
+
 // A file that is kept open. `opening` tells whether the handle still stands for it.
 struct KeptFile {
-    std::string path;
+    std::string path;  // where it was looked for first
     FileHandle file = 0;
-    std::int32_t opening = 0;  // 0: none
+    std::int32_t opening = 0;            // 0: none
+    std::optional<FolderDates> missing;  // it was in neither folder at these dates
 };
 
 KeptFile keptAsteroids;
 KeptFile keptOuterPlanets;
 KeptFile keptElements;
 
+bool IsOpen(const KeptFile& kept) {
+    return kept.opening != 0 && OpeningOf(kept.file) == kept.opening;
+}
+
 void CloseKept(KeptFile& kept) {
-    if (kept.opening != 0 && OpeningOf(kept.file) == kept.opening) CloseFile(kept.file);
+    if (IsOpen(kept)) CloseFile(kept.file);
     kept = {};
+}
+
+FolderDates DatesOf(std::string_view dataPath) {
+    return {FileDate(dataPath), FileDate(session.ShippedDir)};
+}
+
+// Whether a change after these dates would show as another date. Those of the last seconds may be
+// too coarse for that; a folder that isn't there is no good witness either.
+bool AreSettled(const FolderDates& dates) {
+    const auto now = std::filesystem::file_time_type::clock::now();
+    return dates[0] && now - *dates[0] > std::chrono::seconds(2) &&
+           (session.ShippedDir.empty() || (dates[1] && now - *dates[1] > std::chrono::seconds(2)));
 }
 
 // The handle of a file, opened unless it is the one that is kept; 0 if it can't be. A file that
 // `dataPath` lacks is that of the files that the program comes with.
+//
+// To look for a file in vain means to read its folder, whose names may differ by case, and takes a
+// tenth of a chart's time. It is done again when a folder has changed.
 FileHandle Keep(KeptFile& kept, std::string_view dataPath, std::string_view name) {
     std::string path(dataPath);
     path += name;
-    const bool open = kept.opening != 0 && OpeningOf(kept.file) == kept.opening;
-    if (open && kept.path == path) return kept.file;
+    if (kept.path == path) {
+        if (IsOpen(kept)) return kept.file;
+        if (kept.missing && *kept.missing == DatesOf(dataPath)) return 0;
+    }
     CloseKept(kept);
+    const FolderDates dates = DatesOf(dataPath);
     FileHandle file = OpenQuietly(path);
     if (file == 0 && !session.ShippedDir.empty()) {
         file = OpenQuietly(session.ShippedDir + std::string(name));
     }
-    kept = {std::move(path), file, OpeningOf(file)};
+    kept = {std::move(path), file, OpeningOf(file), std::nullopt};
+    if (file == 0 && AreSettled(dates)) kept.missing = dates;
     return file;
 }
 

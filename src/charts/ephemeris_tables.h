@@ -1,7 +1,8 @@
 // Positions from tables: two series of files by century (asteroids, outer planets) and the elements
 // of Pluto. The file of each that was used last stays open from one call to the next, and is closed
 // when another one of its kind is needed. A file that the given folder lacks is looked for among
-// those that the program comes with (session.ShippedDir).
+// those that the program comes with (session.ShippedDir); one that neither folder has is looked for
+// again when either has changed.
 //
 // A file that isn't there, is too short or holds numbers that make no sense costs the answer and
 // nothing else: the routines return false, without a word and without a run-time error.

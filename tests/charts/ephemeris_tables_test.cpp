@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cmath>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -410,6 +411,13 @@ TEST_F(EphemerisTables, ATableIsOpenedAnewWhenAllFilesWereClosedAndItsHandleServ
     EXPECT_EQ(FileLength(handle), 200000);
 }
 
+TEST_F(EphemerisTables, TheResetOfTheTestsClosesThem) {
+    Places places;
+    ASSERT_TRUE(ReadTables(TableSeries::Asteroids, kData, 0.5, places));
+    ResetAll();
+    EXPECT_TRUE(OpenTables().empty());
+}
+
 TEST_F(EphemerisTables, AnotherFolderIsAnotherFile) {
     const TempFolder folder;
     folder.Write("AS19AD.EPH", Bytes(200000));
@@ -444,6 +452,24 @@ TEST_F(EphemerisTables, AFileThatComesLaterServesFromThenOn) {
     Places places;
     EXPECT_FALSE(ReadTables(TableSeries::Asteroids, folder.Path(), 0.5, places));
     fs::copy(std::string(kData) + "AS19AD.EPH", folder.File("as19ad.eph"));
+    EXPECT_TRUE(ReadTables(TableSeries::Asteroids, folder.Path(), 0.5, places));
+}
+
+// The folder's date is set back, since a file that was missed is looked for again on each call
+// while its folder has changed within the last seconds.
+TEST_F(EphemerisTables, AFileThatWasMissedIsLookedForAgainOnceItsFolderHasChanged) {
+    const TempFolder folder;
+    const auto before = fs::file_time_type::clock::now() - std::chrono::hours(1);
+    fs::last_write_time(folder.Path(), before);
+    Places places;
+    EXPECT_FALSE(ReadTables(TableSeries::Asteroids, folder.Path(), 0.5, places));
+    fs::copy(std::string(kData) + "AS19AD.EPH", folder.File("AS19AD.EPH"));
+    fs::last_write_time(folder.Path(), before);
+    EXPECT_FALSE(ReadTables(TableSeries::Asteroids, folder.Path(), 0.5, places));
+    fs::last_write_time(folder.Path(), before + std::chrono::minutes(1));
+    EXPECT_TRUE(ReadTables(TableSeries::Asteroids, folder.Path(), 0.5, places));
+    // Once it has been found, the folder no longer matters.
+    fs::last_write_time(folder.Path(), before);
     EXPECT_TRUE(ReadTables(TableSeries::Asteroids, folder.Path(), 0.5, places));
 }
 
