@@ -115,6 +115,7 @@ std::int32_t LastDay(double t) {
 // Carries the bodies on from the day of their elements to one end, half step by half step.
 bool FillOrbits(Orbits& orbits, std::int32_t direction) {
     std::vector<Motion> motions;
+    motions.reserve(kElements.size());
     for (const Elements& elements : kElements) motions.push_back(MotionOf(elements));
     const double start = (kElementsDay - kEpochT - orbits.first) / kHalfStep;
     const auto place =
@@ -258,8 +259,8 @@ bool MeasureTables(const Orbits& orbits, const std::string& folder) {
         }
         return true;
     };
-    for (double day = -36525; day <= 54787.5; day += 1.37) {
-        if (!measure(day, false)) return false;
+    for (int i = 0; i * 1.37 <= 91312.5; ++i) {
+        if (!measure(i * 1.37 - 36525, false)) return false;
     }
     for (std::int32_t day = -36520; day <= 54780; day += kHalfStep) {
         if (!measure(day, true)) return false;
