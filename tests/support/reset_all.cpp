@@ -74,10 +74,6 @@ void ResetAll() {
 
     chartLines = {};
     refreshCaption = nullptr;
-    shadeNight = nullptr;
-    plotLocalLines = nullptr;
-    plotParans = nullptr;
-    plotCircles = nullptr;
     plotEclipseLines = nullptr;
     starLabel = nullptr;
 
