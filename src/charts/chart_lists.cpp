@@ -35,9 +35,10 @@ constexpr std::size_t kHeadSize = 86;
 constexpr std::int64_t kLeastChart = kFileChartSize + 4 + 4;
 constexpr std::int64_t kLeastAttachment = kChartEventSize + 4;
 
-// Most comment text that a list takes, in bytes. In a sound file no block belongs to two charts; in
-// a damaged one each of a million charts may lead into the same ring of blocks.
-constexpr std::size_t kMostCommentText = std::size_t{256} * 1024 * 1024;
+// Comment text, in bytes, that a list takes beyond the length of its comment file. In a sound file
+// a block belongs to one chart, or a few share their comment; in a damaged one each of a million
+// charts may lead into the same ring of blocks.
+constexpr std::size_t kSharedCommentText = std::size_t{32} * 1024 * 1024;
 
 // Walks through bytes in memory. What isn't there any more makes it fail for good.
 struct ByteReader {
@@ -139,7 +140,7 @@ bool LoadComments(std::string_view path, std::int16_t type, ChartList& list) {
     for (StoredChart& stored : list.charts) {
         stored.comment = GetComment(blocks, stored.chart.commentRef);
         total += stored.comment.size();
-        if (total > kMostCommentText) {
+        if (total > blocks.size() + kSharedCommentText) {
             RaiseRunTimeError(error::kFileTooLarge);
             return false;
         }

@@ -151,15 +151,11 @@ std::string CleanEndMarks(std::string_view text) {
     const std::size_t last = text.find_last_not_of(std::string_view("\0\x1A", 2));
     text = text.substr(0, last == std::string_view::npos ? 0 : last + 1);
     std::string clean;
-    clean.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool lineEnd = text.substr(i, 2) == "\x01\x01";
-        if (lineEnd) {
-            clean += kCrLf;
-            ++i;
-        } else {
-            clean += text[i];
-        }
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t pair = std::min(text.find("\x01\x01", at), text.size());
+        clean += text.substr(at, pair - at);
+        if (pair < text.size()) clean += kCrLf;
+        at = pair + 2;
     }
     return clean;
 }
