@@ -412,7 +412,8 @@ TEST_F(Driver, AChartFileThatIsNotThereAndANumberThatItDoesNotHoldAreToldApart) 
     const std::string head = folder_.Write("head.cht", Bytes{1, 0});
     EXPECT_EQ(OpenChart(head, 1, reason), ChartStatus::NoSuchChart);
     const std::string newest = folder_.Write("newest.cht", Bytes{3, 0});
-    EXPECT_EQ(OpenChart(newest, 1, reason), ChartStatus::NotSupported);
+    EXPECT_EQ(OpenChart(newest, 1, reason), ChartStatus::BadRecord);
+    EXPECT_EQ(reason.number, error::kPastEnd);
     EXPECT_EQ(session.ChartNumber, 0);
 }
 

@@ -4,6 +4,7 @@
 #include "charts/KVCharts.h"
 #include "charts/QXASTRO.h"
 #include "charts/SwissEph.h"
+#include "charts/chart_lists.h"
 #include "lines/chart_lines.h"
 #include "map/map_document.h"
 #include "map/map_menus.h"
@@ -67,6 +68,8 @@ void ResetAll() {
     pageLines = nullptr;
 
     currentChartFileType = chart_file::kFormat0;
+    openChartLists = {};
+    loadComments = kTrue;
     calcChart = {};
     chartNow = {};
     swissState = {};
