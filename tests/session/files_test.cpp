@@ -477,6 +477,58 @@ TEST_F(Files, AFolderShowsItsFilesButNeitherFoldersNorHiddenOnes) {
     EXPECT_TRUE(FolderShowsFile(folder_.Path() + "A\\"));
 }
 
+TEST_F(Files, AMovedFileTakesThePlaceOfTheOneOfThatName) {
+    const std::string from = folder_.Write("from", "new");
+    const std::string to = folder_.Write("to", "old one");
+    EXPECT_EQ(MoveFile(from, to), 0);
+    EXPECT_EQ(FileBytes(to).size(), 3U);
+    EXPECT_FALSE(fs::exists(from));
+}
+
+TEST_F(Files, WhatIsNoFileOrMayNotBeWrittenIsNotMoved) {
+    fs::create_directory(folder_.File("folder"));
+    const std::string file = folder_.Write("file", "bytes");
+    EXPECT_EQ(MoveFile(folder_.File("none"), file), error::kFileNotFound);
+    EXPECT_EQ(MoveFile(folder_.File("folder"), folder_.File("other")), error::kPathAccess);
+    EXPECT_EQ(MoveFile(file, folder_.File("folder")), error::kPathAccess);
+    EXPECT_EQ(MoveFile(file, folder_.File("none/file")), error::kPathNotFound);
+    EXPECT_EQ(MoveFile("", file), error::kBadFileName);
+    EXPECT_EQ(MoveFile(file, std::string_view("a\0b", 3)), error::kBadFileName);
+    EXPECT_EQ(FileBytes(file).size(), 5U);
+    const auto move = [&] {
+        ActAsPlainUserOn(file, fs::perms::owner_read);
+        std::_Exit(MoveFile(file, folder_.File("other")) == error::kPermission ? 0 : 2);
+    };
+    fs::permissions(folder_.Path(), fs::perms::all);
+    EXPECT_EXIT(move(), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(Files, AccessRightsAreCopied) {
+    const std::string from = folder_.Write("from", "a");
+    const std::string to = folder_.Write("to", "b");
+    fs::permissions(from, fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(CopyAccessRights(from, to), 0);
+    EXPECT_EQ(fs::status(to).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(CopyAccessRights(folder_.File("none"), to), error::kFileNotFound);
+    EXPECT_EQ(CopyAccessRights(from, folder_.File("none")), error::kFileNotFound);
+    EXPECT_EQ(CopyAccessRights(from, ""), error::kBadFileName);
+}
+
+TEST_F(Files, AFileIsCutToALength) {
+    const std::string path = folder_.Write("a", "bytes");
+    const FileHandle file = FileOpener(path, open_mode::kBinary, 0, kFalse);
+    EXPECT_TRUE(SetFileLength(file, 2));
+    EXPECT_EQ(FileBytes(path), (Bytes{'b', 'y'}));
+    EXPECT_FALSE(SetFileLength(file, -1));
+    CloseFile(file);
+    EXPECT_FALSE(SetFileLength(file, 1));
+    RunTimeError ignored;
+    TakeRunTimeError(ignored);
+    EXPECT_FALSE(SetFileLength(FileOpener(path, open_mode::kReadText, 0, kFalse), 1));
+    EXPECT_EQ(PendingRunTimeError(), error::kBadFileMode);
+    EXPECT_EQ(FileBytes(path).size(), 2U);
+}
+
 TEST_F(Files, AddBackslashTrimsAndAddsOneAtMost) {
     EXPECT_EQ(AddBackslash("  C:\\maps "), "C:\\maps\\");
     EXPECT_EQ(AddBackslash("C:\\maps\\"), "C:\\maps\\");
