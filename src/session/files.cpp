@@ -30,6 +30,18 @@ std::array<int, kMostFiles> MakeFreeSlots() {
 
 std::array<int, kMostFiles> descriptors = MakeFreeSlots();
 
+// The number of the opening behind each handle.
+std::array<std::int32_t, kMostFiles> openings{};
+
+// Takes a free slot for an open file.
+FileHandle EnterFile(std::array<int, kMostFiles>::iterator slot, int descriptor) {
+    static std::int32_t opened = 0;
+    *slot = descriptor;
+    const auto file = slot - descriptors.begin();
+    openings[static_cast<std::size_t>(file)] = opened = opened == INT32_MAX ? 1 : opened + 1;
+    return static_cast<FileHandle>(file);
+}
+
 int Descriptor(FileHandle file) {
     if (file < 1 || static_cast<std::size_t>(file) >= kMostFiles) return -1;
     return descriptors[static_cast<std::size_t>(file)];
@@ -234,8 +246,19 @@ FileHandle FileOpener(std::string_view path, std::int16_t mode, std::int16_t /*r
         ShowOpenError(path, errorNumber);
         return 0;
     }
-    *slot = descriptor;
-    return static_cast<FileHandle>(slot - descriptors.begin());
+    return EnterFile(slot, descriptor);
+}
+
+FileHandle OpenQuietly(std::string_view path) {
+    const auto slot = std::find(descriptors.begin() + 1, descriptors.end(), -1);
+    if (slot == descriptors.end()) return 0;
+    std::int16_t ignored = 0;
+    const int descriptor = OpenRegular(NativePath(path), O_RDONLY, ignored);
+    return descriptor < 0 ? FileHandle{0} : EnterFile(slot, descriptor);
+}
+
+std::int32_t OpeningOf(FileHandle file) {
+    return Descriptor(file) < 0 ? 0 : openings[static_cast<std::size_t>(file)];
 }
 
 std::int16_t FileErrors(std::int16_t errVal) {

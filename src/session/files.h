@@ -44,6 +44,14 @@ inline constexpr std::int16_t kBinary = 5;      ///< bytes, read and write
 FileHandle FileOpener(std::string_view path, std::int16_t mode, std::int16_t recordLength,
                       Flag clearReadOnly);
 
+/// Opens an existing file for reading alone. 0 on failure, of which nothing is told.
+FileHandle OpenQuietly(std::string_view path);
+
+/// A number that tells one opening of a file from all others of the run; 0 for a handle that isn't
+/// open. Who keeps a handle from call to call learns by it that all files were closed in between,
+/// and that the handle may stand for another file since.
+std::int32_t OpeningOf(FileHandle file);
+
 /// Shows the box "Disk Error" of an error number and maps the answer: 0 resume the failed
 /// statement, 1 go on with the next, 2 unrecoverable, 3 unrecognised (also: number not in table).
 std::int16_t FileErrors(std::int16_t errVal);

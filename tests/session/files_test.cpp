@@ -46,6 +46,36 @@ TEST_F(Files, AFolderAndAPipeAreRefusedWithoutWaiting) {
     EXPECT_EQ(FileExists(folder_.Path()), kFalse);
 }
 
+TEST_F(Files, AQuietOpeningReadsAFileAndTellsNothingOfOneThatIsNotThere) {
+    const FileHandle file = OpenQuietly(folder_.Write("a.bin", "abc"));
+    ASSERT_NE(file, 0);
+    EXPECT_EQ(FileLength(file), 3);
+    EXPECT_EQ(OpenQuietly(folder_.File("none.bin")), 0);
+    EXPECT_EQ(OpenQuietly(folder_.Path()), 0);
+    EXPECT_EQ(OpenQuietly(""), 0);
+    EXPECT_TRUE(TestShell().boxes.empty());
+    EXPECT_EQ(PendingRunTimeError(), 0);
+    const std::array<std::uint8_t, 1> byte = {'x'};
+    EXPECT_FALSE(WriteBytes(file, 1, byte)) << "it is for reading alone";
+    RunTimeError ignored;
+    TakeRunTimeError(ignored);
+}
+
+TEST_F(Files, EachOpeningOfAHandleHasItsOwnNumber) {
+    const std::string path = folder_.Write("a.bin", "abc");
+    const FileHandle first = OpenQuietly(path);
+    const std::int32_t opening = OpeningOf(first);
+    EXPECT_NE(opening, 0);
+    EXPECT_EQ(OpeningOf(first), opening);
+    CloseAllFiles();
+    EXPECT_EQ(OpeningOf(first), 0);
+    const FileHandle second = FileOpener(path, open_mode::kBinary, 0, kFalse);
+    EXPECT_EQ(second, first);
+    EXPECT_NE(OpeningOf(second), 0);
+    EXPECT_NE(OpeningOf(second), opening);
+    EXPECT_EQ(OpeningOf(0), 0);
+}
+
 TEST_F(Files, OnlyWhatHasNoFileAndNoFolderOfItsNameIsMissing) {
     const std::string path = folder_.Write("a.txt", "x");
     EXPECT_FALSE(IsMissing(path));
@@ -241,8 +271,9 @@ TEST_F(Files, OpenErrorsTellTheReason) {
         for (const std::int16_t mode : {2, 4, 5}) {
             TestShell().boxes.clear();
             EXPECT_EQ(FileOpener(path, mode, 22, kFalse), 0);
-            EXPECT_EQ(TestShell().boxes,
-                      std::vector<std::string>{"Open Error: " + path + " /  / " + reason});
+            std::string box = "Open Error: ";
+            box.append(path).append(" /  / ").append(reason);
+            EXPECT_EQ(TestShell().boxes, std::vector<std::string>{box});
         }
     }
     TestShell().boxes.clear();

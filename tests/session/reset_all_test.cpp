@@ -215,8 +215,8 @@ TEST(ResetAll, EveryConnectionPointIsEmptied) {
     const auto points =
         std::tie(plotAfterSettings, refreshMenuMarks, refreshMapMenus, addRecentMap, plotFull,
                  stopForeignClock, plotChartLines, plotCountryNames, plotCities, plotMouseMarks,
-                 pageHeading, pageLines, calcPlanetsStandard, refreshCaption, shadeNight,
-                 plotLocalLines, plotParans, plotCircles, plotEclipseLines, starLabel,
+                 pageHeading, pageLines, calcPlanetsStandard, refreshCaption, plotEclipseLines,
+                 starLabel,
                  closeMainWindow, plotAnew, plotLinesAnew, plotQuick, showRecentMaps,
                  switchAstroClock, saveCurrentChart, saveStoredImage, loadStoredImage);
     const auto filled = [&] {
@@ -224,7 +224,7 @@ TEST(ResetAll, EveryConnectionPointIsEmptied) {
                           points);
     };
     std::apply([](auto&... point) { (Dirty(point), ...); }, points);
-    EXPECT_EQ(filled(), 29);
+    EXPECT_EQ(filled(), 25);
     ResetAll();
     EXPECT_EQ(filled(), 0);
 }

@@ -5,6 +5,7 @@
 #include "charts/QXASTRO.h"
 #include "charts/SwissEph.h"
 #include "charts/chart_lists.h"
+#include "charts/ephemeris_tables.h"
 #include "lines/chart_lines.h"
 #include "map/map_document.h"
 #include "map/map_menus.h"
@@ -33,6 +34,7 @@ ScriptedShell shell;
 }  // namespace
 
 void ResetAll() {
+    CloseEphemerisTables();
     CloseAllFiles();
     RunTimeError ignored;
     TakeRunTimeError(ignored);
@@ -77,10 +79,6 @@ void ResetAll() {
 
     chartLines = {};
     refreshCaption = nullptr;
-    shadeNight = nullptr;
-    plotLocalLines = nullptr;
-    plotParans = nullptr;
-    plotCircles = nullptr;
     plotEclipseLines = nullptr;
     starLabel = nullptr;
 
