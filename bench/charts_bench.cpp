@@ -40,7 +40,7 @@ std::string Folder() {
 
 // A file of the type, made once.
 std::string ManyChartsFile(std::int16_t type) {
-    const std::string path = Folder() + "many" + std::to_string(type) + ".cht";
+    std::string path = Folder() + "many" + std::to_string(type) + ".cht";
     if (FileExists(path) != 0) return path;
     ChartList list = ManyCharts();
     SaveChartFile(path, type, list);
