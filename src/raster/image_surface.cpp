@@ -59,9 +59,8 @@ QPen WidePen(const Pen& pen, double dashOffset) {
     QPen result(QColor(rgb), pen.width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
     if (pen.dash != LineDash::Solid) {
         result.setCapStyle(Qt::FlatCap);
-        static const QList<qreal> patterns[] = {
-            {}, {4, 2}, {1, 1}, {4, 2, 1, 2}, {4, 2, 1, 2, 1, 2}};
-        result.setDashPattern(patterns[static_cast<std::size_t>(pen.dash) % std::size(patterns)]);
+        const std::vector<double>& lengths = WideDashes(pen.dash);
+        result.setDashPattern(QList<qreal>(lengths.begin(), lengths.end()));
         result.setDashOffset(dashOffset);
     }
     return result;
@@ -164,7 +163,9 @@ void ImageSurface::LineTo(int x, int y) {
         return;
     }
     const LineWalk walk = WalkLine(from, to, clip_.box, LineRounding::Nearest);
-    if (pen_.dash == LineDash::Solid && clip_.rows.empty()) {
+    const bool whole =
+        clip_.rows.empty() || (DeepInClip(clip_, from.x, from.y) && DeepInClip(clip_, to.x, to.y));
+    if (pen_.dash == LineDash::Solid && whole) {
         DrawHardLine(walk);
     } else {
         DrawClippedLine(walk);
@@ -172,7 +173,7 @@ void ImageSurface::LineTo(int x, int y) {
     dashStep_ += walk.total;
 }
 
-// A solid line in a rectangle: every pixel of the walk is drawn.
+// A solid line in a rectangle, or deep in an ellipse: every pixel of the walk is drawn.
 void ImageSurface::DrawHardLine(const LineWalk& walk) {
     if (walk.count == 0) return;
     std::uint32_t* pixel = Row(walk.y) + walk.x;
