@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "raster/picture_memory.h"
 #include "text/numbers.h"
 
 namespace orvantis {
@@ -91,7 +92,9 @@ void ImageSurface::Resize(int width, int height, double dotsPerInch) {
     wideLine_.clear();
     image_.width = std::clamp(width, 0, 32767);
     image_.height = std::clamp(height, 0, 32767);
-    image_.pixels.assign(static_cast<std::size_t>(image_.width) * image_.height, PixelOf(0));
+    const std::size_t count = static_cast<std::size_t>(image_.width) * image_.height;
+    ReservePixels(image_, count);
+    image_.pixels.assign(count, PixelOf(0));
     dotsPerInch_ = dotsPerInch;
     face_ = nullptr;
     clip_ = RectangleClip(WholeBox(image_), image_.width, image_.height);
@@ -502,6 +505,7 @@ void ImageSurface::ClearClip() {
 
 void ImageSurface::CopyImage(Image& image) {
     FlushWideLine();
+    ReservePixels(image, image_.pixels.size());
     image = image_;
 }
 
