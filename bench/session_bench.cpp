@@ -120,21 +120,41 @@ void FullRedrawOn3840By2160AtPrecision(benchmark::State& state) {
     CurrentMap().precision = static_cast<std::int16_t>(state.range(0));
     for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, LargeScreen(), kTrue);
 }
-BENCHMARK(FullRedrawOn3840By2160AtPrecision)->Arg(1)->Arg(5)->Unit(benchmark::kMillisecond);
+BENCHMARK(FullRedrawOn3840By2160AtPrecision)->DenseRange(1, 5)->Unit(benchmark::kMillisecond);
 
-void FullRedrawOfTheGlobeAtPrecision1(benchmark::State& state) {
-    ImageSurface& surface = TheBench().Surface();
+// Arguments: 0 the sphere, 1 the oblate globe; latitude and longitude of the centre in degrees.
+void PlotGlobe(benchmark::State& state, DrawingSurface& surface) {
     NewMap(kFalse);
-    SetViewExtent();
     MapDocument& map = CurrentMap();
-    map.projection = static_cast<std::int16_t>(state.range(0));
-    ChangeProjection(map.projection, projection::kCartesian);
+    const auto centreLong = static_cast<float>(state.range(2));
+    map.projection = state.range(0) == 0 ? projection::kGlobeSphere : projection::kGlobeOblate;
+    map.south = static_cast<float>(state.range(1));
+    map.north = map.south;
+    map.west = centreLong < -90 ? centreLong + 270 : centreLong - 90;
+    map.east = centreLong > 90 ? centreLong - 270 : centreLong + 90;
     map.precision = 1;
     for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, surface, kTrue);
 }
+
+void FullRedrawOfTheGlobeAtPrecision1(benchmark::State& state) {
+    PlotGlobe(state, TheBench().Surface());
+}
 BENCHMARK(FullRedrawOfTheGlobeAtPrecision1)
-    ->Arg(projection::kGlobeSphere)
-    ->Arg(projection::kGlobeOblate)
+    ->Name("map/globe precision 1")
+    ->ArgNames({"oblate", "lat", "long"})
+    ->ArgsProduct({{0, 1}, {0}, {0, -90, 180}})
+    ->ArgsProduct({{0, 1}, {45}, {20, -90}})
+    ->ArgsProduct({{0, 1}, {90, -35}, {140}})
+    ->Unit(benchmark::kMillisecond);
+
+void FullRedrawOfTheGlobeOn3840By2160AtPrecision1(benchmark::State& state) {
+    TheBench();
+    PlotGlobe(state, LargeScreen());
+}
+BENCHMARK(FullRedrawOfTheGlobeOn3840By2160AtPrecision1)
+    ->Name("map/globe precision 1, 3840 by 2160")
+    ->ArgNames({"oblate", "lat", "long"})
+    ->ArgsProduct({{0, 1}, {0, 45}, {20}})
     ->Unit(benchmark::kMillisecond);
 
 void WritingTheMapAs(benchmark::State& state, bool (*save)(std::string_view, const PageRecord&)) {

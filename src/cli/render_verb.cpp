@@ -62,8 +62,8 @@ int ParseSize(const std::string& text, SurfaceSize& size) {
     return kDone;
 }
 
-// "S,W,N,E" in degrees, at least a minute of arc high and wide; equal west and east are the whole
-// way round.
+// "S,W,N,E" in degrees, at least a minute of arc high and wide; from a meridian to the same one, or
+// from the date line to the date line, is the whole way round.
 int ParseView(const std::string& text, std::optional<std::array<float, 4>>& view) {
     constexpr float kLeast = 1.0F / 60;
     std::array<float, 4> edges{};
@@ -79,10 +79,12 @@ int ParseView(const std::string& text, std::optional<std::array<float, 4>>& view
         edges[i] = static_cast<float>(*number);
         rest.remove_prefix(comma == std::string_view::npos ? rest.size() : comma + 1);
     }
-    const float wide = std::abs(edges[3] - edges[1]);
+    float wide = edges[3] - edges[1];
+    if (wide < 0) wide += 360;
     if (!good || edges[2] - edges[0] < kLeast || (wide != 0 && wide < kLeast)) {
         return Complain(kWrongCall, "--view " + text,
-                        "S,W,N,E in degrees is needed, south below north");
+                        "S,W,N,E in degrees is needed, south below north, at least a sixtieth of "
+                        "a degree high and wide");
     }
     view = edges;
     return kDone;
@@ -96,6 +98,14 @@ int ParseProjection(const std::string& name, std::optional<std::int16_t>& projec
     }
     projection = static_cast<std::int16_t>(found - kProjections.begin());
     return kDone;
+}
+
+// A Mercator map of a pole would be endlessly high.
+int CheckMercator(const RenderCall& render, std::int16_t number) {
+    constexpr float kMostLat = 89;
+    if (!render.view || number != projection::kMercator) return kDone;
+    if ((*render.view)[0] >= -kMostLat && (*render.view)[2] <= kMostLat) return kDone;
+    return Complain(kWrongCall, "--view", "latitudes from -89 to 89 are needed on a Mercator map");
 }
 
 int ParsePrecision(const std::string& text, std::optional<std::int16_t>& precision) {
@@ -154,6 +164,7 @@ int ParseCall(const Arguments& call, RenderCall& render) {
     if (const auto text = call.Value("--view"); text && status == kDone) {
         status = ParseView(*text, render.view);
     }
+    if (render.projection && status == kDone) status = CheckMercator(render, *render.projection);
     render.gridOn = call.Has("--grid") || call.Value("--grid");
     if (const auto text = call.Value("--grid"); text && status == kDone) {
         status = ParseGrid(*text, render);
@@ -230,7 +241,8 @@ const std::string_view kRenderHelp =
 
 Draws the map with the lines of chart N (the first if N isn't given), or without a chart, as the
 window shows it. The view's edges are degrees; latitude north positive, longitude EAST positive;
-a west above its east crosses the date line. A globe looks at the middle of the view.
+a west above its east crosses the date line, equal ones are the whole way round. A Mercator map
+takes latitudes from -89 to 89. A globe looks at the middle of the view.
 In an SVG or a PDF lines, texts and glyphs are vectors, land and sea a picture beneath them; 96
 pixels of the size are an inch.
 --grid shows the coordinate grid, every LAT and LONG degrees, 1 to 90, or in the map's own steps.
@@ -285,6 +297,8 @@ int RunRender(const std::vector<std::string>& words, CliShell& shell) {
     if (status != kDone) return status;
     if (LoadDatabase() != 0) return kUnreadable;
     status = LoadNamedFiles(*call);
+    if (status != kDone) return status;
+    status = CheckMercator(render, render.projection.value_or(CurrentMap().projection));
     if (status != kDone) return status;
     ApplyToMap(render);
     if (!call->words.empty()) status = OpenNamedChart(call->words.front(), shell);

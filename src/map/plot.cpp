@@ -101,9 +101,16 @@ void DrawSunkenFrame() {
     SetOutlinePen();
 }
 
-// The surround is part of the stored image, so a quick pass has it already.
+// True if the stored image leaves nothing of the surface uncovered.
+bool StoredImageCoversSurface() {
+    const SurfaceSize size = mapView.surface->Size();
+    return session.StoredImage.width >= size.width && session.StoredImage.height >= size.height;
+}
+
+// The surround is part of the stored image, so a quick pass has it already, unless the surface has
+// grown since.
 void DrawSurround(const PlotJob& job) {
-    if (!OnScreen(job) || job.redraw == kFalse) return;
+    if (!OnScreen(job) || (job.redraw == kFalse && StoredImageCoversSurface())) return;
     mapView.surface->FloodFill(1, 1, kSurround, PlainColour(plotState.outlineColour));
     if (IsFlat(mapView.extent.projection)) DrawSunkenFrame();
 }

@@ -123,6 +123,22 @@ void ProjectPoint(std::int16_t latMin, std::int16_t longMin, std::int16_t& y, st
 std::int16_t FlatY(std::int16_t latMin);
 std::int16_t FlatX(std::int16_t longMin);
 
+/// A position in whole arc-minutes, and one on the surface.
+struct MapPoint {
+    std::int16_t lat = 0;
+    std::int16_t longitude = 0;
+};
+struct MapPixel {
+    std::int16_t x = 0;
+    std::int16_t y = 0;
+};
+
+/// Sine of an angle of -32768 to 43567 arc-minutes, from a table.
+double SineOfMinutes(int minutes);
+
+/// ProjectPoint of many points, which on a globe takes a fraction of the time of as many calls.
+void ProjectPoints(const std::vector<MapPoint>& points, std::vector<MapPixel>& pixels);
+
 /// Pixels to degrees.
 void UnprojectPoint(const MapDocument& doc, float x, float y, float& lat, float& longitude);
 
@@ -172,6 +188,20 @@ void DrawMapSegment(double lat, double longitude, bool first, bool& visible, std
 /// (x, y). The pen must stand at the last point.
 void ForceNewLine(std::int16_t x, std::int16_t y, std::int16_t lastX, std::int16_t lastY,
                   std::int16_t labelKind, std::int16_t labelCode);
+
+/// Pixels once around the Earth on a flat map that doesn't show all of it; 0 on any other map, and
+/// in a zoomed view, where they would be beyond what a position can be.
+int PixelsAround();
+
+/// How far a line goes out of the map at one side before it comes in at the other, pixels.
+struct WayAround {
+    std::int16_t outX = 0;  ///< where the end lies as seen from the start
+    std::int16_t inX = 0;   ///< where the start lies as seen from the end
+};
+
+/// For a map with PixelsAround: draws from the last point, where the pen must stand, to (x, y) by
+/// the back of the world, out at one side of the map and in at the other.
+WayAround DrawAround(std::int16_t x, std::int16_t y, std::int16_t lastX, std::int16_t lastY);
 
 /// At which ends a grid line asks for edge marks. A line that is drawn as a curve, on a tilted
 /// globe, has them wherever it comes into view or goes, if any are asked for; an upright globe has

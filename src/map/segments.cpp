@@ -1,6 +1,8 @@
 // The one primitive by which every curve is drawn on the map. A curve is drawn across the edge of a
-// narrow view as it comes, and the clip cuts it; in a full-width view a segment longer than half
-// the map went round the back of the world, and is drawn out at one side and in at the other.
+// narrow view as it comes, and the clip cuts it. A segment of more than half a turn went round the
+// back of the world, and is drawn out at one side and in at the other: in a full-width view by half
+// the map's width, in any other by what a whole turn would take.
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
@@ -12,6 +14,10 @@ namespace orvantis {
 namespace {
 
 constexpr double kFullCircle = 360;
+constexpr int kFullCircleMin = 21600;
+
+// Pixels from which a position isn't told from one farther off.
+constexpr int kFarthest = 32000;
 
 std::int16_t SignOf(double value) {
     return static_cast<std::int16_t>(value > 0 ? 1 : value < 0 ? -1 : 0);
@@ -40,12 +46,24 @@ void ProjectDegrees(double lat, double longitude, std::int16_t& y, std::int16_t&
     ProjectPoint(RoundToInt16(lat * 60), RoundToInt16(longitude * 60), y, x);
 }
 
+bool GoesAround(std::int16_t x, std::int16_t lastX) {
+    const int around = PixelsAround();
+    return around != 0 && 2 * std::abs(x - lastX) > around;
+}
+
+// True on the side of a globe that is seen: PointInView takes the very antipode of the centre for
+// the centre, and a curve through it would leap to the middle of the map.
+bool OnNearSide(double lat, double longitude) {
+    const ViewExtent& view = mapView.extent;
+    const double cosine = SinD(lat) * SinD(view.centreLat) +
+                          CosD(lat) * CosD(view.centreLat) * CosD(longitude - view.centreLong);
+    return cosine > 0 &&
+           PointInView(lat, longitude, view.southMin, view.northMin, view.westMin, view.eastMin);
+}
+
 bool SampleVisible(double lat, double longitude) {
     const ViewExtent& view = mapView.extent;
-    if (!IsFlat(view.projection)) {
-        return AngularDistance(static_cast<float>(longitude), static_cast<float>(lat),
-                               view.centreLong, view.centreLat) < 90;
-    }
+    if (!IsFlat(view.projection)) return OnNearSide(lat, longitude);
     const bool latOK =
         view.spanLat >= 180 || (lat * 60 >= view.southMin && lat * 60 <= view.northMin);
     const bool longOK =
@@ -67,11 +85,31 @@ void ForceNewLine(std::int16_t x, std::int16_t y, std::int16_t lastX, std::int16
     mapView.surface->LineTo(x, y);
 }
 
+int PixelsAround() {
+    const ViewExtent& view = mapView.extent;
+    if (!IsFlat(view.projection) || view.spanLong == kFullCircle || view.spanLongMin < 1) return 0;
+    const int around = kFullCircleMin * mapView.rect.width / view.spanLongMin;
+    return around <= kFarthest ? around : 0;
+}
+
+WayAround DrawAround(std::int16_t x, std::int16_t y, std::int16_t lastX, std::int16_t lastY) {
+    const int turn = x > lastX ? PixelsAround() : -PixelsAround();
+    const auto held = [](int pixel) {
+        return static_cast<std::int16_t>(std::clamp(pixel, -kFarthest, kFarthest));
+    };
+    const WayAround way = {held(x - turn), held(lastX + turn)};
+    mapView.surface->LineTo(way.outX, y);
+    mapView.surface->MoveTo(way.inX, lastY);
+    mapView.surface->LineTo(x, y);
+    return way;
+}
+
 void DrawMapSegment(double lat, double longitude, bool first, bool& visible, std::int16_t labelKind,
                     std::int16_t labelCode) {
     const bool now = SampleVisible(lat, longitude);
     std::int16_t x = mapView.lastX;
     std::int16_t y = mapView.lastY;
+    bool around = false;
     if (now || visible) {
         ProjectDegrees(lat, longitude, y, x);
         if (!visible && first) {
@@ -85,7 +123,15 @@ void DrawMapSegment(double lat, double longitude, bool first, bool& visible, std
                                mapView.lastX);
                 mapView.surface->MoveTo(mapView.lastX, mapView.lastY);
             }
-            if (Wraps(x, mapView.lastX)) {
+            around = GoesAround(x, mapView.lastX);
+            if (around) {
+                // Each end that is in view has its own crossing.
+                const WayAround way = DrawAround(x, y, mapView.lastX, mapView.lastY);
+                if (visible) {
+                    MarkCrossing(mapView.lastX, mapView.lastY, way.outX, y, labelKind, labelCode);
+                }
+                if (now) MarkCrossing(way.inX, mapView.lastY, x, y, labelKind, labelCode);
+            } else if (Wraps(x, mapView.lastX)) {
                 ForceNewLine(x, y, mapView.lastX, mapView.lastY, labelKind, labelCode);
             } else {
                 mapView.surface->LineTo(x, y);
@@ -93,7 +139,7 @@ void DrawMapSegment(double lat, double longitude, bool first, bool& visible, std
         }
     }
 
-    if (now != visible && !first) {
+    if (now != visible && !first && !around) {
         MarkCrossing(mapView.lastX, mapView.lastY, x, y, labelKind, labelCode);
     }
     visible = now;

@@ -22,15 +22,7 @@ namespace {
 
 constexpr int kMostLatMin = 5400;
 constexpr int kMostLongMin = 10800;
-
-constexpr int kFullCircleMin = 21600;
-
-// Views wider than this leave so little of the world that a line may reach from one side to the
-// other through it. In narrower ones nothing in view comes near the place where it would.
-constexpr int kWideView = 14400;
-
-// Pixels from which a position isn't told from one farther off.
-constexpr int kFarthest = 32000;
+constexpr int kQuarterMin = 5400;
 
 // Drawing positions of the kinds of detail after which something is done.
 constexpr std::size_t kLinePositions = 6;
@@ -49,18 +41,16 @@ constexpr float kCodeFontSize = 6;
 struct VectorPass {
     MapRect rect;
     bool notFull = false;  // no wrap is looked for
-    int turn = 0;          // pixels once around the Earth in a flat narrow view; 0: of no use
+    int turn = 0;          // see PixelsAround
     std::int16_t precision = 5;
     LevelReader reader;
     std::int64_t unread = 0;                // bytes that the lines of the class may still take
     std::vector<std::int16_t> positions;    // of the two tables
     const std::int16_t* yOfLat = nullptr;   // from -kMostLatMin
     const std::int16_t* xOfLong = nullptr;  // from -kMostLongMin
-};
-
-struct Pixel {
-    std::int16_t x = 0;
-    std::int16_t y = 0;
+    std::array<double, 3> centre{};         // of a globe: its direction in space
+    std::vector<MapPoint> points;           // of a line, and where they lie
+    std::vector<MapPixel> pixels;
 };
 
 void FillPositions(VectorPass& pass) {
@@ -77,16 +67,29 @@ void FillPositions(VectorPass& pass) {
     pass.xOfLong = x;
 }
 
-Pixel Position(const VectorPass& pass, std::int16_t lat, std::int16_t longitude) {
-    const bool onEarth = lat >= -kMostLatMin && lat <= kMostLatMin && longitude >= -kMostLongMin &&
-                         longitude <= kMostLongMin;
-    if (pass.yOfLat != nullptr && onEarth) return {pass.xOfLong[longitude], pass.yOfLat[lat]};
-    Pixel pixel;
-    ProjectPoint(lat, longitude, pixel.y, pixel.x);
-    return pixel;
+MapPixel FlatPosition(const VectorPass& pass, MapPoint point) {
+    const bool onEarth = point.lat >= -kMostLatMin && point.lat <= kMostLatMin &&
+                         point.longitude >= -kMostLongMin && point.longitude <= kMostLongMin;
+    if (onEarth) return {pass.xOfLong[point.longitude], pass.yOfLat[point.lat]};
+    return {FlatX(point.longitude), FlatY(point.lat)};
 }
 
-bool StrictlyInside(const MapRect& rect, Pixel p) {
+// Where the points of a line lie that its file holds at `p`, all of them in one go.
+void ProjectLine(VectorPass& pass, const std::uint8_t* p, int count) {
+    pass.points.resize(static_cast<std::size_t>(count));
+    for (MapPoint& point : pass.points) {
+        point = {GetI16(p + 2), GetI16(p + 4)};
+        p += kLinePointSize;
+    }
+    if (pass.yOfLat == nullptr) {
+        ProjectPoints(pass.points, pass.pixels);
+        return;
+    }
+    pass.pixels.clear();
+    for (const MapPoint point : pass.points) pass.pixels.push_back(FlatPosition(pass, point));
+}
+
+bool StrictlyInside(const MapRect& rect, MapPixel p) {
     return p.x > rect.left && p.x < rect.left + rect.width && p.y > rect.top &&
            p.y < rect.top + rect.height;
 }
@@ -96,7 +99,7 @@ bool IsShore(int detailClass) {
     return detailClass == 1 || detailClass == 5 || detailClass == 6;
 }
 
-void AddCrossing(Pixel from, Pixel to) {
+void AddCrossing(MapPixel from, MapPixel to) {
     const EdgeCrossing crossing = FindInsetCrossing(from.x, from.y, to.x, to.y);
     if (crossing.side == side::kNone) return;
     plotState.crossings.push_back(
@@ -116,7 +119,7 @@ void CutToBounds(double u0, double u1, double low, double high, double& from, do
 }
 
 // A segment without an end in a narrow view may still pass through it: it enters and it leaves.
-void AddPassage(const VectorPass& pass, Pixel from, Pixel to) {
+void AddPassage(const VectorPass& pass, MapPixel from, MapPixel to) {
     const MapRect& rect = pass.rect;
     if (!pass.notFull || pass.yOfLat == nullptr) return;
     double enters = 0;
@@ -125,32 +128,23 @@ void AddPassage(const VectorPass& pass, Pixel from, Pixel to) {
     CutToBounds(from.y, to.y, rect.top + 1, rect.top + rect.height - 1, enters, leaves);
     if (enters >= leaves) return;
     const double part = (enters + leaves) / 2;
-    const Pixel within = {RoundToInt16(from.x + part * (to.x - from.x)),
-                          RoundToInt16(from.y + part * (to.y - from.y))};
+    const MapPixel within = {RoundToInt16(from.x + part * (to.x - from.x)),
+                             RoundToInt16(from.y + part * (to.y - from.y))};
     AddCrossing(from, within);
     AddCrossing(within, to);
 }
 
-// The last few degrees outside a wide view may be shorter than a line: one that goes through them
-// leaves at one side and comes in at the other, once around the Earth away.
-void GoAround(const VectorPass& pass, Pixel from, Pixel to, bool shore) {
-    const auto moved = [&](Pixel p, int by) {
-        p.x = static_cast<std::int16_t>(std::clamp(p.x + by, -kFarthest, kFarthest));
-        return p;
-    };
-    const int turn = to.x > from.x ? pass.turn : -pass.turn;
-    const Pixel out = moved(to, -turn);
-    const Pixel in = moved(from, turn);
-    mapView.surface->LineTo(out.x, out.y);
-    mapView.surface->MoveTo(in.x, in.y);
-    mapView.surface->LineTo(to.x, to.y);
+// What a view leaves out of the world may be shorter than a line: one that goes through it leaves
+// at one side and comes in at the other.
+void GoAround(const VectorPass& pass, MapPixel from, MapPixel to, bool shore) {
+    const WayAround way = DrawAround(to.x, to.y, from.x, from.y);
     mapView.surface->SetPixel(to.x, to.y);
     if (!shore) return;
-    if (StrictlyInside(pass.rect, from)) AddCrossing(from, out);
-    if (StrictlyInside(pass.rect, to)) AddCrossing(in, to);
+    if (StrictlyInside(pass.rect, from)) AddCrossing(from, {way.outX, to.y});
+    if (StrictlyInside(pass.rect, to)) AddCrossing({way.inX, from.y}, to);
 }
 
-void StartLine(const VectorPass& pass, const LineIndexEntry& entry, Pixel p) {
+void StartLine(const VectorPass& pass, const LineIndexEntry& entry, MapPixel p) {
     if (options.lineNumbers != kFalse) {
         mapView.surface->TextOut(p.x, p.y, std::to_string(entry.code), TextAlign::Left);
     }
@@ -183,14 +177,15 @@ void DrawLine(VectorPass& pass, const LineIndexEntry& entry) {
     const std::uint8_t* p = LevelBytes(pass.reader, entry.pointPos[level], kLinePointSize * held);
     if (p == nullptr) return;
 
+    ProjectLine(pass, p, held);
     DrawingSurface& surface = *mapView.surface;
     const bool shore = IsShore(entry.code / 1000);
-    Pixel previous;
+    MapPixel previous;
     bool inside = false;
     bool started = false;
     for (int n = 1; n <= held; ++n, p += kLinePointSize) {
         if (GetI16(p) < pass.precision) continue;
-        const Pixel pixel = Position(pass, GetI16(p + 2), GetI16(p + 4));
+        const MapPixel pixel = pass.pixels[static_cast<std::size_t>(n - 1)];
         if (!started) {
             StartLine(pass, entry, pixel);
             inside = StrictlyInside(pass.rect, pixel);
@@ -220,27 +215,41 @@ void DrawLine(VectorPass& pass, const LineIndexEntry& entry) {
     }
 }
 
+// True if a corner of a line's extents lies on the near side of a globe, by the cosine of its
+// distance from the centre. LineInView is asked where this comes too near to a quarter of a turn
+// for its rounding, or to the half turn that it takes for none.
+bool CornerInFront(const VectorPass& pass, std::int16_t latMin, std::int16_t longMin) {
+    constexpr double kSure = 1e-5;
+    const double cosLat = SineOfMinutes(latMin + kQuarterMin);
+    const double cosine = cosLat * SineOfMinutes(longMin + kQuarterMin) * pass.centre[0] +
+                          cosLat * SineOfMinutes(longMin) * pass.centre[1] +
+                          SineOfMinutes(latMin) * pass.centre[2];
+    if (cosine > kSure) return true;
+    if (cosine < -kSure && cosine > kSure - 1) return false;
+    return LineInView({latMin, latMin, longMin, longMin}, 0, 0, 0, 0, mapView.extent.projection);
+}
+
 // True if a line may be seen. The edges of a view lie up to half a minute beside the whole minutes
 // that LineInView takes, and a piece of coast left out at the edge lets the sea in: so it is asked
-// for edges a minute further out. On a globe it asks for two corners of the line's extents; where
-// both lie behind, one of the other two may still be in front.
-bool LineMayBeSeen(const LineIndexEntry& entry) {
+// for edges a minute further out. On a globe the rule asks for two corners of the line's extents;
+// where both lie behind, one of the other two may still be in front.
+bool LineMayBeSeen(const VectorPass& pass, const LineIndexEntry& entry) {
     const ViewExtent& view = mapView.extent;
+    if (view.spanLong >= 360) return true;
+    if (!IsFlat(view.projection)) {
+        return CornerInFront(pass, entry.latMin, entry.longMin) ||
+               CornerInFront(pass, entry.latMax, entry.longMax) ||
+               CornerInFront(pass, entry.latMax, entry.longMin) ||
+               CornerInFront(pass, entry.latMin, entry.longMax);
+    }
     const int outside = view.westMin - view.eastMin;  // minutes left out by a view over 180
-    if (view.spanLong >= 360 || (outside > 0 && outside <= 2)) return true;
+    if (outside >= 0 && outside <= 2) return true;
     const auto moved = [](std::int16_t edge, int by) {
         return static_cast<std::int16_t>(edge + by);
     };
-    const std::int16_t south = moved(view.southMin, -1);
-    const std::int16_t north = moved(view.northMin, 1);
-    const std::int16_t west = moved(view.westMin, -1);
-    const std::int16_t east = moved(view.eastMin, 1);
-    const auto inView = [&](std::int16_t lat0, std::int16_t lat1) {
-        return LineInView({lat0, lat1, entry.longMin, entry.longMax}, south, north, west, east,
-                          mapView.extent.projection);
-    };
-    if (inView(entry.latMin, entry.latMax)) return true;
-    return !IsFlat(view.projection) && inView(entry.latMax, entry.latMin);
+    return LineInView({entry.latMin, entry.latMax, entry.longMin, entry.longMax},
+                      moved(view.southMin, -1), moved(view.northMin, 1), moved(view.westMin, -1),
+                      moved(view.eastMin, 1), view.projection);
 }
 
 // All lines of a class that may be seen. The class range may be older than the index.
@@ -250,7 +259,7 @@ void DrawClass(VectorPass& pass, std::int16_t detailClass) {
     pass.unread = pass.reader.length;
     for (int line = row.first; line <= row.last && line <= pointDatabase.count; ++line) {
         const LineIndexEntry& entry = pointDatabase.LineIndex[static_cast<std::size_t>(line)];
-        if (!LineMayBeSeen(entry)) continue;
+        if (!LineMayBeSeen(pass, entry)) continue;
         DrawLine(pass, entry);
         if (PendingRunTimeError() != 0) return;
     }
@@ -351,11 +360,11 @@ void PlotVectors(Flag printing) {
     pass.notFull = mapView.extent.spanLong != 360;
     pass.precision = CurrentMap().precision;
     if (!OpenLevel(pass.reader, LevelPath(pass.precision))) return;
-    if (IsFlat(mapView.extent.projection)) {
-        FillPositions(pass);
-        const int span = mapView.extent.spanLongMin;
-        if (pass.notFull && span > kWideView) pass.turn = kFullCircleMin * pass.rect.width / span;
-    }
+    if (IsFlat(mapView.extent.projection)) FillPositions(pass);
+    pass.turn = PixelsAround();
+    const ViewExtent& view = mapView.extent;
+    pass.centre = {CosD(view.centreLat) * CosD(view.centreLong),
+                   CosD(view.centreLat) * SinD(view.centreLong), SinD(view.centreLat)};
 
     plotState.crossings.assign(1, {});
     plotState.plotted = false;

@@ -58,16 +58,18 @@ void SetViewExtent() {
     ViewExtent& view = mapView.extent;
     view = {};
     view.projection = document.projection;
+    // From the date line to the date line is the whole circle, whichever sign either edge has.
+    const float east = document.east - document.west == -360 ? document.west : document.east;
     view.westDeg = document.west;
-    view.eastDeg = document.east;
+    view.eastDeg = east;
     view.southDeg = document.south;
     view.northDeg = document.north;
 
-    const float middle = (document.west + document.east) / 2;
-    view.centreLong = document.east > document.west ? middle : WrappedLong(middle);
+    const float middle = (document.west + east) / 2;
+    view.centreLong = east > document.west ? middle : WrappedLong(middle);
     view.centreLat = (document.north - document.south) / 2 + document.south;
 
-    view.spanLong = document.east - document.west;
+    view.spanLong = east - document.west;
     if (view.spanLong == 0) view.spanLong = 360;
     if (view.spanLong < 0) view.spanLong += 360;
     view.spanLat = document.north - document.south;
@@ -77,7 +79,7 @@ void SetViewExtent() {
     view.southMin = Minutes(document.south);
     view.northMin = Minutes(document.north);
     view.westMin = Minutes(document.west);
-    view.eastMin = Minutes(document.east);
+    view.eastMin = Minutes(east);
     view.offsetLongMin = Minutes(-document.west);
     view.offsetLatMin = Minutes(-document.north);
 

@@ -44,6 +44,16 @@ inline bool InClip(const Clip& clip, int x, int y) {
     return x >= row.left && x < row.right;
 }
 
+/// True if the pixel and the eight around it may be drawn on. Both clips are convex, and a line's
+/// pixels lie within half a pixel of its path: between two such pixels all of it may be drawn.
+inline bool DeepInClip(const Clip& clip, int x, int y) {
+    for (int row = y - 1; row <= y + 1; ++row) {
+        const RowSpan span = ClipRow(clip, row);
+        if (x <= span.left || x + 1 >= span.right) return false;
+    }
+    return true;
+}
+
 /// A clip of the box, or of the ellipse in it, on a picture of the given size.
 Clip RectangleClip(const PixelBox& box, int width, int height);
 Clip EllipseClip(const PixelBox& box, int width, int height);

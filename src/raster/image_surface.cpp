@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "raster/picture_memory.h"
 #include "text/numbers.h"
 
 namespace orvantis {
@@ -59,9 +60,8 @@ QPen WidePen(const Pen& pen, double dashOffset) {
     QPen result(QColor(rgb), pen.width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
     if (pen.dash != LineDash::Solid) {
         result.setCapStyle(Qt::FlatCap);
-        static const QList<qreal> patterns[] = {
-            {}, {4, 2}, {1, 1}, {4, 2, 1, 2}, {4, 2, 1, 2, 1, 2}};
-        result.setDashPattern(patterns[static_cast<std::size_t>(pen.dash) % std::size(patterns)]);
+        const std::vector<double>& lengths = WideDashes(pen.dash);
+        result.setDashPattern(QList<qreal>(lengths.begin(), lengths.end()));
         result.setDashOffset(dashOffset);
     }
     return result;
@@ -92,7 +92,9 @@ void ImageSurface::Resize(int width, int height, double dotsPerInch) {
     wideLine_.clear();
     image_.width = std::clamp(width, 0, 32767);
     image_.height = std::clamp(height, 0, 32767);
-    image_.pixels.assign(static_cast<std::size_t>(image_.width) * image_.height, PixelOf(0));
+    const std::size_t count = static_cast<std::size_t>(image_.width) * image_.height;
+    ReservePixels(image_, count);
+    image_.pixels.assign(count, PixelOf(0));
     dotsPerInch_ = dotsPerInch;
     face_ = nullptr;
     clip_ = RectangleClip(WholeBox(image_), image_.width, image_.height);
@@ -164,7 +166,9 @@ void ImageSurface::LineTo(int x, int y) {
         return;
     }
     const LineWalk walk = WalkLine(from, to, clip_.box, LineRounding::Nearest);
-    if (pen_.dash == LineDash::Solid && clip_.rows.empty()) {
+    const bool whole =
+        clip_.rows.empty() || (DeepInClip(clip_, from.x, from.y) && DeepInClip(clip_, to.x, to.y));
+    if (pen_.dash == LineDash::Solid && whole) {
         DrawHardLine(walk);
     } else {
         DrawClippedLine(walk);
@@ -172,7 +176,7 @@ void ImageSurface::LineTo(int x, int y) {
     dashStep_ += walk.total;
 }
 
-// A solid line in a rectangle: every pixel of the walk is drawn.
+// A solid line in a rectangle, or deep in an ellipse: every pixel of the walk is drawn.
 void ImageSurface::DrawHardLine(const LineWalk& walk) {
     if (walk.count == 0) return;
     std::uint32_t* pixel = Row(walk.y) + walk.x;
@@ -501,6 +505,7 @@ void ImageSurface::ClearClip() {
 
 void ImageSurface::CopyImage(Image& image) {
     FlushWideLine();
+    ReservePixels(image, image_.pixels.size());
     image = image_;
 }
 

@@ -112,4 +112,11 @@ std::uint32_t DashPattern(LineDash dash) {
     return style < std::size(kPatterns) ? kPatterns[style] : kPatterns[0];
 }
 
+const std::vector<double>& WideDashes(LineDash dash) {
+    static const std::vector<double> patterns[] = {
+        {}, {4, 2}, {1, 1}, {4, 2, 1, 2}, {4, 2, 1, 2, 1, 2}};
+    const auto style = static_cast<std::size_t>(dash);
+    return style < std::size(patterns) ? patterns[style] : patterns[0];
+}
+
 }  // namespace orvantis

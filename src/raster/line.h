@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "raster/clip.h"
 #include "surface/drawing_surface.h"
@@ -57,6 +58,10 @@ inline constexpr int kDashPeriod = 24;
 /// The patterns are those that a width of one pixel has always had: dash 18 and 6; dot 3 and 3;
 /// dash dot 9, 6, 3, 6; dash dot dot 9 and then 3 by 3.
 std::uint32_t DashPattern(LineDash dash);
+
+/// Lengths of the dashes and gaps, by turns, of a line wider than one pixel, in its widths; none of
+/// a solid one.
+const std::vector<double>& WideDashes(LineDash dash);
 
 /// Goes along a pattern, pixel by pixel.
 class DashWalk {

@@ -207,6 +207,7 @@ class SvgWriter {
   public:
     explicit SvgWriter(const PageRecord& page) : page_(page) {}
 
+    // The whole file; empty if the picture beneath can't be written as PNG.
     QByteArray Write() {
         const QByteArray width = QByteArray::number(page_.width);
         const QByteArray height = QByteArray::number(page_.height);
@@ -216,7 +217,7 @@ class SvgWriter {
             "xmlns:xlink=\"http://www.w3.org/1999/xlink\" version=\"1.1\" width=\"" +
             width + "\" height=\"" + height + "\" viewBox=\"0 0 " + width + " " + height +
             "\">\n<title>Orvantis</title>\n";
-        WriteBeneath(width, height);
+        if (!page_.beneath.pixels.empty() && !WriteBeneath(width, height)) return {};
         svg_ += "<g fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n";
         for (const PageItem& item : page_.items) WriteItem(item);
         SetClip(0);
@@ -225,13 +226,14 @@ class SvgWriter {
     }
 
   private:
-    void WriteBeneath(const QByteArray& width, const QByteArray& height) {
+    bool WriteBeneath(const QByteArray& width, const QByteArray& height) {
         const std::string png = PngBytes(page_.beneath);
-        if (png.empty()) return;
+        if (png.empty()) return false;
         svg_ += "<image width=\"" + width + "\" height=\"" + height +
                 "\" preserveAspectRatio=\"none\" style=\"image-rendering:pixelated\" "
                 "xlink:href=\"data:image/png;base64," +
                 QByteArray::fromStdString(png).toBase64() + "\"/>\n";
+        return true;
     }
 
     // Items of one clip stand in one group.
@@ -321,11 +323,11 @@ class SvgWriter {
 std::vector<double> DashLengths(const Pen& pen) {
     static const std::vector<double> fine[] = {
         {}, {18, 6}, {3, 3}, {9, 6, 3, 6}, {9, 3, 3, 3, 3, 3}};
-    static const std::vector<double> wide[] = {
-        {}, {4, 2}, {1, 1}, {4, 2, 1, 2}, {4, 2, 1, 2, 1, 2}};
-    const std::size_t style = static_cast<std::size_t>(pen.dash) % std::size(fine);
-    if (pen.width <= 1) return fine[style];
-    std::vector<double> lengths = wide[style];
+    if (pen.width <= 1) {
+        const auto style = static_cast<std::size_t>(pen.dash);
+        return style < std::size(fine) ? fine[style] : fine[0];
+    }
+    std::vector<double> lengths = WideDashes(pen.dash);
     for (double& length : lengths) length *= pen.width;
     return lengths;
 }
@@ -389,6 +391,7 @@ bool SavePdf(std::string_view nativePath, const PageRecord& page) {
 bool SaveSvg(std::string_view nativePath, const PageRecord& page) {
     if (page.width < 1 || page.height < 1) return false;
     const QByteArray svg = SvgWriter(page).Write();
+    if (svg.isEmpty()) return false;
     return WriteWholeFile(nativePath,
                           [&](QIODevice& file) { return file.write(svg) == svg.size(); });
 }

@@ -13,11 +13,13 @@ namespace orvantis {
 /// Draws the page with a painter of one unit a pixel of the page.
 void DrawPage(QPainter& painter, const PageRecord& page);
 
-/// Writes the page as PDF (ISO 32000-1), in its true size, with the fonts of its texts embedded.
-/// False if it couldn't be written; an older file then stays.
+/// Writes the page as PDF (ISO 32000-1), in its true size. The font of a text is embedded where the
+/// system has the same font; else its letters are outlines. False if it couldn't be written; an
+/// older file then stays.
 bool SavePdf(std::string_view nativePath, const PageRecord& page);
 
 /// The same as SVG 1.1. Texts are outlines, so that they look the same wherever they are shown.
+/// False as well if the picture beneath is too large for a PNG.
 bool SaveSvg(std::string_view nativePath, const PageRecord& page);
 
 /// Lengths of dashes and gaps of a pen in pixels; none of a solid one. Those of a width of one

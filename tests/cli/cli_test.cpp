@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "charts/KVCharts.h"
+#include "map/map_document.h"
 #include "support/run_program.h"
 #include "support/temp_folder.h"
 #include "text/bytes.h"
@@ -61,6 +62,10 @@ struct Call {
     std::string errors;  // whole
 };
 
+const std::string kViewNeeds =
+    "S,W,N,E in degrees is needed, south below north, at least a sixtieth of a degree high and "
+    "wide\n";
+
 TEST_F(CommandLine, AWrongCallIsToldInOneLineWithExitCode2) {
     const std::vector<Call> calls = {
         {{}, 2, "orvantis-cli: no verb: see orvantis-cli --help\n"},
@@ -105,10 +110,25 @@ TEST_F(CommandLine, AWrongCallIsToldInOneLineWithExitCode2) {
          "orvantis-cli: --precision 6: a number from 1 (finest) to 5 is needed\n"},
         {{"render", "-o", "a.png", "--view", "1,2,3"},
          2,
-         "orvantis-cli: --view 1,2,3: S,W,N,E in degrees is needed, south below north\n"},
+         "orvantis-cli: --view 1,2,3: " + kViewNeeds},
         {{"render", "-o", "a.png", "--view", "0,0,10,0.001"},
          2,
-         "orvantis-cli: --view 0,0,10,0.001: S,W,N,E in degrees is needed, south below north\n"},
+         "orvantis-cli: --view 0,0,10,0.001: " + kViewNeeds},
+        {{"render", "-o", "a.png", "--view", "0,180,10,-179.999"},
+         2,
+         "orvantis-cli: --view 0,180,10,-179.999: " + kViewNeeds},
+        {{"render", "-o", "a.png", "--view", "0,179.995,10,-179.995"},
+         2,
+         "orvantis-cli: --view 0,179.995,10,-179.995: " + kViewNeeds},
+        {{"render", "-o", "a.png", "--view", "10,0,10.01,20"},
+         2,
+         "orvantis-cli: --view 10,0,10.01,20: " + kViewNeeds},
+        {{"render", "-o", "a.png", "--view", "0,-180,89.5,180", "--projection", "mercator"},
+         2,
+         "orvantis-cli: --view: latitudes from -89 to 89 are needed on a Mercator map\n"},
+        {{"render", "-o", "a.png", "--projection", "mercator", "--view", "-90,-180,80,180"},
+         2,
+         "orvantis-cli: --view: latitudes from -89 to 89 are needed on a Mercator map\n"},
         {{"chart", "none.cht:two"},
          2,
          "orvantis-cli: none.cht:two: a chart's number, from 1, must follow the colon\n"},
@@ -673,6 +693,35 @@ TEST_F(CommandLine, RenderWritesAPictureOfTheSizeAndTellsTheView) {
     EXPECT_EQ(view["view"]["east"], 180);
     EXPECT_GT(view["mapRect"]["width"].get<int>(), 600);
     EXPECT_GT(view["mapRect"]["left"].get<int>(), 0);
+}
+
+// Edges in every order that names the same place: all but a hair of the world, the whole of it, and
+// the least that is taken.
+TEST_F(CommandLine, RenderTakesAViewOfAnyWidthAroundTheWorld) {
+    const std::string out = folder_.File("view.png");
+    for (const char* view :
+         {"-60,-180,60,180", "-60,180,60,-180", "-60,30,60,30", "-60,30,60,29.999",
+          "-60,-180,60,179.995", "0,179.99,10,-179.99", "-89,0,89,20", "10,20,10.02,20.02"}) {
+        for (const char* projection : {"cartesian", "mercator", "sphere"}) {
+            const ProgramResult result = Run({"render", "-o", out, "--size", "200x150", "--view",
+                                              view, "--projection", projection});
+            EXPECT_EQ(result.exitCode, 0) << view << ' ' << projection;
+            EXPECT_EQ(result.errors, "") << view << ' ' << projection;
+        }
+    }
+    EXPECT_EQ(Run({"render", "-o", out, "--view", "-90,0,90,20"}).exitCode, 0);
+    // The map of the file decides where the call names no projection.
+    MapDocument map;
+    map.projection = projection::kMercator;
+    map.south = -65;
+    map.north = 75;
+    Bytes record(kMapDocumentSize);
+    PutMapDocument(record.data(), map);
+    const std::string file = folder_.Write("mercator.ovm", record);
+    const ProgramResult result = Run({"render", "-o", out, "--map", file, "--view", "-90,0,90,20"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.errors,
+              "orvantis-cli: --view: latitudes from -89 to 89 are needed on a Mercator map\n");
 }
 
 TEST_F(CommandLine, RenderOfTheSameCallGivesTheSameBytes) {

@@ -63,6 +63,21 @@ TEST_F(PlotTest, QuickPassShowsWhatTheFullRedrawShowed) {
     }
 }
 
+TEST_F(PlotTest, QuickPassOnALargerSurfaceThanTheStoredImageHasItsSurroundToo) {
+    PlotMap4(kFalse, surface, kTrue);
+    RecordingSurface larger(kSurfaceWidth + 100, kSurfaceHeight + 60);
+    larger.Clear(0x123456);
+    PlotMap4(kFalse, larger, kFalse);
+    EXPECT_EQ(larger.Calls("PutImage"), Log{"PutImage 409 258"});
+    EXPECT_EQ(larger.Calls("FloodFill"), Log{"FloodFill 1 1 12632256 0"});
+    EXPECT_EQ(larger.GetPixel(kSurfaceWidth + 99, kSurfaceHeight + 59), 0xC0C0C0);
+    EXPECT_EQ(larger.GetPixel(kSurfaceWidth + 99, 1), 0xC0C0C0);
+
+    RecordingSurface smaller(kSurfaceWidth - 100, kSurfaceHeight - 60);
+    PlotMap4(kFalse, smaller, kFalse);
+    EXPECT_EQ(smaller.Calls("FloodFill"), Log{}) << "the image covers it";
+}
+
 TEST_F(PlotTest, StoredImageHoldsNoChartLines) {
     PlotMap4(kFalse, surface, kTrue);
     const Image& stored = session.StoredImage;
@@ -267,6 +282,47 @@ TEST_F(PlotTest, EdgesThatOverflowAreToldAndNothingCrashes) {
     EXPECT_TRUE(plotState.interrupted);
     ASSERT_EQ(TestShell().boxes.size(), 1U);
     EXPECT_EQ(TestShell().boxes[0], "Orvantis: An error occurred whilst plotting: / Overflow / ");
+}
+
+// What stands between plots is asked at any time: the position under the pointer, a fill's place.
+TEST_F(PlotTest, QuestionsAfterACancelledPlotAreHarmlessAndTheNextPlotRecovers) {
+    PlotMap4(kFalse, surface, kTrue);
+    Image good;
+    surface.CopyImage(good);
+    const MapDocument map = CurrentMap();
+    const float bad[][4] = {{-90, 1e30F, 90, 180}, {10, 0, 10.001F, 20},     {-95, 0, -92, 20},
+                            {-90, -180, 90, 400},  {-1e9F, 5, 1e9F, 5.001F}, {0, 0, 1, 0.001F}};
+    for (const auto& edge : bad) {
+        for (std::int16_t number = 0; number < 4; ++number) {
+            MapDocument& document = CurrentMap();
+            document.south = edge[0];
+            document.west = edge[1];
+            document.north = edge[2];
+            document.east = edge[3];
+            document.projection = number;
+            PlotMap4(kFalse, surface, kTrue);
+            for (const std::int16_t minutes : {-32768, -10800, -1, 0, 5400, 32767}) {
+                std::int16_t x = 0;
+                std::int16_t y = 0;
+                ProjectPoint(minutes, minutes, y, x);
+                LongInView(minutes / 60.0, mapView.extent.westMin, mapView.extent.eastMin);
+                float lat = 0;
+                float longitude = 0;
+                UnprojectPoint(CurrentMap(), minutes, minutes, lat, longitude);
+                UnprojectPoint(CurrentMap(), 200, 100, lat, longitude);
+                bool visible = false;
+                mapView.surface = &surface;
+                DrawMapSegment(minutes / 360.0, minutes / 180.0, true, visible, 1, 1);
+                DrawMapSegment(minutes / 180.0, -minutes / 180.0, false, visible, 1, 1);
+            }
+            CurrentMap() = map;
+            PlotMap4(kFalse, surface, kTrue);
+            EXPECT_FALSE(plotState.interrupted) << edge[1] << ' ' << number;
+            Image again;
+            surface.CopyImage(again);
+            EXPECT_EQ(again.pixels, good.pixels) << edge[1] << ' ' << number;
+        }
+    }
 }
 
 TEST_F(PlotTest, ErrorLeftByOthersIsNotThePlots) {

@@ -90,13 +90,32 @@ TEST_F(ProjectionTest, ViewThatGoesMoreThanOnceAroundTheEarthOverflows) {
     };
     const Row rows[] = {{-180, 180, 0},
                         {-180, 180.5F, error::kOverflow},
-                        {180, -180, error::kOverflow},  // no width at all
+                        {180, -180, 0},  // from the date line to the date line
                         {180.5F, -180, error::kOverflow},
                         {180, -179, 0}};
     for (const Row& row : rows) {
         SetView(-10, row.west, 10, row.east, projection::kCartesian);
         EXPECT_EQ(Pending(), row.number) << row.west << ' ' << row.east;
     }
+}
+
+TEST_F(ProjectionTest, ViewFromTheDateLineToTheDateLineIsTheWholeWorld) {
+    SetView(-90, 180, 90, -180, projection::kCartesian);
+    const ViewExtent& view = mapView.extent;
+    EXPECT_EQ(view.spanLong, 360);
+    EXPECT_EQ(view.spanLongMin, 21600);
+    EXPECT_EQ(view.centreLong, 0);
+    EXPECT_TRUE(LongInView(20, view.westMin, view.eastMin));
+    EXPECT_TRUE(PointInView(10, -120, view.southMin, view.northMin, view.westMin, view.eastMin));
+    for (const int longitude : {-179, -90, 0, 45, 179}) {
+        const PixelAt p = Project(0, longitude * 60);
+        EXPECT_EQ(p.x, mapView.rect.left + 180 + longitude);
+        float lat = 0;
+        float back = 0;
+        UnprojectPoint(CurrentMap(), static_cast<float>(p.x), 100, lat, back);
+        EXPECT_FLOAT_EQ(back, static_cast<float>(longitude));
+    }
+    EXPECT_EQ(Pending(), 0);
 }
 
 // The frame by the rule: twice the glyph's height, and twice one more than its width; one more of
@@ -149,6 +168,25 @@ TEST_F(ProjectionTest, SphereIsSquaredAboutTheMiddle) {
     EXPECT_EQ(mapView.rect.width, 180);
     EXPECT_EQ(mapView.rect.height, 180);
     EXPECT_EQ(mapView.rect.top, 39);
+}
+
+// Half of an odd difference goes to the even pixel: half of 1 and of 3 are 0 and 2.
+TEST_F(ProjectionTest, HalfAPixelOfAnOddDifferenceOfASphereGoesToTheEvenOne) {
+    struct Row {
+        int wider, taller, left, top;
+    };
+    const Row rows[] = {{1, 0, 0, 0}, {3, 0, 2, 0}, {5, 0, 2, 0}, {0, 1, 0, 0}, {0, 3, 0, 2}};
+    for (const Row& row : rows) {
+        // A map of 200 by 200 and what is more.
+        RecordingSurface screen(249 + row.wider, 278 + row.taller);
+        SetView(0, -90, 0, 90, projection::kGlobeSphere);
+        SetMapRect(false, screen);
+        OpenMapFrame();
+        EXPECT_EQ(mapView.rect.width, 200);
+        EXPECT_EQ(mapView.rect.height, 200);
+        EXPECT_EQ(mapView.rect.left, 25 + row.left) << row.wider;
+        EXPECT_EQ(mapView.rect.top, 39 + row.top) << row.taller;
+    }
 }
 
 TEST_F(ProjectionTest, TallSphereIsMovedDown) {
@@ -272,6 +310,45 @@ TEST_F(ProjectionTest, GlobesAgreeWithTheOrthographicFormula) {
         }
     }
     EXPECT_EQ(Pending(), 0);
+}
+
+// The turned position is rounded to whole minutes by the library's arc functions here, and must be
+// so there: on a globe this large a minute is four pixels. Centres between two minutes turn whole
+// ones to just halfway between two.
+TEST_F(ProjectionTest, TurnedPositionsOfAGlobeAreRoundedExactly) {
+    const unsigned seed = 314;
+    std::mt19937 random(seed);
+    std::uniform_int_distribution<int> anyLat(-5400, 5400);
+    std::uniform_int_distribution<int> anyLong(-10800, 10800);
+    const auto sine = [](int minutes) { return SinD(Modulo(minutes, 21600) / 60.0); };
+    int apart = 0;
+    for (int n = 0; n < 60; ++n) {
+        const auto halves = static_cast<float>(anyLat(random) / 120.0);
+        const float centreLat = n == 0 ? 0 : n == 1 ? 90 : n == 2 ? -90 : n % 2 == 0 ? halves : 5;
+        SetView(centreLat, -90, centreLat, 90, projection::kGlobeSphere);
+        mapView.extent.centreLong = static_cast<float>(anyLong(random) / 90.0);
+        mapView.rect = {0, 0, 30000, 30000};
+        for (int i = 0; i < 5000; ++i) {
+            const int lat = std::clamp(anyLat(random), -5399, 5399);
+            const int longitude =
+                i % 8 == 0 ? RoundToInt16(mapView.extent.centreLong * 60.0) : anyLong(random);
+            const int l = RoundToInt16(longitude - mapView.extent.centreLong * 60.0);
+            const double y0 = sine(lat + 5400) * sine(l + 5400);
+            const double x0 = sine(lat + 5400) * sine(l + 10800);
+            const double z = y0 * SinD(-centreLat) + sine(lat) * CosD(-centreLat);
+            const double y = y0 * CosD(-centreLat) - sine(lat) * SinD(-centreLat);
+            const double d = RadToDeg(std::asin(std::clamp(z, -1.0, 1.0)));
+            const double a = Modulo(RadToDeg(std::atan2(y, x0)) - 90 + 180, 360) - 180;
+            const int r = RoundToInt16(a * 60);
+            const int p = RoundToInt16(d * 60);
+            const PixelAt pixel = Project(lat, longitude);
+            apart += pixel.x != RoundToInt16(15000 * (1 + sine(r) * sine(p + 5400))) ||
+                             pixel.y != RoundToInt16(30000 * ((1 - sine(p)) / 2))
+                         ? 1
+                         : 0;
+        }
+    }
+    EXPECT_EQ(apart, 0) << "seed " << seed;
 }
 
 TEST_F(ProjectionTest, PoleOfAGlobeGoesAsOneMinuteShortOfIt) {

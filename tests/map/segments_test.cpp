@@ -101,6 +101,16 @@ TEST_F(SegmentsTest, NearerSideIsJudgedWithoutRegardToTheMapsLeft) {
     EXPECT_EQ(surface.log, (Log{"LineTo -160 129", "MoveTo 386 129", "LineTo 200 129"}));
 }
 
+// 180 is half of the width, and so on neither side: the pen doesn't leave at all.
+TEST_F(SegmentsTest, PointOnTheVeryMiddleIsOnNeitherSide) {
+    SetView(-90, -180, 90, 180, projection::kCartesian);
+    ForceNewLine(180, 129, 380, 119, kNoMark, 0);
+    EXPECT_EQ(surface.log, (Log{"LineTo 180 129", "MoveTo 20 119", "LineTo 180 129"}));
+    surface.log.clear();
+    ForceNewLine(380, 129, 180, 119, kNoMark, 0);
+    EXPECT_EQ(surface.log, (Log{"LineTo 20 129", "MoveTo 180 119", "LineTo 380 129"}));
+}
+
 TEST_F(SegmentsTest, SegmentOfHalfTheMapsWidthIsDrawnStraight) {
     SetView(-90, -180, 90, 180, projection::kCartesian);
     EXPECT_EQ(Draw({{0, -90}, {0, 90}}), (Log{"MoveTo 115 129", "LineTo 295 129"}));
@@ -184,6 +194,120 @@ TEST_F(SegmentsTest, NoSegmentOfACircleLeapsAcrossTheWorld) {
                 }
                 lastX = x;
             }
+        }
+    }
+}
+
+// All but two degrees of the world on 360 pixels, so a turn is 362: the pen leaves at the right,
+// comes in at the left, and each end that is in view has its mark.
+TEST_F(SegmentsTest, CurveAroundTheBackOfAWideViewGoesOutAtOneSideAndInAtTheOther) {
+    SetView(-90, -179, 90, 179, projection::kCartesian);
+    EXPECT_EQ(Draw({{0, 170}, {10, -170}}, 3, 1),
+              (Log{"MoveTo 376 129", "LineTo 396 119", "MoveTo 14 129", "LineTo 34 119"}));
+    EXPECT_EQ(Marks(), (Log{"2 385 124 3 1", "1 25 124 3 1"}));
+    EXPECT_EQ(Draw({{0, -170}, {10, 170}}),
+              (Log{"MoveTo 34 129", "LineTo 14 119", "MoveTo 396 129", "LineTo 376 119"}));
+}
+
+TEST_F(SegmentsTest, EndOutsideAWideViewHasNoMarkOfItsOwn) {
+    SetView(-90, -175, 90, 175, projection::kCartesian);
+    Draw({{0, 170}, {0, -177}}, 3, 1);
+    EXPECT_EQ(Marks(), Log{"2 385 129 3 1"});
+    Draw({{0, -177}, {0, 170}}, 3, 1);
+    EXPECT_EQ(Marks(), Log{"2 385 129 3 1"});
+    Draw({{0, 177}, {0, -170}}, 3, 1);
+    EXPECT_EQ(Marks(), Log{"1 25 129 3 1"});
+}
+
+// Less than half a minute is left out: positions are those of the whole world.
+TEST_F(SegmentsTest, ViewOfAllButATinyPartOfTheWorldWrapsLikeTheWholeOne) {
+    SetView(-90, -180, 90, 179.995F, projection::kCartesian);
+    ASSERT_EQ(mapView.extent.spanLongMin, 21600);
+    EXPECT_EQ(Draw({{0, 170}, {10, -170}}),
+              (Log{"MoveTo 375 129", "LineTo 395 119", "MoveTo 15 129", "LineTo 35 119"}));
+}
+
+TEST_F(SegmentsTest, ZoomedViewHasNoWayAround) {
+    SetView(-5, 0, 5, 4, projection::kCartesian);  // a turn takes 32400 pixels
+    EXPECT_EQ(PixelsAround(), 0);
+    SetView(-5, 0, 5, 5, projection::kCartesian);
+    EXPECT_EQ(PixelsAround(), 25920);
+    SetView(-90, -180, 90, 180, projection::kCartesian);
+    EXPECT_EQ(PixelsAround(), 0) << "the whole world has its own rule";
+    SetView(0, -90, 0, 90, projection::kGlobeSphere);
+    EXPECT_EQ(PixelsAround(), 0);
+}
+
+// One random great circle, sampled as the lines of a chart are.
+std::vector<std::pair<double, double>> Circle(std::mt19937& random) {
+    std::uniform_real_distribution<double> angle(-180, 180);
+    const double tilt = angle(random);
+    const double node = angle(random);
+    std::vector<std::pair<double, double>> samples;
+    for (int u = 0; u <= 360; u += 2) {
+        const double longitude = RadToDeg(ArcTan2(CosD(u), CosD(tilt) * SinD(u)));
+        const double lat = RadToDeg(ArcSin(SinD(tilt) * SinD(u)));
+        samples.emplace_back(lat, Modulo(longitude + node + 180, 360) - 180);
+    }
+    return samples;
+}
+
+// Whatever the view, every piece that is drawn is as long across as the way between its samples is,
+// the short way round: rounded to minutes and pixels at both ends.
+TEST_F(SegmentsTest, NoSegmentOfACircleLeapsAcrossAViewOfAPart) {
+    const unsigned seed = 1618;
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<float> edge(-180, 180);
+    std::uniform_real_distribution<float> width(200, 360);
+    int drawn = 0;
+    for (int n = 0; n < 400; ++n) {
+        const float span = n % 10 == 0 ? 359.995F : n % 10 == 1 ? 240.5F : width(random);
+        const float west = std::round(edge(random));
+        const float east = static_cast<float>(Modulo(west + span + 180, 360) - 180);
+        const float south = n % 3 == 0 ? -85 : n % 3 == 1 ? -90 : 20;
+        const bool mercator = n % 2 == 1;
+        SetView(mercator ? -85 : south, west, mercator ? 85 : 90, east,
+                mercator ? projection::kMercator : projection::kCartesian);
+        const double scale = mapView.rect.width / static_cast<double>(mapView.extent.spanLong);
+        bool visible = false;
+        double before = 0;
+        bool first = true;
+        int penX = 0;
+        for (const auto& [lat, longitude] : Circle(random)) {
+            surface.log.clear();
+            DrawMapSegment(lat, longitude, first, visible, kNoMark, 0);
+            const double across = std::abs(Modulo(longitude - before + 180, 360) - 180) * scale;
+            for (const std::string& call : surface.log) {
+                std::istringstream text(call);
+                std::string word;
+                int x = 0;
+                text >> word >> x;
+                if (word == "LineTo") {
+                    ++drawn;
+                    ASSERT_NEAR(std::abs(x - penX), across, 2 + scale / 30)
+                        << "seed " << seed << " view " << n << ": " << west << ' ' << span << ' '
+                        << lat << ' ' << longitude;
+                }
+                penX = x;
+            }
+            before = longitude;
+            first = false;
+        }
+    }
+    EXPECT_GT(drawn, 20000);
+}
+
+// The centre's antipode lies behind the globe like all that is around it, though AngularDistance
+// takes it for the centre.
+TEST_F(SegmentsTest, AntipodeOfAGlobesCentreIsNotSeen) {
+    for (const int lat : {0, 10, 20, 30, 45, 60, 89, 90}) {
+        const auto centre = static_cast<float>(lat);
+        for (const std::int16_t number : {projection::kGlobeSphere, projection::kGlobeOblate}) {
+            SetView(centre, -90, centre, 90, number);
+            EXPECT_EQ(Draw({{-lat, 176}, {-lat, 178}, {-lat, 180}, {-lat, -178}}, 3, 1), Log{});
+            EXPECT_EQ(Marks(), Log{});
+            EXPECT_EQ(Draw({{-lat, -180}, {-lat, -179}}), Log{});
+            EXPECT_EQ(Draw({{lat, 0}, {lat, 1}}).size(), 2U) << lat << " the centre itself";
         }
     }
 }
@@ -336,6 +460,25 @@ TEST_F(GridTest, ParallelBehindATiltedGlobeIsNotDrawn) {
     EXPECT_EQ(surface.log, Log{});
     DrawParallel(-39, kNoMark, 0, MarkEnds::None);
     EXPECT_FALSE(surface.log.empty());
+}
+
+TEST_F(GridTest, ParallelThroughTheAntipodeOfATiltedGlobesCentreKeepsToTheNearSide) {
+    for (const int lat : {10, 20, 25, 30, 40}) {
+        const auto centre = static_cast<float>(lat);
+        SetView(centre, -90, centre, 90, projection::kGlobeSphere);
+        mapView.edgeMarks.clear();
+        DrawParallel(-lat, 3, 1, MarkEnds::Both);
+        // It comes into view once and goes once, and nothing is drawn near the middle.
+        EXPECT_EQ(surface.Calls("MoveTo").size(), 1U) << lat;
+        EXPECT_EQ(Marks().size(), 2U) << lat;
+        for (const std::string& call : surface.Calls("LineTo")) {
+            std::istringstream text(call.substr(7));
+            int x = 0;
+            int y = 0;
+            text >> x >> y;
+            EXPECT_GT(y, 129 + lat / 2) << lat;
+        }
+    }
 }
 
 TEST_F(GridTest, MeridianOfATiltedGlobeIsACurve) {

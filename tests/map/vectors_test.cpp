@@ -209,6 +209,41 @@ TEST_F(VectorsTest, LineAroundTheBackOfAWideViewDoesNotLeapThroughTheMap) {
     EXPECT_EQ(plotState.crossings[2].side, side::kLeft);
 }
 
+// Also in a view of less than two thirds of the world, through which a long line of a user's own
+// may reach. What lies more than 60 degrees west of it is put to the right.
+TEST_F(VectorsTest, LineAroundTheBackOfANarrowerViewDoesNotLeapThroughTheMap) {
+    AddLine(1001, {At(5, 0, -10), At(5, 0, -70)});
+    MakeDatabase();
+    Edges(-90, 0, 90, 90);
+    CurrentMap().east = 90;
+    EXPECT_TRUE(Vectors().empty()) << "out of view";
+    AddLine(1001, {At(5, 0, 10), At(5, 0, -50), At(5, 0, -70)});
+    MakeDatabase();
+    // 4 pixels a degree, so 1440 a turn: 65 west of the map, once around from there 1185.
+    EXPECT_EQ(Vectors(), (Log{"MoveTo 65 129", "LineTo -175 129", "SetPixel -175 129",
+                              "LineTo -255 129", "MoveTo 1265 129", "LineTo 1185 129",
+                              "SetPixel 1185 129", "FloodFill 26 40 16744512 0"}))
+        << "water lies on the right of a line that goes west";
+}
+
+// Whether the pen is inside stays as it was where the line went out: the map's middle, where this
+// one comes in, counts neither as plotted nor as left again.
+TEST_F(VectorsTest, PointAfterAWrapNeitherCountsAsPlottedNorAsInside) {
+    AddLine(1001, {At(5, 50, 170), At(5, 10, -170), At(5, 50, -160)});
+    MakeDatabase();
+    Edges(-45, -180, 45, 180);
+    EXPECT_EQ(Vectors().size(), 6U);
+    EXPECT_FALSE(plotState.plotted);
+    EXPECT_EQ(plotState.crossings.size(), 1U);
+    // The other way round it is still inside when it comes in, and so doesn't enter.
+    level1.clear();
+    AddLine(1001, {At(5, 10, 170), At(5, 50, -170), At(5, 10, -160)});
+    MakeDatabase();
+    Vectors();
+    EXPECT_TRUE(plotState.plotted) << "by its first point";
+    EXPECT_EQ(plotState.crossings.size(), 1U);
+}
+
 TEST_F(VectorsTest, EasternPartOfAViewOfMoreThan300DegreesIsNotPutToTheLeft) {
     AddLine(1001, {At(5, 0, 150), At(5, 0, 155)});
     MakeDatabase();
@@ -257,6 +292,10 @@ TEST_F(VectorsTest, LineThatReachesIntoTheViewByLessThanAMinuteIsDrawn) {
     EXPECT_EQ(Vectors().size(), 3U);
     Edges(-45, 10, 60, 9.99F);  // all but half a minute of the world
     EXPECT_FALSE(Vectors().empty());
+    Edges(-45, 10, 60, 9.999F);  // whose edges are the same minute
+    EXPECT_EQ(Vectors().front(), "MoveTo 375 65");
+    ASSERT_EQ(mapView.extent.westMin, mapView.extent.eastMin);
+    ASSERT_LT(mapView.extent.spanLong, 360);
 }
 
 // South-west and north-east of this line lie behind the globe, its north-west end before it.

@@ -1,6 +1,8 @@
 #include "raster/image_surface.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -140,6 +142,42 @@ TEST_F(Surface, EllipticClipCutsLinesRowByRow) {
                                     "######    ",  //
                                     "######    ",  //
                                     " ####     "}));
+}
+
+// Hard lines in an ellipse, however they are drawn, are those of a surface without a clip where the
+// clip is, and nothing elsewhere.
+TEST_F(Surface, HardLinesInAnEllipticClipAreCutPixelByPixel) {
+    const int boxes[][4] = {{0, 0, 90, 60}, {3, 5, 88, 17}, {20, -15, 60, 75}, {-40, 10, 70, 55}};
+    const unsigned seed = 99;
+    std::mt19937 random(seed);
+    for (const auto& box : boxes) {
+        const Clip clip = EllipseClip({box[0], box[1], box[2], box[3]}, 90, 60);
+        ImageSurface whole(90, 60);
+        ImageSurface clipped(90, 60);
+        for (ImageSurface* s : {&whole, &clipped}) s->Clear(kWhite);
+        clipped.ClipToEllipse(box[0], box[1], box[2], box[3]);
+        int x = 45;
+        int y = 30;
+        for (int line = 0; line < 400; ++line) {
+            for (ImageSurface* s : {&whole, &clipped}) {
+                s->SetPen(PenOf(line, 1, LineDash::Solid));
+                s->MoveTo(x, y);
+            }
+            const int reach = line % 4 == 0 ? 60 : 4;
+            x = std::clamp(x + static_cast<int>(random() % (2 * reach + 1)) - reach, -5, 95);
+            y = std::clamp(y + static_cast<int>(random() % (2 * reach + 1)) - reach, -5, 65);
+            for (ImageSurface* s : {&whole, &clipped}) s->LineTo(x, y);
+        }
+        int apart = 0;
+        for (int row = 0; row < 60; ++row) {
+            for (int column = 0; column < 90; ++column) {
+                const Colour expected =
+                    InClip(clip, column, row) ? whole.GetPixel(column, row) : kWhite;
+                apart += clipped.GetPixel(column, row) != expected ? 1 : 0;
+            }
+        }
+        EXPECT_EQ(apart, 0) << "seed " << seed << ' ' << box[0];
+    }
 }
 
 TEST_F(Surface, EllipseTakesTheSamePixelsAsTheEllipticClip) {

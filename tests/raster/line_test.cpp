@@ -110,6 +110,15 @@ TEST(LineWalk, RoundingDownLeavesTheShareOfTheNextPixelInTheError) {
     }
 }
 
+TEST(Dash, WidePatternsAreMeasuredInWidthsAndASolidLineHasNone) {
+    const std::vector<double> rows[] = {{}, {4, 2}, {1, 1}, {4, 2, 1, 2}, {4, 2, 1, 2, 1, 2}};
+    for (int style = 0; style < 5; ++style) {
+        EXPECT_EQ(WideDashes(static_cast<LineDash>(style)), rows[style]) << style;
+    }
+    EXPECT_TRUE(WideDashes(static_cast<LineDash>(9)).empty()) << "a file may hold any style";
+    EXPECT_TRUE(WideDashes(static_cast<LineDash>(-1)).empty());
+}
+
 TEST(Dash, PatternsRepeatEvery24Pixels) {
     const struct {
         LineDash dash;

@@ -153,6 +153,29 @@ TEST(PageFile, PdfHasOnePageAndAnEnd) {
     EXPECT_NE(pdf.find("/FontFile2"), std::string::npos) << "the font is embedded";
 }
 
+TEST(PageFile, PenOfAnUnknownStyleIsSolid) {
+    EXPECT_EQ(DashLengths({1, LineDash::Dot, 0}), (std::vector<double>{3, 3}));
+    EXPECT_EQ(DashLengths({3, LineDash::DashDot, 0}), (std::vector<double>{12, 6, 3, 6}));
+    for (const int width : {1, 3}) {
+        EXPECT_TRUE(DashLengths({width, LineDash::Solid, 0}).empty());
+        EXPECT_TRUE(DashLengths({width, static_cast<LineDash>(7), 0}).empty());
+    }
+}
+
+// Rows that don't make up the picture stand for any that can't be encoded.
+TEST(PageFile, SvgWhosePictureCantBeWrittenIsNone) {
+    const TempFolder folder;
+    folder.Write("a.svg", {1, 2, 3});
+    PageSurface page(100, 100, 96, PageFloods::Beneath);
+    DrawAll(page);
+    PageRecord record = page.Record();
+    record.beneath.width = 0;
+    EXPECT_FALSE(SaveSvg(folder.File("a.svg"), record));
+    EXPECT_EQ(FileBytes(folder.File("a.svg")), (Bytes{1, 2, 3}));
+    record.beneath = {};
+    EXPECT_TRUE(SaveSvg(folder.File("a.svg"), record)) << "a page without floods has none";
+}
+
 TEST(PageFile, OldFileStaysWhereThePageCantBeWritten) {
     const TempFolder folder;
     PageSurface page(100, 100, 96, PageFloods::Beneath);
