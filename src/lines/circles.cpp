@@ -39,18 +39,21 @@ void DrawCircleSample(const HorizonCircle& circle, std::int16_t u, bool first, b
     if (visible) chartLines.anyVisible = true;
 }
 
-// A boundary through the Earth's pole runs on behind it: the meridian below the ecliptic's pole is
-// that of Cancer at its head alone, and the one opposite that of Capricorn at its foot.
+// The boundaries of Cancer and Capricorn leave the ecliptic's pole along one meridian, Cancer to
+// the north. Over the Earth's pole it comes to the meridian opposite and has all of it down to the
+// other pole of the ecliptic: the pole's meridian is Capricorn's at its foot, the one opposite
+// Cancer's at its head, and there the marks stand.
 MarkEnds EndsOf(const SignLine& line) {
     if (!IsFlat(mapView.extent.projection)) return MarkEnds::None;
-    if (!line.isSolstice) return MarkEnds::Both;
-    return line.bearing == 0 ? MarkEnds::First : MarkEnds::Second;
+    if (line.opposite == 0) return MarkEnds::Both;
+    return line.bearing == 0 ? MarkEnds::Second : MarkEnds::First;
 }
 
 void PlotSignMeridian(const SignLine& line) {
     if (!IsLongitudeShown(line.longitude)) return;
     chartLines.anyVisible = true;
-    DrawMeridian(line.longitude, line.sign, line_type::kSigns, EndsOf(line));
+    const std::int16_t sign = line.opposite == 0 ? line.sign : line.opposite;
+    DrawMeridian(line.longitude, sign, line_type::kSigns, EndsOf(line));
 }
 
 SignLine GeodeticSignLine(std::int16_t i) {
@@ -63,11 +66,11 @@ SignLine GeodeticSignLine(std::int16_t i) {
 
 SignLine CelestialSignLine(double poleWest, std::int16_t i) {
     SignLine line;
-    // The bearing turns against the zodiac.
-    line.sign = static_cast<std::int16_t>((13 - i) % 12 + 1);
+    // From the ecliptic's pole the beginning of Aries lies due east and that of Cancer due north.
+    line.sign = i;
     line.bearing = NudgedBearing(Modulo(30 * (i - 1) + 90, 360) - 180);
-    line.isSolstice = line.bearing == 0 || line.bearing == -180;
-    line.isMeridian = line.isSolstice;
+    line.isMeridian = line.bearing == 0 || line.bearing == -180;
+    if (line.isMeridian) line.opposite = static_cast<std::int16_t>(14 - i);
     const double turn = line.bearing == 0 ? 180 : 0;
     line.longitude = -(Modulo(poleWest + turn, 360) - 180);
     return line;
@@ -107,7 +110,8 @@ std::vector<LinePosition> SignSamples(const LineFrame& frame, const SignLine& li
                               kSignExtent);
 }
 
-void PlotGreatCircle(char labelChar, std::int16_t type, const HorizonCircle& circle) {
+void PlotGreatCircle(char labelChar, std::int16_t type, double tilt, double node) {
+    const HorizonCircle circle = MakeCircle(tilt, node);
     SetLinePen(type);
     bool visible = false;
     for (std::int16_t u = 0; u <= 360; u += kSampleStep) {
@@ -115,7 +119,8 @@ void PlotGreatCircle(char labelChar, std::int16_t type, const HorizonCircle& cir
     }
 }
 
-void PlotGreatArc(const HorizonCircle& circle, std::int16_t from, std::int16_t to) {
+void PlotGreatArc(double tilt, double node, std::int16_t from, std::int16_t to) {
+    const HorizonCircle circle = MakeCircle(tilt, node);
     const auto step = static_cast<std::int16_t>((to - from) / kMostArcSteps + 1);
     bool visible = false;
     for (int a = from; a <= to; a += step) {
@@ -149,11 +154,13 @@ void PlotSignLines(Flag /*printing*/, std::int16_t slot) {
 
 void PlotCircles(Flag printing, std::int16_t slot) {
     if (IsLineTypeOn(line_type::kEcliptic)) {
-        PlotGreatCircle('E', line_type::kEcliptic, EclipticCircle(MakeLineFrame(slot)));
+        const HorizonCircle circle = EclipticCircle(MakeLineFrame(slot));
+        PlotGreatCircle('E', line_type::kEcliptic, circle.tilt, circle.node);
     }
     PlotSignLines(printing, slot);
     if (IsLineTypeOn(line_type::kHorizon) && !IsGeodetic()) {
-        PlotGreatCircle('H', line_type::kHorizon, PlaceHorizon(MakeLineFrame(slot)));
+        const HorizonCircle circle = PlaceHorizon(MakeLineFrame(slot));
+        PlotGreatCircle('H', line_type::kHorizon, circle.tilt, circle.node);
     }
 }
 

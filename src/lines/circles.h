@@ -24,11 +24,13 @@ HorizonCircle NightCircle(const LineFrame& frame);
 /// A boundary of signs: half a great circle from one pole of the ecliptic to the other, or a
 /// meridian.
 struct SignLine {
-    std::int16_t sign = 0;    ///< the sign that begins here, 1 to 12
-    double bearing = 0;       ///< at the pole of the ecliptic, degrees, WEST positive
-    bool isMeridian = false;  ///< in the geodetic zodiac all are
-    bool isSolstice = false;  ///< a meridian that stands for the line through the Earth's pole
-    double longitude = 0;     ///< of the meridian, degrees, east positive
+    std::int16_t sign = 0;      ///< the sign that begins here, 1 to 12
+    double bearing = 0;         ///< at the north pole of the ecliptic, degrees, WEST positive
+    bool isMeridian = false;    ///< a whole meridian is drawn; in the geodetic zodiac for all
+    double longitude = 0;       ///< of the meridian, degrees, east positive
+    std::int16_t opposite = 0;  ///< the sign that has the meridian's greater part, where the line
+                                ///< turns over a pole of the Earth to the other side; 0: the line
+                                ///< is the meridian
 };
 
 /// The twelve boundaries, in the order in which they are drawn.
@@ -37,12 +39,13 @@ std::array<SignLine, 12> SignLines(const LineFrame& frame);
 /// Positions of a boundary that is no meridian: every 2 degrees from pole to pole of the ecliptic.
 std::vector<LinePosition> SignSamples(const LineFrame& frame, const SignLine& line);
 
-/// Draws a whole circle of a type in that type's colour, with a character as its mark.
-void PlotGreatCircle(char labelChar, std::int16_t type, const HorizonCircle& circle);
+/// Draws a whole circle of a type in that type's colour, with a character as its mark. Tilt against
+/// the equator and longitude of the sample on it, degrees, as in HorizonCircle.
+void PlotGreatCircle(char labelChar, std::int16_t type, double tilt, double node);
 
 /// Draws a part of a circle, between whole degrees of its parameter, with the surface's pen and
 /// without marks.
-void PlotGreatArc(const HorizonCircle& circle, std::int16_t from, std::int16_t to);
+void PlotGreatArc(double tilt, double node, std::int16_t from, std::int16_t to);
 
 /// Draws the boundaries of the signs, if they are on.
 void PlotSignLines(Flag printing, std::int16_t slot);

@@ -44,8 +44,10 @@ void PlotDirections(const LineFrame& frame) {
     }
 }
 
-// The meridian of the place runs on behind the poles as the one opposite; each carries the number
-// of its shorter half: the near one at the foot of the map and the far one at its head.
+// The line due north leaves along the place's meridian and over the pole comes to the one opposite,
+// which it has down to the antipode; the line due south does the reverse. So the near meridian is
+// the southern line's at its foot, the far one the northern line's at its head, and there their
+// marks stand.
 void PlotHouseMeridian(const LocalHouse& line) {
     if (!IsLongitudeShown(line.longitude)) return;
     chartLines.anyVisible = true;

@@ -61,7 +61,8 @@ using CodeRoutine = std::int16_t (*)(std::int16_t, std::int16_t, std::int16_t, f
 void AddBoth(std::vector<Paran>& parans, std::int16_t slot, std::int16_t p, std::int16_t paranPoint,
              float lat, float zenithRA, float limit, CodeRoutine code) {
     const float a = std::abs(lat);
-    if (a > limit) return;
+    if (std::isnan(a)) RaiseRunTimeError(error::kOverflow);  // no parallel, and the plot tells
+    if (!(a <= limit)) return;
     for (const float candidate : {a, -a}) {
         // By sign, so that the equator counts as both.
         const bool sameSign = std::signbit(candidate) == std::signbit(lat);

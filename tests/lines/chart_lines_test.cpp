@@ -4,61 +4,13 @@
 #include <limits>
 #include <vector>
 
-#include "charts/CALCCHRT.h"
-#include "map/map_document.h"
+#include "lines/lines_fixture.h"
 #include "map/plot.h"
-#include "map/projection.h"
-#include "session/session_state.h"
-#include "session/settings.h"
-#include "support/recording_surface.h"
-#include "support/reset_all.h"
 
 namespace orvantis {
 namespace {
 
-constexpr int kWidth = 720;
-constexpr int kHeight = 400;
-
-class ChartLines : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        ResetAll();
-        session.picture = &surface_;
-        session.ChartNumber = 1;
-        calcChart[1].Lon.fill(-1);
-        calcChart[1].JulianDayET = 2451545;
-        plotChartLines = PlotChartLines;
-    }
-
-    static void Place(std::size_t p, float ra, float dec) {
-        calcChart[1].Lon[p] = 0;
-        calcChart[1].RA[p] = ra;
-        calcChart[1].Dec[p] = dec;
-        pointSelection[p] = kTrue;
-    }
-
-    // Sets up the current map's view on the surface without any plot.
-    void SetView() {
-        mapView.surface = &surface_;
-        SetViewExtent();
-        SetMapRect(false, surface_);
-    }
-
-    static void ShowTypes(std::initializer_list<std::size_t> types) {
-        for (LineStyle& style : settings.lineStyle) style.displayed = kFalse;
-        for (const std::size_t type : types) settings.lineStyle[type].displayed = kTrue;
-    }
-
-    static void View(float south, float west, float north, float east) {
-        MapDocument& map = CurrentMap();
-        map.south = south;
-        map.west = west;
-        map.north = north;
-        map.east = east;
-    }
-
-    RecordingSurface surface_{kWidth, kHeight};
-};
+class ChartLines : public LinesOnASurface {};
 
 TEST_F(ChartLines, NothingIsDrawnWithoutAChartAndAnEclipse) {
     Place(3, 40, 10);
