@@ -72,7 +72,6 @@ void ResetAll() {
     calcChart = {};
     chartNow = {};
     swissState = {};
-    calcPlanetsStandard = nullptr;
 
     chartLines = {};
     refreshCaption = nullptr;
