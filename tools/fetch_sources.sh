@@ -1,9 +1,10 @@
 #!/bin/bash
 # Gets the sources of the world map from their packages and makes data/level1.pnt, data/world.ovm,
-# the test's mask of land and water, and the default settings. Run it when the data is to be
+# the test's mask of land and water, the default settings and the tables of minor planets. Run it when the data is to be
 # renewed; the program is built and tested with the files that are committed.
 #
-# Needs: apt-get, dpkg, npm, cmake, a C++ compiler, libsqlite3-dev, nlohmann-json3-dev.
+# Needs: apt-get, dpkg, npm, cmake, a C++ compiler, libsqlite3-dev, nlohmann-json3-dev,
+# swe-basic-data, swe-standard-data.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 sources=build/sources
@@ -19,7 +20,7 @@ unpack marble-qt-data
 [ -d "$sources/node_modules/world-atlas" ] || npm install --prefix "$sources" world-atlas@2.0.2
 
 cmake --preset release -B build/tools -DORVANTIS_TOOLS=ON
-cmake --build build/tools --target build-world build-defaults orvantis-cli
+cmake --build build/tools --target build-world build-defaults build-asteroids orvantis-cli
 
 earth=$sources/marble-qt-data/usr/share/marble/data/naturalearth
 bin=build/tools/bin
@@ -30,4 +31,5 @@ bin=build/tools/bin
     --rivers "$earth/ne_50m_rivers_lake_centerlines.pn2" \
     --names tools/build_world -o data --mask tests/data/land_mask.bin
 "$bin/build-defaults" data
+"$bin/build-asteroids" data
 "$bin/orvantis-cli" database check data/level1.pnt

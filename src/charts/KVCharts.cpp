@@ -1,9 +1,10 @@
-// Chart files: telling the type, opening, reading by number.
+// Chart files: telling the type, opening, reading and writing by number.
 #include "charts/KVCharts.h"
 
 #include <algorithm>
 #include <limits>
 
+#include "charts/chart_lists.h"
 #include "text/numbers.h"
 #include "text/strings.h"
 
@@ -25,28 +26,8 @@ namespace {
 constexpr std::int64_t kVersionSize = 2;
 constexpr std::size_t kDescriptionWidth = 80;
 
-// Record length of a type; 0 for the types that aren't made of fixed slots.
-std::int64_t RecordLength(std::int16_t type) {
-    switch (type) {
-        case chart_file::kFormat0:
-            return kFormat0Size;
-        case chart_file::kFormat1:
-            return kFormat1Size;
-        case chart_file::kFormat2:
-            return kFileChartSize;
-        default:
-            return 0;
-    }
-}
-
 bool HasHead(std::int16_t type) {
     return type == chart_file::kFormat1 || type == chart_file::kFormat2;
-}
-
-bool HasExtension(std::string_view path) {
-    const std::size_t folder = path.find_last_of("\\/");
-    const std::string_view name = folder == std::string_view::npos ? path : path.substr(folder + 1);
-    return name.find('.') != std::string_view::npos;
 }
 
 // The type by the version word. Whatever isn't a version is the start of a format 0 chart's name;
@@ -62,14 +43,60 @@ std::int16_t TypeByVersion(FileHandle file) {
 }
 
 std::int32_t CountCharts(std::int16_t type, std::int64_t fileLength) {
-    const std::int64_t length = RecordLength(type);
+    const std::int64_t length = ChartRecordLength(type);
     if (length == 0) return 0;
     const std::int64_t slots = fileLength / length - (HasHead(type) ? 1 : 0);
     return static_cast<std::int32_t>(
         std::clamp<std::int64_t>(slots, 0, std::numeric_limits<std::int32_t>::max()));
 }
 
+// Position of a chart's slot, counted from 1.
+std::int64_t SlotPosition(std::int16_t type, std::int32_t n) {
+    const std::int64_t slot = static_cast<std::int64_t>(n) + (HasHead(type) ? 1 : 0);
+    return (slot - 1) * ChartRecordLength(type) + 1;
+}
+
+void ForceTypes(FileChart& record) {
+    record.chartType = static_cast<std::uint8_t>(ClampChartType(record.chartType));
+    record.chartSubType = static_cast<std::uint8_t>(ClampChartSubType(record.chartSubType));
+}
+
+bool ReadListedChart(FileHandle file, std::int32_t n, FileChart& record) {
+    const ChartList* list = OpenChartListOf(file);
+    const bool held =
+        list != nullptr && n >= 1 && static_cast<std::size_t>(n) <= list->charts.size();
+    if (!held) {
+        RaiseRunTimeError(list == nullptr ? error::kBadFileName : error::kPastEnd);
+        return false;
+    }
+    record = list->charts[static_cast<std::size_t>(n) - 1].chart;
+    ForceTypes(record);
+    return true;
+}
+
+bool WriteListedChart(FileHandle file, std::int32_t n, const FileChart& record) {
+    ChartList* list = OpenChartListOf(file);
+    const bool fits =
+        list != nullptr && n >= 1 && static_cast<std::size_t>(n) <= list->charts.size() + 1;
+    if (!fits) {
+        RaiseRunTimeError(list == nullptr ? error::kBadFileName : error::kPastEnd);
+        return false;
+    }
+    if (static_cast<std::size_t>(n) > list->charts.size()) list->charts.emplace_back();
+    FileChart& chart = list->charts[static_cast<std::size_t>(n) - 1].chart;
+    chart = record;
+    chart.commentRef = n;
+    list->changed = kTrue;
+    return true;
+}
+
 }  // namespace
+
+bool HasExtension(std::string_view path) {
+    const std::size_t folder = path.find_last_of("\\/");
+    const std::string_view name = folder == std::string_view::npos ? path : path.substr(folder + 1);
+    return name.find('.') != std::string_view::npos;
+}
 
 std::int16_t ClampChartType(std::int16_t type) {
     return ClampInt(type, 1, 13);
@@ -79,25 +106,37 @@ std::int16_t ClampChartSubType(std::int16_t subType) {
     return ClampInt(subType, 1, 99);
 }
 
-FileHandle OpenChartFile(std::string_view path, std::int32_t& count, Flag forceLegacy) {
+FileHandle OpenStoredCharts(std::string_view path, std::int16_t& type, std::int32_t& count,
+                            Flag forceLegacy) {
     count = 0;
     if (FileExists(path) == 0) return 0;
     const FileHandle file = FileOpener(path, open_mode::kRecords, 0, kFalse);
     if (file == 0) return 0;
-
     const bool blocks = forceLegacy != 0 || !HasExtension(path);
-    currentChartFileType = blocks ? chart_file::kBlocks : TypeByVersion(file);
-    if (currentChartFileType == chart_file::kFormat3) {
-        // Charts of this type live in a list in memory, which nothing loads yet: the caller is
-        // told the type and gets no handle.
-        CloseFile(file);
-        return 0;
-    }
-    count = CountCharts(currentChartFileType, FileLength(file));
+    type = blocks ? chart_file::kBlocks : TypeByVersion(file);
+    count = CountCharts(type, FileLength(file));
     return file;
 }
 
+FileHandle OpenChartFile(std::string_view path, std::int32_t& count, Flag forceLegacy) {
+    if (const FileHandle held = FindOpenChartList(path); held != 0) {
+        ChartList& list = *OpenChartListOf(held);
+        list.inUse = kTrue;
+        currentChartFileType = chart_file::kFormat3;
+        count = static_cast<std::int32_t>(list.charts.size());
+        return held;
+    }
+    const FileHandle file = OpenStoredCharts(path, currentChartFileType, count, forceLegacy);
+    if (file == 0 || currentChartFileType != chart_file::kFormat3) return file;
+    CloseFile(file);
+    return HoldChartList(path, count);
+}
+
 std::string ChartFileDescription(std::int16_t type, FileHandle file) {
+    if (type == chart_file::kFormat3) {
+        const ChartList* list = OpenChartListOf(file);
+        return list == nullptr ? "" : std::string(Trim(list->description));
+    }
     if (!HasHead(type) && type != chart_file::kBlocks) return "";
     std::array<std::uint8_t, kDescriptionWidth> description{};
     const std::int64_t position = HasHead(type) ? 1 + kVersionSize : 1;
@@ -106,15 +145,15 @@ std::string ChartFileDescription(std::int16_t type, FileHandle file) {
 }
 
 bool ReadChart(std::int16_t type, FileHandle file, std::int32_t n, FileChart& record) {
-    const std::int64_t length = RecordLength(type);
+    if (type == chart_file::kFormat3) return ReadListedChart(file, n, record);
+    const std::int64_t length = ChartRecordLength(type);
     if (length == 0 || n < 1) {
         RaiseRunTimeError(length == 0 ? error::kBadFileMode : error::kPastEnd);
         return false;
     }
     std::array<std::uint8_t, kFileChartSize> bytes{};
-    const std::int64_t slot = static_cast<std::int64_t>(n) + (HasHead(type) ? 1 : 0);
     const std::span<std::uint8_t> wanted(bytes.data(), static_cast<std::size_t>(length));
-    if (!ReadBytes(file, (slot - 1) * length + 1, wanted)) return false;
+    if (!ReadBytes(file, SlotPosition(type, n), wanted)) return false;
 
     switch (type) {
         case chart_file::kFormat0:
@@ -126,13 +165,38 @@ bool ReadChart(std::int16_t type, FileHandle file, std::int32_t n, FileChart& re
             record = GetFileChart(bytes.data());
             break;
     }
-    record.chartType = static_cast<std::uint8_t>(ClampChartType(record.chartType));
-    record.chartSubType = static_cast<std::uint8_t>(ClampChartSubType(record.chartSubType));
+    ForceTypes(record);
     return true;
 }
 
-void CloseChartFile(std::int16_t /*type*/, FileHandle file) {
-    CloseFile(file);
+bool WriteChart(std::int16_t type, FileHandle file, std::int32_t n, const FileChart& record) {
+    if (type == chart_file::kFormat3) return WriteListedChart(file, n, record);
+    const std::int64_t length = ChartRecordLength(type);
+    const std::int64_t fileLength = FileLength(file);
+    if (length == 0 || n < 1 || n - 1 > CountCharts(type, fileLength)) {
+        RaiseRunTimeError(length == 0 ? error::kBadFileMode : error::kPastEnd);
+        return false;
+    }
+    RunTimeError before;
+    TakeRunTimeError(before);  // so that what stands afterwards comes from this record
+    std::array<std::uint8_t, kFileChartSize> bytes{};
+    PutChartRecord(type, record, bytes.data());
+    if (PendingRunTimeError() != 0) return false;
+    if (before.number != 0) RaiseRunTimeError(before.number);
+
+    const std::span<const std::uint8_t> written(bytes.data(), static_cast<std::size_t>(length));
+    if (WriteBytes(file, SlotPosition(type, n), written)) return true;
+    // A disk that filled up within a chart at the end mustn't leave a piece of it.
+    if (FileLength(file) > fileLength) SetFileLength(file, fileLength);
+    return false;
+}
+
+void CloseChartFile(std::int16_t type, FileHandle file) {
+    if (type == chart_file::kFormat3) {
+        ReleaseChartList(file);
+    } else {
+        CloseFile(file);
+    }
 }
 
 }  // namespace orvantis

@@ -113,11 +113,25 @@ void PutFormat1Record(std::uint8_t* p, const Format1Record& record);
 /// Type of the chart file opened last.
 extern std::int16_t currentChartFileType;
 
+/// Longest chart file that is taken into memory, in bytes: some 400,000 charts of 292 bytes. A
+/// longer one is "File too large".
+inline constexpr std::int64_t kMostChartBytes = 128LL * 1024 * 1024;
+
+/// True if the file name, without its folders, has an extension.
+bool HasExtension(std::string_view path);
+
 /// Tells the type of a chart file and opens it. `count` receives the number of charts, 0 or more.
 /// Returns 0 if it can't be opened; one that isn't there gives no message. Sets
-/// currentChartFileType. A type 3 file isn't read yet: the type is told, the handle is 0.
+/// currentChartFileType, which every later call takes: it tells what the handle is. Of type 3 it
+/// is the number of an entry of openChartLists, which the file is read into unless it is there
+/// already; 0, with a run-time error, if it is damaged. Of the other types it is a file's.
 /// `forceLegacy`: the file counts as one without an extension.
 FileHandle OpenChartFile(std::string_view path, std::int32_t& count, Flag forceLegacy);
+
+/// Opens a chart file as it stands on the disk: the handle is the file's for type 3 too, whose
+/// `count` is 0. 0 if it can't be opened; one that isn't there gives no message.
+FileHandle OpenStoredCharts(std::string_view path, std::int16_t& type, std::int32_t& count,
+                            Flag forceLegacy);
 
 /// Description in the head of an open chart file, trimmed; "" where the type has none, and, with a
 /// run-time error, where the file is too short for one.
@@ -128,6 +142,15 @@ std::string ChartFileDescription(std::int16_t type, FileHandle file);
 /// doesn't fit; `record` is then as it was.
 bool ReadChart(std::int16_t type, FileHandle file, std::int32_t n, FileChart& record);
 
+/// Writes chart `n`; the one behind the last is appended. Types 0 to 2 are written in place, what
+/// the record of the type has no room for is lost (see ChartToFormat0, ChartToFormat1). A type 3
+/// chart keeps its attachments and comment, and the list then counts as changed. False, with a
+/// run-time error, if it can't be written, `n` is further off, or a coordinate doesn't fit the
+/// record; nothing of the file is then changed.
+bool WriteChart(std::int16_t type, FileHandle file, std::int32_t n, const FileChart& record);
+
+/// Closes a chart file. A type 3 file that was changed is saved first; if that fails, which the
+/// user is told, its charts stay in openChartLists and are found there when it is opened again.
 void CloseChartFile(std::int16_t type, FileHandle file);
 
 /// The nearest chart type, 1 to 13, and subtype, 1 to 99.
@@ -144,5 +167,17 @@ void Format1ToChart(const Format1Record& record, FileChart& fileChart);
 /// A FileChart from the 115 bytes of a format 0 record. False, with the run-time error "Overflow",
 /// if one of its numbers doesn't fit; `fileChart` is then as it was.
 bool Format0ToChart(const std::uint8_t* p, FileChart& fileChart);
+
+/// The 115 bytes of a format 0 record, coordinates in the packed form. It has no room for the name
+/// beyond 30 characters, ayanamsaValue, commentRef, event2, chartFlags and all that format 1 lacks
+/// too; a recordForm of 0 becomes 1.
+void ChartToFormat0(const FileChart& fileChart, std::uint8_t* p);
+
+/// Length of a record of types 0 to 2 in bytes; 0 for types that aren't made of fixed slots.
+std::int64_t ChartRecordLength(std::int16_t type);
+
+/// The record of types 0 to 2 as it stands in the file, ChartRecordLength bytes. A coordinate that
+/// doesn't fit leaves the run-time error "Overflow".
+void PutChartRecord(std::int16_t type, const FileChart& fileChart, std::uint8_t* p);
 
 }  // namespace orvantis

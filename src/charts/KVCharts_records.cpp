@@ -13,7 +13,7 @@ namespace orvantis {
 namespace {
 
 std::string GetField(const std::uint8_t* p, std::size_t width) {
-    return std::string(TrimRight(GetText(p, width)));
+    return std::string(TrimRight({reinterpret_cast<const char*>(p), width}));
 }
 
 // Offsets in a ChartEvent of 115 bytes.
@@ -233,7 +233,7 @@ float Format0Degrees(std::int16_t degrees, std::int16_t minutes, bool packed) {
 }
 
 struct SplitDegrees {
-    std::uint8_t degrees = 0;
+    std::int32_t degrees = 0;
     std::uint8_t minutes = 0;
     std::uint8_t seconds = 0;
 };
@@ -244,8 +244,7 @@ struct SplitDegrees {
 SplitDegrees Split(float value) {
     const double x = std::abs(static_cast<double>(value)) + 0.00001;
     const std::int32_t seconds = RoundToInt32(std::floor(x * 3600));
-    bool fits = true;
-    return {ToByte(seconds / 3600, fits), static_cast<std::uint8_t>(seconds / 60 % 60),
+    return {seconds / 3600, static_cast<std::uint8_t>(seconds / 60 % 60),
             static_cast<std::uint8_t>(seconds % 60)};
 }
 
@@ -398,6 +397,42 @@ void PutFormat1Record(std::uint8_t* p, const Format1Record& record) {
     PutI32(p + kCommentRef, record.commentRef);
 }
 
+void ChartToFormat0(const FileChart& fileChart, std::uint8_t* p) {
+    using namespace format0;
+    const ChartEvent& event = fileChart.event;
+    std::fill_n(p, kFormat0Size, std::uint8_t{0});
+    PutText(p + kName, kNameWidth, event.name);
+    PutI16(p + kChartType, fileChart.chartType);
+    PutI16(p + kChartSubType, fileChart.chartSubType);
+    PutText(p + kPlace, kPlaceWidth, event.place);
+    PutText(p + kCountry, kPlaceWidth, event.country);
+    PutF32(p + kZoneHours, event.zoneHours);
+    PutText(p + kZoneName, kZoneNameWidth, event.zoneName);
+    PutI16(p + kDay, event.day);
+    PutI16(p + kMonth, event.month);
+    PutI16(p + kYear, event.year);
+    PutI16(p + kHour, event.hour);
+    PutI16(p + kMinute, event.minute);
+    PutI16(p + kSecond, event.second);
+
+    // The plain form has no seconds, so that the packed one is always written.
+    const auto packed = [](const SplitDegrees& split) {
+        return static_cast<std::int16_t>(split.minutes * 100 + split.seconds);
+    };
+    const SplitDegrees longitude = Split(event.longitude);
+    PutI16(p + kLongDegrees, RoundToInt16(longitude.degrees));
+    PutI16(p + kLongMinutes, packed(longitude));
+    PutI16(p + kLongEast, event.longitude >= 0 ? kFalse : kTrue);
+    const SplitDegrees latitude = Split(event.latitude);
+    PutI16(p + kLatDegrees, RoundToInt16(latitude.degrees));
+    PutI16(p + kLatMinutes, packed(latitude));
+    PutI16(p + kLatNorth, event.latitude >= 0 ? kTrue : kFalse);
+
+    PutI16(p + kHouseCode, fileChart.houseCode);
+    PutI16(p + kAyanamsaCode, fileChart.ayanamsaCode);
+    PutI16(p + kForm, std::max<std::int16_t>(fileChart.recordForm, 1));
+}
+
 bool Format0ToChart(const std::uint8_t* p, FileChart& fileChart) {
     using namespace format0;
     bool fits = true;
@@ -482,14 +517,15 @@ void ChartToFormat1(const FileChart& fileChart, Format1Record& record) {
     out.minute = event.minute;
     out.second = event.second;
 
+    bool fits = true;
     const SplitDegrees longitude = Split(event.longitude);
     out.longWest = event.longitude >= 0 ? 1 : 0;
-    out.longDegrees = longitude.degrees;
+    out.longDegrees = ToByte(longitude.degrees, fits);
     out.longMinutes = longitude.minutes;
     out.longSeconds = longitude.seconds;
     const SplitDegrees latitude = Split(event.latitude);
     out.latNorth = event.latitude >= 0 ? 1 : 0;
-    out.latDegrees = latitude.degrees;
+    out.latDegrees = ToByte(latitude.degrees, fits);
     out.latMinutes = latitude.minutes;
     out.latSeconds = latitude.seconds;
 
@@ -499,6 +535,36 @@ void ChartToFormat1(const FileChart& fileChart, Format1Record& record) {
     out.recordForm = fileChart.recordForm;
     out.commentRef = fileChart.commentRef;
     record = std::move(out);
+}
+
+std::int64_t ChartRecordLength(std::int16_t type) {
+    switch (type) {
+        case chart_file::kFormat0:
+            return kFormat0Size;
+        case chart_file::kFormat1:
+            return kFormat1Size;
+        case chart_file::kFormat2:
+            return kFileChartSize;
+        default:
+            return 0;
+    }
+}
+
+void PutChartRecord(std::int16_t type, const FileChart& fileChart, std::uint8_t* p) {
+    switch (type) {
+        case chart_file::kFormat0:
+            ChartToFormat0(fileChart, p);
+            break;
+        case chart_file::kFormat1: {
+            Format1Record record;
+            ChartToFormat1(fileChart, record);
+            PutFormat1Record(p, record);
+            break;
+        }
+        default:
+            PutFileChart(p, fileChart);
+            break;
+    }
 }
 
 }  // namespace orvantis

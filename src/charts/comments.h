@@ -6,22 +6,44 @@
 #include <string>
 #include <string_view>
 
+#include "text/bytes.h"
+
 namespace orvantis {
 
+/// Longest comment of types 1 and 2: 1150 blocks of 28 characters.
+inline constexpr std::size_t kMostComment = std::size_t{1150} * 28;
+
 /// Path of the comment file of a chart file: the chart file's without its extension. That of a type
-/// 3 file ("ch6", "KVchx") is the chart file itself.
+/// 3 file ("ch6", "KVchx") is the chart file itself, and so is that of a file without an extension
+/// or without a name before it: such a file has no comment file.
 std::string CommentPath(std::string_view chartPath);
 
 /// Comment that starts at block `ref` of the comment file of types 1 and 2, or of chart `ref` of an
-/// open type 3 file. `path` is the chart file's. "" for none. A chain ends at a block that points
-/// to itself, beyond the file, or after 1150 blocks.
+/// open type 3 file. `path` is the chart file's. "" for none; types -1 and 0 have none. A chain
+/// ends at a block that points to itself, beyond the file, or to its head, or after 1150 blocks.
 std::string ReadComment(std::int16_t type, std::string_view path, std::int32_t ref);
 
-/// Stores a comment. Types 1 and 2: `ref` receives its first block; an empty text gives the blocks
-/// at `ref` back to the free list and makes it 0. Type 3: the text goes into the open list, which
-/// then counts as changed. False, with a run-time error, if it can't be written; `ref` is then as
-/// it was.
+/// Stores a comment. Types 1 and 2: `ref` receives its first block; the chain that was at `ref`
+/// stays (it may be another chart's): an empty text gives it back to the free list and makes `ref`
+/// 0. Type 3: the text goes into chart `ref` of the open list, which then counts as changed. False,
+/// with a run-time error, if it can't be written; `ref` and the file are then as they were.
 bool WriteComment(std::int16_t type, std::string_view path, std::int32_t& ref,
                   std::string_view text);
+
+/// A stored text as it is shown: the marks with which a text was closed (bytes 0 and 26 at its
+/// end) are cut, and a line's end that was stored as two bytes 1 becomes one again.
+std::string CleanEndMarks(std::string_view text);
+
+// A comment file in memory.
+
+/// The comment whose chain starts at block `ref`.
+std::string GetComment(const Bytes& blocks, std::int32_t ref);
+
+/// Stores a text that isn't empty and returns its first block. 0, with a run-time error, for one
+/// longer than kMostComment.
+std::int32_t PutComment(Bytes& blocks, std::string_view text);
+
+/// Blanks the chain at block `ref` and gives it to the free list.
+void FreeComment(Bytes& blocks, std::int32_t ref);
 
 }  // namespace orvantis

@@ -1,12 +1,15 @@
 // The readers of the ephemeris tables and of Pluto's elements. See ephemeris_tables.h.
 #include "charts/ephemeris_tables.h"
 
+#include <chrono>
 #include <cmath>
+#include <filesystem>
 #include <optional>
 #include <span>
 #include <utility>
 
 #include "session/files.h"
+#include "session/session_state.h"
 #include "text/bytes.h"
 #include "text/numbers.h"
 #include "text/strings.h"
@@ -18,31 +21,63 @@ namespace {
 constexpr double kDaysOfCentury = 36525;
 constexpr std::int16_t kCenturyOfT0 = 19;
 
+// Last changes of the two folders in which a file is looked for.
+using FolderDates = std::array<std::optional<std::filesystem::file_time_type>, 2>;
+
 // A file that is kept open. `opening` tells whether the handle still stands for it.
 struct KeptFile {
-    std::string path;
+    std::string path;  // where it was looked for first
     FileHandle file = 0;
-    std::int32_t opening = 0;  // 0: none
+    std::int32_t opening = 0;            // 0: none
+    std::optional<FolderDates> missing;  // it was in neither folder at these dates
 };
 
 KeptFile keptAsteroids;
 KeptFile keptOuterPlanets;
 KeptFile keptElements;
 
+bool IsOpen(const KeptFile& kept) {
+    return kept.opening != 0 && OpeningOf(kept.file) == kept.opening;
+}
+
 void CloseKept(KeptFile& kept) {
-    if (kept.opening != 0 && OpeningOf(kept.file) == kept.opening) CloseFile(kept.file);
+    if (IsOpen(kept)) CloseFile(kept.file);
     kept = {};
 }
 
-// The handle of a file, opened unless it is the one that is kept; 0 if it can't be.
-FileHandle Keep(KeptFile& kept, std::string path) {
-    const bool open = kept.opening != 0 && OpeningOf(kept.file) == kept.opening;
-    if (open && kept.path == path) return kept.file;
+FolderDates DatesOf(std::string_view dataPath) {
+    return {FileDate(dataPath), FileDate(session.ShippedDir)};
+}
+
+// Whether a change after these dates would show as another date. Those of the last seconds may be
+// too coarse for that; a folder that isn't there is no good witness either.
+bool AreSettled(const FolderDates& dates) {
+    const auto now = std::filesystem::file_time_type::clock::now();
+    return dates[0] && now - *dates[0] > std::chrono::seconds(2) &&
+           (session.ShippedDir.empty() || (dates[1] && now - *dates[1] > std::chrono::seconds(2)));
+}
+
+// The handle of a file, opened unless it is the one that is kept; 0 if it can't be. A file that
+// `dataPath` lacks is that of the files that the program comes with.
+//
+// To look for a file in vain means to read its folder, whose names may differ by case, and takes a
+// tenth of a chart's time. It is done again when a folder has changed.
+FileHandle Keep(KeptFile& kept, std::string_view dataPath, std::string_view name) {
+    std::string path(dataPath);
+    path += name;
+    if (kept.path == path) {
+        if (IsOpen(kept)) return kept.file;
+        if (kept.missing && *kept.missing == DatesOf(dataPath)) return 0;
+    }
     CloseKept(kept);
-    kept.file = OpenQuietly(path);
-    kept.opening = OpeningOf(kept.file);
-    kept.path = std::move(path);
-    return kept.file;
+    const FolderDates dates = DatesOf(dataPath);
+    FileHandle file = OpenQuietly(path);
+    if (file == 0 && !session.ShippedDir.empty()) {
+        file = OpenQuietly(session.ShippedDir + std::string(name));
+    }
+    kept = {std::move(path), file, OpeningOf(file), std::nullopt};
+    if (file == 0 && AreSettled(dates)) kept.missing = dates;
+    return file;
 }
 
 // All of the bytes, or false.
@@ -81,12 +116,12 @@ void Interpolate(double y1, double y2, double y3, double n, double& y, double& c
 //
 // All files of a series share one grid of days: JD 2415020.0 and whole steps from there, to both
 // sides. The first record of a file is the grid's last day that isn't after the century's start,
-// less one step, and the last one at least the first two days of the grid after its last moment;
-// so the three records around any moment of a century stand in its own file, and a moment on the
-// border gets the same position from both files.
+// less one step, and its last record the grid's first day after the century's last moment; so the
+// three records around any moment of a century stand in its own file, and a moment on the border of
+// two gets the same position from both. The table of 2000 ends with T = 1.5.
 //
 // Whole seconds of arc and millionths are the floor of the format: 0.5 seconds on a record, 0.6
-// between them.
+// between them, and 0.8 as seen from the Earth. What the parabola adds is told in data/README.md.
 
 bool TableCentury(double t, std::int16_t& century) {
     const double number = std::floor(t) + kCenturyOfT0;
@@ -117,10 +152,9 @@ bool ReadTables(TableSeries series, std::string_view dataPath, double t,
     }
     std::int16_t century = 0;
     if (!TableCentury(t, century)) return false;
-    std::string path(dataPath);
-    path += TableFileName(series, century);
     const bool asteroids = series == TableSeries::Asteroids;
-    const FileHandle file = Keep(asteroids ? keptAsteroids : keptOuterPlanets, std::move(path));
+    const FileHandle file = Keep(asteroids ? keptAsteroids : keptOuterPlanets, dataPath,
+                                 TableFileName(series, century));
 
     // The middle record is the last one that isn't after the moment.
     const std::size_t count = ephemeris_table::Bodies(series);
@@ -252,9 +286,7 @@ std::string PlutoFileName(double jd) {
 bool PlutoFromElements(std::string_view dataPath, double jd, TablePosition& pluto) {
     const std::string name = PlutoFileName(jd);
     if (name.empty()) return false;
-    std::string path(dataPath);
-    path += name;
-    const FileHandle file = Keep(keptElements, std::move(path));
+    const FileHandle file = Keep(keptElements, dataPath, name);
     std::array<std::uint8_t, 2 * kElementsSize> bytes{};
     if (!ReadAll(file, 1, std::span(bytes).first(kElementsSize))) return false;
     const double firstDay = GetI32(&bytes[0]) / 100.0;

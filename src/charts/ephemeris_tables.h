@@ -1,6 +1,8 @@
 // Positions from tables: two series of files by century (asteroids, outer planets) and the elements
 // of Pluto. The file of each that was used last stays open from one call to the next, and is closed
-// when another one of its kind is needed.
+// when another one of its kind is needed. A file that the given folder lacks is looked for among
+// those that the program comes with (session.ShippedDir); one that neither folder has is looked for
+// again when either has changed.
 //
 // A file that isn't there, is too short or holds numbers that make no sense costs the answer and
 // nothing else: the routines return false, without a word and without a run-time error.
@@ -52,7 +54,8 @@ bool TableCentury(double t, std::int16_t& century);
 std::string TableFileName(TableSeries series, std::int16_t century);
 
 /// Day of the first record of a century's file, counted from JD 2415020.0: the last day of the
-/// series' grid that isn't after the century's start, less one step.
+/// series' grid that isn't after the century's start, less one step. The grid: JD 2415020.0 and
+/// whole steps to both sides.
 std::int32_t FirstTableDay(TableSeries series, std::int16_t century);
 
 /// The bodies of a series at T (Julian centuries from JD 2415020.0, ephemeris time), in the order

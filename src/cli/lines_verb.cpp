@@ -1,6 +1,7 @@
-// The verb "lines": every line of a chart, for other programs.
+// The verbs "lines" and "parans": every line of a chart, and every paran, for other programs.
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <iostream>
@@ -10,10 +11,13 @@
 #include "cli/verbs.h"
 #include "lines/chart_lines.h"
 #include "lines/line_geometry.h"
+#include "lines/line_list.h"
+#include "lines/parans.h"
 #include "session/driver.h"
 #include "session/settings.h"
 #include "session/tables.h"
-#include "text/code_page.h"
+#include "text/coordinates.h"
+#include "text/numbers.h"
 
 namespace orvantis::cli {
 
@@ -25,36 +29,13 @@ std::size_t Index(std::int16_t number) {
     return static_cast<std::size_t>(number);
 }
 
-// One line of the chart, ready for any of the formats.
-struct ExportedLine {
-    std::int16_t type = 0;
-    std::int16_t point = 0;
-    std::vector<std::vector<LinePosition>> runs;
-};
-
-// The name of a line type in the line mode of the options.
-std::string TypeName(std::int16_t type) {
-    static constexpr std::array<std::string_view, 5> zodiacal = {"", "MC", "IC", "Asc", "Dsc"};
-    return std::string(options.lineMode == 2 ? zodiacal[Index(type)] : kLineTypeNames[Index(type)]);
+bool IsParan(const MapLine& line) {
+    return line.type == line_type::kParanRiseRise || line.type == line_type::kParanRiseCulm;
 }
 
 // Nine decimals: a tenth of a millimetre on the ground, and no digits beyond what a double holds.
 double Rounded(double degrees) {
     return std::round(degrees * 1e9) / 1e9;
-}
-
-std::vector<ExportedLine> CollectLines() {
-    std::vector<ExportedLine> lines;
-    const LineFrame frame = MakeLineFrame(1);
-    for (std::int16_t type = line_type::kCulminate; type <= line_type::kSet; ++type) {
-        if (settings.lineStyle[Index(type)].displayed == 0) continue;
-        for (std::int16_t p = 1; p <= point::kLastBody; ++p) {
-            if (!IsPointDrawn(1, p)) continue;
-            std::vector<std::vector<LinePosition>> runs = LineRuns(frame, p, type);
-            if (!runs.empty()) lines.push_back({type, p, std::move(runs)});
-        }
-    }
-    return lines;
 }
 
 Json Coordinates(const std::vector<LinePosition>& run) {
@@ -66,7 +47,7 @@ Json Coordinates(const std::vector<LinePosition>& run) {
 }
 
 // RFC 7946: a line that crosses the antimeridian is cut there into several.
-Json Geometry(const ExportedLine& line) {
+Json Geometry(const MapLine& line) {
     if (line.runs.size() == 1) {
         return {{"type", "LineString"}, {"coordinates", Coordinates(line.runs.front())}};
     }
@@ -75,27 +56,36 @@ Json Geometry(const ExportedLine& line) {
     return {{"type", "MultiLineString"}, {"coordinates", list}};
 }
 
-void PrintGeoJson(const std::vector<ExportedLine>& lines) {
+Json Properties(const MapLine& line) {
+    Json properties = {{"type", line.type}, {"typeName", LineTypeName(line.type)}};
+    if (line.point > 0) {
+        properties["point"] = line.point;
+        properties["pointName"] = PointName(line.point);
+    }
+    properties["code"] = line.code;
+    if (const std::string words = LineWords(line); !words.empty()) properties["words"] = words;
+    if (IsParan(line)) properties["latitude"] = Rounded(line.lat);
+    return properties;
+}
+
+void PrintGeoJson(const std::vector<MapLine>& lines) {
     Json features = Json::array();
-    for (const ExportedLine& line : lines) {
-        features.push_back({{"type", "Feature"},
-                            {"properties",
-                             {{"type", line.type},
-                              {"typeName", TypeName(line.type)},
-                              {"point", line.point},
-                              {"pointName", PointName(line.point)}}},
-                            {"geometry", Geometry(line)}});
+    for (const MapLine& line : lines) {
+        features.push_back(
+            {{"type", "Feature"}, {"properties", Properties(line)}, {"geometry", Geometry(line)}});
     }
     std::cout << Json{{"type", "FeatureCollection"}, {"features", features}}.dump() << "\n";
 }
 
-void PrintCsv(const std::vector<ExportedLine>& lines) {
-    std::cout << "type,typeName,point,pointName,run,latitude,longitude\n";
+void PrintCsv(const std::vector<MapLine>& lines) {
+    std::cout << "type,typeName,point,pointName,code,words,run,latitude,longitude\n";
     std::array<char, 64> numbers{};
-    for (const ExportedLine& line : lines) {
-        const std::string head = std::to_string(line.type) + "," + TypeName(line.type) + "," +
-                                 std::to_string(line.point) + "," +
-                                 std::string(PointName(line.point)) + ",";
+    for (const MapLine& line : lines) {
+        std::string head = std::to_string(line.type);
+        head.append(",").append(LineTypeName(line.type)).append(",");
+        if (line.point > 0) head += std::to_string(line.point);
+        head.append(",").append(line.point > 0 ? PointName(line.point) : "").append(",");
+        head.append(std::to_string(line.code)).append(",").append(LineWords(line)).append(",");
         for (std::size_t run = 0; run < line.runs.size(); ++run) {
             for (const LinePosition& position : line.runs[run]) {
                 std::snprintf(numbers.data(), numbers.size(), "%zu,%.9f,%.9f", run + 1,
@@ -106,13 +96,21 @@ void PrintCsv(const std::vector<ExportedLine>& lines) {
     }
 }
 
-void PrintKml(const std::vector<ExportedLine>& lines) {
+// What a line is called where it has one name alone.
+std::string FullName(const MapLine& line) {
+    std::string name = LineTypeName(line.type);
+    if (IsParan(line)) return name + ": " + LineWords(line);
+    if (line.point > 0) return std::string(PointName(line.point)) + " " + name;
+    const std::string words = LineWords(line);
+    return words.empty() ? name : name + ": " + words;
+}
+
+void PrintKml(const std::vector<MapLine>& lines) {
     std::cout << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                  "<kml xmlns=\"http://www.opengis.net/kml/2.2\">\n<Document>\n";
     std::array<char, 64> numbers{};
-    for (const ExportedLine& line : lines) {
-        std::cout << "<Placemark><name>" << PointName(line.point) << " " << TypeName(line.type)
-                  << "</name><MultiGeometry>\n";
+    for (const MapLine& line : lines) {
+        std::cout << "<Placemark><name>" << FullName(line) << "</name><MultiGeometry>\n";
         for (const auto& run : line.runs) {
             std::cout << "<LineString><tessellate>1</tessellate><coordinates>";
             for (const LinePosition& position : run) {
@@ -127,71 +125,204 @@ void PrintKml(const std::vector<ExportedLine>& lines) {
     std::cout << "</Document>\n</kml>\n";
 }
 
-// Line types and points of the call take the place of those of the settings.
-bool ApplySelection(const Arguments& call) {
-    if (const auto types = call.Value("--types")) {
-        const auto numbers = ParseNumberList(*types, line_type::kCulminate, line_type::kSet);
-        if (!numbers) {
-            Complain(kWrongCall, "--types " + *types, "a list of numbers from 1 to 4 is needed");
-            return false;
-        }
-        for (LineStyle& style : settings.lineStyle) style.displayed = kFalse;
-        for (const std::int16_t type : *numbers) {
-            settings.lineStyle[Index(type)].displayed = kTrue;
-        }
+// What the call says of line types takes the place of the settings'.
+bool ApplyTypes(const Arguments& call) {
+    const auto types = call.Value("--types");
+    if (!types) return true;
+    const auto numbers = ParseNumberList(*types, line_type::kCulminate, line_type::kSigns);
+    if (!numbers) {
+        Complain(kWrongCall, "--types " + *types, "a list of numbers from 1 to 11 is needed");
+        return false;
     }
-    if (const auto points = call.Value("--points")) {
-        const auto numbers = ParseNumberList(*points, 1, point::kLastBody);
-        if (!numbers) {
-            Complain(kWrongCall, "--points " + *points, "a list of numbers from 1 to 36 is needed");
-            return false;
-        }
-        pointSelection.fill(kFalse);
-        for (const std::int16_t p : *numbers) pointSelection[Index(p)] = kTrue;
-    }
-    if (const auto mode = call.Value("--mode")) {
-        if (*mode != "mundo" && *mode != "zodiacal") {
-            Complain(kWrongCall, "--mode " + *mode, "mundo or zodiacal is needed");
-            return false;
-        }
-        options.lineMode = *mode == "mundo" ? 1 : 2;
-    }
+    for (LineStyle& style : settings.lineStyle) style.displayed = kFalse;
+    for (const std::int16_t type : *numbers) settings.lineStyle[Index(type)].displayed = kTrue;
     return true;
+}
+
+bool ApplyPoints(const Arguments& call) {
+    const auto points = call.Value("--points");
+    if (!points) return true;
+    const auto numbers = ParseNumberList(*points, 1, point::kLastBody);
+    if (!numbers) {
+        Complain(kWrongCall, "--points " + *points, "a list of numbers from 1 to 36 is needed");
+        return false;
+    }
+    pointSelection.fill(kFalse);
+    for (const std::int16_t p : *numbers) pointSelection[Index(p)] = kTrue;
+    return true;
+}
+
+bool ApplyMode(const Arguments& call) {
+    const auto mode = call.Value("--mode");
+    if (!mode) return true;
+    if (*mode != "mundo" && *mode != "zodiacal") {
+        Complain(kWrongCall, "--mode " + *mode, "mundo or zodiacal is needed");
+        return false;
+    }
+    options.lineMode = *mode == "mundo" ? 1 : 2;
+    return true;
+}
+
+// A number of the call within bounds; false if it is none, which has been told.
+bool ApplyNumber(const Arguments& call, std::string_view option, double low, double high,
+                 double& number) {
+    const auto text = call.Value(option);
+    if (!text) return true;
+    const auto end = text->data() + text->size();
+    const auto [rest, failure] = std::from_chars(text->data(), end, number);
+    if (failure == std::errc() && rest == end && number >= low && number <= high) return true;
+    std::array<char, 80> needed{};
+    std::snprintf(needed.data(), needed.size(), "a number from %g to %g is needed", low, high);
+    Complain(kWrongCall, std::string(option) + " " + *text, needed.data());
+    return false;
+}
+
+bool ApplyGeodetic(const Arguments& call) {
+    if (!call.Value("--geodetic")) return true;
+    options.mapZodiac = 1;
+    return ApplyNumber(call, "--geodetic", -180, 180, options.geodeticStart);
+}
+
+bool ApplyLimit(const Arguments& call) {
+    double limit = static_cast<double>(options.paranLimit);
+    if (!ApplyNumber(call, "--limit", 0, 90, limit)) return false;
+    options.paranLimit = static_cast<float>(limit);
+    return true;
+}
+
+bool ApplyParanPoint(const Arguments& call) {
+    double p = options.paranPoint;
+    if (!ApplyNumber(call, "--paran-point", 1, point::kLastBody, p)) return false;
+    if (p != std::floor(p)) {
+        Complain(kWrongCall, "--paran-point", "a whole number is needed");
+        return false;
+    }
+    options.paranPoint = RoundToInt16(p);
+    return true;
+}
+
+// A paran of two points of a chart, as the verb lists it.
+struct ListedParan {
+    Paran paran;
+    std::int16_t type = 0;
+    std::int16_t first = 0;
+    std::int16_t second = 0;
+};
+
+// Those of all pairs of points, but for the South Node, which rises when the North Node sets; from
+// north to south.
+std::vector<ListedParan> CollectParans() {
+    const auto listed = [](std::int16_t p) { return p != point::kSouthNode && IsPointDrawn(1, p); };
+    std::vector<ListedParan> parans;
+    for (std::int16_t i = 1; i < point::kLast; ++i) {
+        for (auto j = static_cast<std::int16_t>(i + 1); listed(i) && j <= point::kLast; ++j) {
+            if (!listed(j)) continue;
+            for (const std::int16_t type : {line_type::kParanRiseRise, line_type::kParanRiseCulm}) {
+                for (const Paran& paran : ParansOfPair(1, i, j, type, options.paranLimit)) {
+                    parans.push_back({paran, type, i, j});
+                }
+            }
+        }
+    }
+    std::stable_sort(parans.begin(), parans.end(), [](const ListedParan& a, const ListedParan& b) {
+        return a.paran.lat > b.paran.lat;
+    });
+    return parans;
+}
+
+std::string TextOf(const ListedParan& listed) {
+    return ParanText(listed.paran.relation, listed.first, listed.second);
+}
+
+void PrintParansJson(const std::vector<ListedParan>& parans) {
+    Json rows = Json::array();
+    for (const ListedParan& listed : parans) {
+        rows.push_back({{"latitude", Rounded(listed.paran.lat)},
+                        {"type", listed.type},
+                        {"relation", listed.paran.relation},
+                        {"points", {listed.first, listed.second}},
+                        {"words", TextOf(listed)}});
+    }
+    std::cout << rows.dump() << "\n";
+}
+
+void PrintParans(const std::vector<ListedParan>& parans) {
+    for (const ListedParan& listed : parans) {
+        std::cout << FormatLatMinutes(RoundToInt16(static_cast<double>(listed.paran.lat) * 60))
+                  << "  " << TextOf(listed) << "\n";
+    }
 }
 
 }  // namespace
 
 const std::string_view kLinesHelp =
     R"(orvantis-cli lines FILE[:N] --geojson|--csv|--kml
-    [--types 1,2,3,4] [--points 1,3,5-12] [--mode mundo|zodiacal]
+    [--types 1-4,10] [--points 1,3,5-12] [--mode mundo|zodiacal] [--geodetic START]
+    [--paran-point P] [--limit LATITUDE]
 
-Prints every line of chart N (the first if N isn't given), as it is drawn on the map: where each
-point culminates (type 1), anticulminates (2), rises (3) and sets (4). Degrees; latitude north
-positive, longitude EAST positive. Lines are cut at the antimeridian.
-Without --types and --points those of the settings and of the point selection are taken.
+Prints every line of chart N (the first if N isn't given), as it is drawn on the map. Types: where
+each point culminates (1), anticulminates (2), rises (3) and sets (4); parans with point P, both on
+the horizon (5) or one of them on the meridian (6), up to a latitude either way; local space (7),
+local houses (8), horizon (9), ecliptic (10), signs (11).
+Degrees; latitude north positive, longitude EAST positive. Lines are cut at the antimeridian.
+--geodetic takes the geodetic zodiac, with 0 Aries at the longitude START.
+Without --types and --points those of the settings and of the point selection are taken, P is 1 and
+the limit 60.
 
 Example: orvantis-cli lines data/sample.cht:1 --geojson --points 1,3 > lines.geojson
 )";
 
+const std::string_view kParansHelp =
+    R"(orvantis-cli parans FILE[:N] [--limit LATITUDE] [--points 1,3,5-12] [--json]
+
+Lists the latitudes, from north to south, on which two points of chart N (the first if N isn't
+given) are angular at the same moment: both rising or setting, or one of them culminating or
+anticulminating. Up to a latitude of 60 degrees either way, or of --limit. Upper and Lower tell
+the point on the meridian above and below the pole. --json gives degrees, north positive.
+Without --points those of the point selection are taken.
+
+Example: orvantis-cli parans data/sample.cht:1 --limit 50 --points 1,3,6
+)";
+
 int RunLines(const std::vector<std::string>& words, CliShell& shell) {
-    const std::optional<Arguments> call =
-        TakeApart(words, {{"--types", "--points", "--mode"}, {"--geojson", "--csv", "--kml"}});
+    const std::optional<Arguments> call = TakeApart(
+        words, {{"--types", "--points", "--mode", "--geodetic", "--paran-point", "--limit"},
+                {"--geojson", "--csv", "--kml"}});
     if (!call) return kWrongCall;
     if (call->words.size() != 1) return Complain(kWrongCall, "lines", "takes one FILE[:N]");
     if (call->flags.size() != 1) {
         return Complain(kWrongCall, "lines", "one of --geojson, --csv and --kml is needed");
     }
-    if (!ApplySelection(*call)) return kWrongCall;
+    if (!ApplyTypes(*call) || !ApplyPoints(*call) || !ApplyMode(*call) || !ApplyGeodetic(*call) ||
+        !ApplyParanPoint(*call) || !ApplyLimit(*call)) {
+        return kWrongCall;
+    }
     const int opened = OpenNamedChart(call->words.front(), shell);
     if (opened != kDone) return opened;
 
-    const std::vector<ExportedLine> lines = CollectLines();
+    const std::vector<MapLine> lines = ListLines(1);
     if (call->Has("--geojson")) {
         PrintGeoJson(lines);
     } else if (call->Has("--csv")) {
         PrintCsv(lines);
     } else {
         PrintKml(lines);
+    }
+    return kDone;
+}
+
+int RunParans(const std::vector<std::string>& words, CliShell& shell) {
+    const std::optional<Arguments> call = TakeApart(words, {{"--limit", "--points"}, {"--json"}});
+    if (!call) return kWrongCall;
+    if (call->words.size() != 1) return Complain(kWrongCall, "parans", "takes one FILE[:N]");
+    if (!ApplyPoints(*call) || !ApplyLimit(*call)) return kWrongCall;
+    const int opened = OpenNamedChart(call->words.front(), shell);
+    if (opened != kDone) return opened;
+    const std::vector<ListedParan> parans = CollectParans();
+    if (call->Has("--json")) {
+        PrintParansJson(parans);
+    } else {
+        PrintParans(parans);
     }
     return kDone;
 }

@@ -10,9 +10,10 @@ namespace orvantis::cli {
 
 namespace {
 
-const std::array<Verb, 7> kVerbs = {{{"chart", kChartHelp, RunChart},
+const std::array<Verb, 8> kVerbs = {{{"chart", kChartHelp, RunChart},
                                      {"charts", kChartsHelp, RunCharts},
                                      {"lines", kLinesHelp, RunLines},
+                                     {"parans", kParansHelp, RunParans},
                                      {"render", kRenderHelp, RunRender},
                                      {"database", kDatabaseHelp, RunDatabase},
                                      {"parse", kParseHelp, RunParse},
@@ -27,6 +28,7 @@ Usage: orvantis-cli VERB ARGUMENTS...
   charts FILE [--json]             the charts in a file
   lines FILE[:N] --geojson|--csv|--kml
                                    every line of a chart
+  parans FILE[:N]                  latitudes where two points are angular at once
   render [FILE[:N]] -o OUT.png     the map with a chart's lines
   database build|check FILE        the files of the world map
   parse KIND TEXT...               what typed dates, times, places and zones mean

@@ -19,6 +19,7 @@ struct Verb {
 extern const std::string_view kChartHelp;
 extern const std::string_view kChartsHelp;
 extern const std::string_view kLinesHelp;
+extern const std::string_view kParansHelp;
 extern const std::string_view kRenderHelp;
 extern const std::string_view kDatabaseHelp;
 extern const std::string_view kParseHelp;
@@ -27,6 +28,7 @@ extern const std::string_view kFormatHelp;
 int RunChart(const std::vector<std::string>& words, CliShell& shell);
 int RunCharts(const std::vector<std::string>& words, CliShell& shell);
 int RunLines(const std::vector<std::string>& words, CliShell& shell);
+int RunParans(const std::vector<std::string>& words, CliShell& shell);
 int RunRender(const std::vector<std::string>& words, CliShell& shell);
 int RunDatabase(const std::vector<std::string>& words, CliShell& shell);
 int RunParse(const std::vector<std::string>& words, CliShell& shell);

@@ -1,7 +1,11 @@
 #include "lines/chart_lines.h"
 
 #include "charts/CALCCHRT.h"
+#include "lines/circles.h"
 #include "lines/line_geometry.h"
+#include "lines/line_pens.h"
+#include "lines/local_lines.h"
+#include "lines/parans.h"
 #include "map/plot.h"
 #include "map/projection.h"
 #include "session/session_state.h"
@@ -15,10 +19,6 @@ namespace orvantis {
 ChartLinesState chartLines;
 
 void (*refreshCaption)() = nullptr;
-void (*shadeNight)(Flag, std::int16_t) = nullptr;
-void (*plotLocalLines)(Flag, std::int16_t) = nullptr;
-void (*plotParans)(Flag, std::int16_t) = nullptr;
-void (*plotCircles)(Flag, std::int16_t) = nullptr;
 void (*plotEclipseLines)(Flag) = nullptr;
 std::string (*starLabel)(std::int16_t) = nullptr;
 
@@ -26,50 +26,6 @@ namespace {
 
 std::size_t Index(std::int16_t number) {
     return static_cast<std::size_t>(number);
-}
-
-// A file may hold any thickness; more than this hides the map.
-constexpr std::int16_t kThickestLine = 64;
-
-const LineStyle& StyleOf(std::int16_t type) {
-    return settings.lineStyle[Index(type)];
-}
-
-bool IsTypeOn(std::int16_t type) {
-    return StyleOf(type).displayed != 0;
-}
-
-// The pen of a line type for a point: in the point's colour or in the type's.
-void SetLinePen(std::int16_t type, std::int16_t point) {
-    const LineStyle& style = StyleOf(type);
-    Pen pen;
-    pen.width = LineWidth(ClampInt(style.thickness, 1, kThickestLine));
-    pen.dash = static_cast<LineDash>(ClampInt(style.style, 0, 4));
-    pen.colour = InkColour(style.planetColour != 0 ? pointColour[Index(point)] : style.colour);
-    pen.smooth = true;
-    mapView.surface->SetPen(pen);
-}
-
-bool IsWholeWorld() {
-    return mapView.extent.spanLong >= 360;
-}
-
-bool IsLongitudeShown(double longitude) {
-    return IsWholeWorld() || LongInView(longitude, mapView.extent.westMin, mapView.extent.eastMin);
-}
-
-bool IsPositionShown(double lat, double longitude) {
-    const ViewExtent& view = mapView.extent;
-    return IsWholeWorld() ||
-           PointInView(lat, longitude, view.southMin, view.northMin, view.westMin, view.eastMin);
-}
-
-// A label of a point at a position in degrees.
-void LabelPoint(double lat, double longitude, std::int16_t point) {
-    std::int16_t x = 0;
-    std::int16_t y = 0;
-    ProjectPoint(RoundToInt16(lat * 60), RoundToInt16(longitude * 60), y, x);
-    AddLineLabel(x, y, point, line_type::kPointLabel);
 }
 
 void PlotMeridianLine(const LineFrame& frame, std::int16_t point, std::int16_t type) {
@@ -109,12 +65,12 @@ void PlotRiseSetLine(const HorizonCircle& circle, std::int16_t point, std::int16
 }
 
 void PlotLinesOfChart(Flag printing, std::int16_t slot) {
-    if (shadeNight != nullptr) shadeNight(printing, slot);
-    if (plotLocalLines != nullptr) plotLocalLines(printing, slot);
-    if (plotParans != nullptr) plotParans(printing, slot);
+    PlotNightSide(printing, slot);
+    PlotLocalLines(printing, slot);
+    PlotParans(printing, slot);
     PlotMeridianLines(printing, slot);
     PlotRiseSetLines(printing, slot);
-    if (plotCircles != nullptr) plotCircles(printing, slot);
+    PlotCircles(printing, slot);
 }
 
 bool IsKept(std::string_view first, std::string_view second, std::string_view third) {
@@ -167,10 +123,10 @@ void PlotChartLines(Flag printing, Flag fullPlot, std::int16_t slot) {
 }
 
 void PlotMeridianLines(Flag /*printing*/, std::int16_t slot) {
-    if (!IsTypeOn(line_type::kCulminate) && !IsTypeOn(line_type::kAnticulminate)) return;
+    if (!IsLineTypeOn(line_type::kCulminate) && !IsLineTypeOn(line_type::kAnticulminate)) return;
     const LineFrame frame = MakeLineFrame(slot);
     for (const std::int16_t type : {line_type::kCulminate, line_type::kAnticulminate}) {
-        if (!IsTypeOn(type)) continue;
+        if (!IsLineTypeOn(type)) continue;
         for (std::int16_t p = 1; p <= point::kLast; ++p) {
             if (IsPointDrawn(slot, p)) PlotMeridianLine(frame, p, type);
         }
@@ -178,13 +134,13 @@ void PlotMeridianLines(Flag /*printing*/, std::int16_t slot) {
 }
 
 void PlotRiseSetLines(Flag /*printing*/, std::int16_t slot) {
-    if (!IsTypeOn(line_type::kRise) && !IsTypeOn(line_type::kSet)) return;
+    if (!IsLineTypeOn(line_type::kRise) && !IsLineTypeOn(line_type::kSet)) return;
     const LineFrame frame = MakeLineFrame(slot);
     for (std::int16_t p = 1; p <= point::kLast; ++p) {
         if (!IsPointDrawn(slot, p) || !HasRiseSetLine(p)) continue;
         const HorizonCircle circle = RiseSetCircle(frame, p);
         for (const std::int16_t type : {line_type::kRise, line_type::kSet}) {
-            if (IsTypeOn(type)) PlotRiseSetLine(circle, p, type);
+            if (IsLineTypeOn(type)) PlotRiseSetLine(circle, p, type);
         }
     }
 }

@@ -16,6 +16,13 @@ inline constexpr std::int16_t kCulminate = 1;
 inline constexpr std::int16_t kAnticulminate = 2;
 inline constexpr std::int16_t kRise = 3;
 inline constexpr std::int16_t kSet = 4;
+inline constexpr std::int16_t kParanRiseRise = 5;  ///< both points on the horizon
+inline constexpr std::int16_t kParanRiseCulm = 6;  ///< one of them on the meridian
+inline constexpr std::int16_t kLocalSpace = 7;
+inline constexpr std::int16_t kLocalHouse = 8;
+inline constexpr std::int16_t kHorizon = 9;
+inline constexpr std::int16_t kEcliptic = 10;
+inline constexpr std::int16_t kSigns = 11;
 inline constexpr std::int16_t kPointLabel = 14;
 }  // namespace line_type
 
@@ -62,12 +69,8 @@ std::string LabelText(std::int16_t code, std::int16_t type);
 /// Caption word of a line side: 1 " Upper", 2 " Lower", 3 " Rising", 4 " Setting", otherwise "".
 std::string PlotLineAnnotation(std::int16_t code);
 
-/// Connection points, all optional: lines of other rooms, in the order in which they are drawn.
+/// Connection points, all optional: the caption of the window, and lines of other rooms.
 extern void (*refreshCaption)();
-extern void (*shadeNight)(Flag printing, std::int16_t slot);
-extern void (*plotLocalLines)(Flag printing, std::int16_t slot);
-extern void (*plotParans)(Flag printing, std::int16_t slot);
-extern void (*plotCircles)(Flag printing, std::int16_t slot);
 extern void (*plotEclipseLines)(Flag printing);
 
 /// Text of a fixed star's label (points 37 to 72); empty while there are no stars.

@@ -36,37 +36,34 @@ double HourOrigin(const LineFrame& frame, std::int16_t number) {
     return ra - frame.midheavenRA - frame.placeLongW;
 }
 
-// Adds the point of the circle at longitude +-180 between two samples that lie on either side.
-// With x = cos u and y = cos(tilt) sin u, the relative longitude L has tan L = cos(tilt) tan u.
-LinePosition CrossingAtAntimeridian(const HorizonCircle& circle, double uNear) {
-    const double relative = (180 - circle.node) * DegToRad;
-    const double shrink = circle.cosineTilt;
-    double u = std::atan2(std::sin(relative), std::cos(relative) * shrink) / DegToRad;
-    // The two solutions lie 180 degrees apart; the one within the step is meant.
-    u += 180 * std::round((uNear - u) / 180);
-    return {RadToDeg(ArcSin(circle.sineTilt * SinD(u))), 180};
+// Latitude at which the great circle through two positions on either side of the antimeridian
+// crosses it. The circle's plane has the normal a x b; a position (-cos lat, 0, sin lat) lies in
+// it.
+double CrossingLatitude(const LinePosition& a, const LinePosition& b) {
+    struct Vector {
+        double x, y, z;
+    };
+    const auto vectorOf = [](const LinePosition& p) -> Vector {
+        return {CosD(p.lat) * CosD(p.longitude), CosD(p.lat) * SinD(p.longitude), SinD(p.lat)};
+    };
+    const Vector u = vectorOf(a);
+    const Vector v = vectorOf(b);
+    const double normalX = u.y * v.z - u.z * v.y;
+    const double normalZ = u.x * v.y - u.y * v.x;
+    if (normalZ == 0) return std::copysign(90, a.lat + b.lat);
+    return RadToDeg(std::atan(normalX / normalZ));
 }
 
-std::vector<std::vector<LinePosition>> CircleRuns(const HorizonCircle& circle, std::int16_t type) {
-    std::vector<std::vector<LinePosition>> runs(1);
-    runs.back().reserve(kRiseSetSpan / kSampleStep + 2);
+std::vector<LinePosition> HalfCircle(const HorizonCircle& circle, std::int16_t type) {
+    std::vector<LinePosition> samples;
+    samples.reserve(kRiseSetSpan / kSampleStep + 1);
     const std::int16_t start = RiseSetStart(type);
     for (std::int16_t u = start; u <= start + kRiseSetSpan; u += kSampleStep) {
         LinePosition sample;
         CircleSample(circle, u, sample.lat, sample.longitude);
-        if (!runs.back().empty()) {
-            const double before = runs.back().back().longitude;
-            if (std::abs(sample.longitude - before) > 180) {
-                LinePosition edge = CrossingAtAntimeridian(circle, u - kSampleStep * 0.5);
-                edge.longitude = before > 0 ? 180 : -180;
-                runs.back().push_back(edge);
-                edge.longitude = -edge.longitude;
-                runs.push_back({edge});
-            }
-        }
-        runs.back().push_back(sample);
+        samples.push_back(sample);
     }
-    return runs;
+    return samples;
 }
 
 }  // namespace
@@ -79,6 +76,7 @@ LineFrame MakeLineFrame(std::int16_t slot) {
     GetObliquity(t, frame.obliquity);
     frame.offset = Ayanamsa(chart.Zodiac, t);
     frame.placeLongW = chartNow.PlaceLongW;
+    frame.placeLat = chartNow.PlaceLat;
     frame.midheavenRA = chart.RA[point::kMidheaven];
     return frame;
 }
@@ -136,6 +134,48 @@ bool HasRiseSetLine(std::int16_t point) {
     return point != point::kSouthNode;
 }
 
+void GreatCircleStep(double bearing, double startLat, double s, double& lat, double& longitude) {
+    const double b = RadToDeg(ArcTan2(CosD(s), SinD(s) * CosD(bearing)));
+    const double c = RadToDeg(ArcSin(SinD(bearing) * SinD(s)));
+    const double g = b + startLat;
+    lat = RadToDeg(ArcSin(CosD(c) * SinD(g)));
+    longitude = RadToDeg(ArcTan2(CosD(g), -TanD(c)));
+}
+
+double NudgedBearing(double bearing) {
+    return bearing == 90 || bearing == -90 ? bearing + 0.01 : bearing;
+}
+
+std::vector<LinePosition> GreatCircleSamples(double bearing, double startLat, double longitude,
+                                             std::int16_t extent) {
+    std::vector<LinePosition> samples;
+    samples.reserve(static_cast<std::size_t>(extent / kSampleStep) + 1);
+    for (std::int16_t s = 0; s <= extent; s += kSampleStep) {
+        LinePosition sample;
+        GreatCircleStep(bearing, startLat, s, sample.lat, sample.longitude);
+        sample.longitude = Modulo(sample.longitude + longitude + 180, 360) - 180;
+        samples.push_back(sample);
+    }
+    return samples;
+}
+
+std::vector<std::vector<LinePosition>> CutAtAntimeridian(const std::vector<LinePosition>& samples) {
+    std::vector<std::vector<LinePosition>> runs(1);
+    runs.back().reserve(samples.size() + 1);
+    const LinePosition* before = nullptr;
+    for (const LinePosition& sample : samples) {
+        if (before != nullptr && std::abs(sample.longitude - before->longitude) > 180) {
+            const double lat = CrossingLatitude(*before, sample);
+            const double out = before->longitude > 0 ? 180 : -180;
+            runs.back().push_back({lat, out});
+            runs.push_back({{lat, -out}});
+        }
+        runs.back().push_back(sample);
+        before = &sample;
+    }
+    return runs;
+}
+
 std::vector<std::vector<LinePosition>> LineRuns(const LineFrame& frame, std::int16_t point,
                                                 std::int16_t type) {
     if (type == line_type::kCulminate || type == line_type::kAnticulminate) {
@@ -143,7 +183,7 @@ std::vector<std::vector<LinePosition>> LineRuns(const LineFrame& frame, std::int
         return {{{-90, longitude}, {90, longitude}}};
     }
     if (!HasRiseSetLine(point)) return {};
-    return CircleRuns(RiseSetCircle(frame, point), type);
+    return CutAtAntimeridian(HalfCircle(RiseSetCircle(frame, point), type));
 }
 
 }  // namespace orvantis

@@ -15,6 +15,7 @@ struct LineFrame {
     double obliquity = 0;    ///< degrees, of date
     double offset = 0;       ///< zodiac offset, degrees
     double placeLongW = 0;   ///< the chart's place, degrees, WEST positive
+    double placeLat = 0;     ///< degrees, north positive
     double midheavenRA = 0;  ///< stored right ascension of the Midheaven, degrees
 };
 
@@ -65,9 +66,25 @@ struct LinePosition {
     double longitude = 0;
 };
 
-/// The whole line of a point of type 1 to 4 as runs that don't cross the antimeridian: a crossing
-/// ends one run at 180 or -180 degrees and starts the next at the other, on the exact circle.
-/// Meridians run from pole to pole. Empty where the point has no such line.
+/// Position `s` degrees along the great circle that leaves a place at latitude `startLat` in a
+/// direction (0 north, 90 WEST), and its longitude east of the place, -180 to 180. Degrees. By the
+/// spherical triangle of pole, place and position (W. Smart, Textbook on Spherical Astronomy,
+/// chapter 1); a direction of exactly 90 or -90 is to be moved by NudgedBearing.
+void GreatCircleStep(double bearing, double startLat, double s, double& lat, double& longitude);
+
+/// Due east and due west are moved by 0.01 degrees, which keeps tangents finite.
+double NudgedBearing(double bearing);
+
+/// Positions every 2 degrees from a place (longitude east positive) up to `extent` degrees off.
+std::vector<LinePosition> GreatCircleSamples(double bearing, double startLat, double longitude,
+                                             std::int16_t extent);
+
+/// Samples of a great circle as runs that don't cross the antimeridian: a crossing ends one run at
+/// 180 or -180 degrees and starts the next at the other, on the exact circle.
+std::vector<std::vector<LinePosition>> CutAtAntimeridian(const std::vector<LinePosition>& samples);
+
+/// The whole line of a point of type 1 to 4 as such runs. Meridians run from pole to pole. Empty
+/// where the point has no such line.
 std::vector<std::vector<LinePosition>> LineRuns(const LineFrame& frame, std::int16_t point,
                                                 std::int16_t type);
 

@@ -7,8 +7,10 @@ namespace orvantis {
 
 /// Floods each stretch of the map's edges that the crossings of the plot (plotState.crossings) show
 /// to be sea. Works on the line one pixel inside the map's edge, on which the crossings lie. A side
-/// without crossings, or whose crossings contradict each other, is left as it is, and so are
-/// stretches of less than 4 pixels. For flat views narrower than the world.
+/// whose crossings contradict each other is left as it is, and so are stretches of less than 4
+/// pixels. So is a side without crossings, and one whose crossings have all cancelled in pairs: one
+/// that goes in and one that goes out at the same position may be a tip of land or of a bay, so
+/// nothing tells of which kind the rest of the side is. For flat views narrower than the world.
 void FillEdgeSea();
 
 /// True if no crossing is left on any side once those at one position have cancelled in pairs: then

@@ -125,12 +125,4 @@ void RemoveLastFill() {
     if (document.fillCount > 0) --document.fillCount;
 }
 
-bool CanRemoveAllFills() {
-    return CurrentMap().fillCount >= 2;
-}
-
-bool CanRemoveLastFill() {
-    return CurrentMap().fillCount >= 1;
-}
-
 }  // namespace orvantis

@@ -8,8 +8,9 @@
 
 namespace orvantis {
 
-/// Floods the region at a pixel of the plot's surface up to the outline colour. Result of the
-/// operation: nonzero if it painted.
+/// Floods the region at a pixel of mapView.surface up to the outline colour. During a plot that is
+/// the plot's surface; a caller outside one sets it first. Result of the operation: nonzero if it
+/// painted.
 std::int16_t FloodAt(std::int16_t x, std::int16_t y, Colour colour);
 
 /// Most floods of one replay. A map that colours every country and island of the world one by one
@@ -25,9 +26,5 @@ void ReplayFills();
 /// records stay in memory, since views gone back to may still count them.
 void RemoveAllFills();
 void RemoveLastFill();
-
-/// Whether the menu offers them: all from two fills on, the last one from the first.
-bool CanRemoveAllFills();
-bool CanRemoveLastFill();
 
 }  // namespace orvantis

@@ -7,6 +7,7 @@
 #include "map/map_menus.h"
 #include "session/files.h"
 #include "session/session_state.h"
+#include "text/code_page.h"
 #include "text/numbers.h"
 #include "text/strings.h"
 
@@ -20,8 +21,6 @@ void (*plotFull)() = nullptr;
 
 namespace {
 
-constexpr std::size_t kTitleWidth = 80;
-constexpr std::size_t kCityFileWidth = 8;
 constexpr std::int16_t kMostFills = 32767;
 constexpr std::int16_t kCityNamesClass = 8;
 
@@ -67,7 +66,7 @@ bool ReadMap(FileHandle file, MapDocument& document, std::vector<FillRecord>& fi
 void MendMap(MapDocument& document) {
     const bool cityFileThere =
         !document.cityFile.empty() &&
-        FileExists(session.UserDataPath + document.cityFile + ".ovc") != kFalse;
+        FileExists(session.UserDataPath + ToUtf8(document.cityFile) + ".ovc") != kFalse;
     if (!cityFileThere) {
         document.cityFile.clear();
         document.hidden[kCityNamesClass] = kTrue;
@@ -84,7 +83,7 @@ MapDocument& CurrentMap() {
 MapDocument GetMapDocument(const std::uint8_t* p) {
     MapDocument document;
     document.reserved = GetI16(p);
-    document.title = TrimRight(GetText(p + 2, kTitleWidth));
+    document.title = TrimRight(GetText(p + 2, kMapTitleWidth));
     document.south = GetF32(p + 82);
     document.west = GetF32(p + 86);
     document.north = GetF32(p + 90);
@@ -105,7 +104,7 @@ MapDocument GetMapDocument(const std::uint8_t* p) {
 
 void PutMapDocument(std::uint8_t* p, const MapDocument& document) {
     PutI16(p, document.reserved);
-    PutText(p + 2, kTitleWidth, document.title);
+    PutText(p + 2, kMapTitleWidth, document.title);
     PutF32(p + 82, document.south);
     PutF32(p + 86, document.west);
     PutF32(p + 90, document.north);
@@ -176,7 +175,7 @@ Flag OpenMap(std::string_view path, Flag redraw) {
     MendMap(document);
     CurrentMap() = std::move(document);
     mapState.fills = std::move(fills);
-    mapState.name = BaseName(path, true);
+    mapState.name = FromUtf8(BaseName(path, true));
     RefreshMapMenus(mapState.current);
     if (redraw == kFalse) return kFalse;
     if (addRecentMap != nullptr) addRecentMap(path);

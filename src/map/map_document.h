@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -52,6 +53,8 @@ struct MapDocument {
 };
 
 inline constexpr std::int64_t kMapDocumentSize = 140;
+inline constexpr std::size_t kMapTitleWidth = 80;  ///< characters
+inline constexpr std::size_t kCityFileWidth = 8;
 
 /// Seed of one fill, 12 bytes on disk: lat, longitude, colour, 4 bytes each.
 struct FillRecord {
@@ -70,7 +73,8 @@ struct MapState {
     std::int16_t current = 1;              ///< number of the current record
     std::int16_t viewTop = 1;              ///< number that counts the views made
     std::int16_t viewLowest = 1;           ///< lowest such number that can be gone back to
-    std::string name;                      ///< name of the document last opened, "" none
+    std::string name;                      ///< name of the document last opened or saved, bytes of
+                                           ///< code page 1252, "" none
     std::vector<FillRecord> fills{1};      ///< 1 to fillCount; element 0 stands unused
     std::array<Image, 7> viewImages;       ///< pictures that views 1 to 5 have kept; by number
 };
@@ -80,7 +84,9 @@ extern MapState mapState;
 /// The current map document.
 MapDocument& CurrentMap();
 
-/// Records to and from their bytes on disk.
+/// Records to and from their bytes on disk. Reading brings projection and precision into their
+/// ranges, so that a file with others opens and is saved with the nearest ones; the rest is as it
+/// stands.
 MapDocument GetMapDocument(const std::uint8_t* p);
 void PutMapDocument(std::uint8_t* p, const MapDocument& document);
 FillRecord GetFillRecord(const std::uint8_t* p);

@@ -181,32 +181,41 @@ void IndexLevel(std::int16_t level, LevelReader& reader, bool& mismatch) {
     }
 }
 
-// False if the index file couldn't be replaced; the user has been told.
-bool WriteIndex() {
+// Leaves a run-time error if the index file couldn't be replaced.
+void WriteIndex() {
     Bytes bytes(static_cast<std::size_t>(pointDatabase.count * kLineIndexEntrySize));
     for (int line = 1; line <= pointDatabase.count; ++line) {
         const auto number = static_cast<std::size_t>(line);
         PutLineIndexEntry(bytes.data() + (number - 1) * kLineIndexEntrySize,
                           pointDatabase.LineIndex[number]);
     }
-    return ReplaceFile(IndexPath(), bytes);
+    ReplaceFileSilently(IndexPath(), bytes);
+}
+
+// Without all level files there is no index.
+Flag DropIndex() {
+    pointDatabase.count = 0;
+    pointDatabase.LineIndex.assign(1, {});
+    return kTrue;
 }
 
 Flag BuildIndex() {
     bool mismatch = false;
-    pointDatabase.count = 0;
     pointDatabase.LineIndex.assign(kIndexCapacity + 1, {});
     for (std::int16_t level = 1; level <= kLevels; ++level) {
         pointDatabase.count = 0;
         LevelReader reader;
-        if (!OpenLevel(reader, LevelPath(level))) return kTrue;
+        if (!OpenLevel(reader, LevelPath(level))) return DropIndex();
         IndexLevel(level, reader, mismatch);
         CloseLevel(reader);
         if (PendingRunTimeError() != 0) break;
     }
-    if (HandleRunTimeError(kIndexFailedText)) return kTrue;
+    if (HandleRunTimeError(kIndexFailedText)) return DropIndex();
+    // The index serves in memory, whether it can be kept or not.
     BuildClassRanges();
-    return WriteIndex() && !mismatch ? kFalse : kTrue;
+    WriteIndex();
+    const bool unwritten = HandleRunTimeError(kIndexFailedText);
+    return unwritten || mismatch ? kTrue : kFalse;
 }
 
 std::int16_t CodeOfLine(int line) {
@@ -234,7 +243,8 @@ Flag GenerateLevels(std::string_view level1Path, std::string_view progressText) 
     if (HandleRunTimeError(kLevelsFailedText)) return kTrue;
 
     const std::string stem(level1Path.substr(0, level1Path.size() - kTail));
-    for (std::int16_t level = 2; level <= kLevels; ++level) {
+    // Level 2 comes last: as long as it is older than level 1, the files are made anew.
+    for (std::int16_t level = kLevels; level >= 2; --level) {
         const std::string path = stem + std::to_string(level) + ".pnt";
         if (!ReplaceFile(path, files[static_cast<std::size_t>(level)])) return kTrue;
     }
@@ -257,7 +267,12 @@ Flag LoadLineIndex() {
         BuildClassRanges();
         return kFalse;
     }
+    return RebuildLineIndex();
+}
+
+Flag RebuildLineIndex() {
     DropRunTimeError();
+    DeleteFile(IndexPath());
     return BuildIndex();
 }
 
@@ -274,7 +289,8 @@ void RepairDatabase() {
     const bool failed = GenerateLevels(LevelPath(1), kFirstUseText) != kFalse;
     shell.ShowProgress("", 100);
     if (!failed) {
-        LoadLineIndex();
+        // Whatever its date, the old index is not of these files.
+        RebuildLineIndex();
         if (plotFull != nullptr) plotFull();
     }
     shell.SetPointer(Pointer::Default);
@@ -285,7 +301,8 @@ void RepairDatabase() {
 void BuildClassRanges() {
     // The first entry of a class is never cleared before a rebuild and so keeps, for the life of
     // the process, the value of the first one: kept on purpose, as a simplification. Only the last
-    // follows later rebuilds. Codes of no class leave no trace.
+    // follows later rebuilds. Codes of no class leave no trace. Of a class that comes back later
+    // on, out of the order of codes, the range takes in what lies between.
     const auto rowOf = [](int detailClass) -> ClassRow* {
         return detailClass >= 1 && detailClass <= 7
                    ? &pointDatabase.ClassRange[static_cast<std::size_t>(detailClass)]

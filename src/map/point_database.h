@@ -106,9 +106,11 @@ std::string LevelPath(std::int16_t level);
 
 /// Writes level2.pnt to level5.pnt beside `level1Path`; the name is cut by its last five
 /// characters. Each file is replaced as a whole, and none before all of level 1 has been read. The
-/// status panel shows `progressText` and the share of work done, 67 to 100 percent. A header or a
-/// run of points that the file's end cuts short ends the reading there. Returns the failed flag;
-/// the user has been told: of a file that can't be opened by "Open Error", of a run-time failure
+/// status panel shows `progressText` and the share of work done, 67 to 100 percent. Level 2 is
+/// written last: LevelsNeedRebuild goes by its date, so a failure half way is known at the next
+/// start. A header or a run of points that the file's end cuts short ends the reading there.
+/// Returns the failed flag; the user has been told: of a file that can't be opened by "Open Error",
+/// of a run-time failure
 /// ("File too large" above kLargestDatabase, "Overflow" above 32767 lines) by "Database Error".
 Flag GenerateLevels(std::string_view level1Path, std::string_view progressText);
 
@@ -119,10 +121,17 @@ bool LevelsNeedRebuild();
 /// builds them from the level files and rewrites levelx.ndx. An index that is read is taken as it
 /// stands, and no level file is opened for it: who reads points checks against the file that they
 /// are read from. Returns the failed flag: a code differs between levels, or a failure of which the
-/// user has been told. That is "Open Error" for a level file or an index that can't be opened, and
-/// "Database Error" for a run-time failure of the walk, such as "Overflow" above 32767 lines. An
-/// index that was built but couldn't be written serves all the same.
+/// user has been told. That is "Open Error" for a level file that can't be opened, and "Database
+/// Error" for a run-time failure of the rebuild, such as "Overflow" above 32767 lines or "Disk
+/// full". An index that was built but couldn't be written serves all the same; after any other
+/// failure there is none, and `count` is 0.
+///
+/// The number of lines is that of level 5. Entries behind it, of lines that level 5 lacks, stay in
+/// LineIndex until the index is read or built again.
 Flag LoadLineIndex();
+
+/// The same from the level files, whatever levelx.ndx holds and however late it is.
+Flag RebuildLineIndex();
 
 /// On the user's wish makes the level files and the index anew, and plots the map in full. Asks
 /// first, and tells when it is done or why it isn't.

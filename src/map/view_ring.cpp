@@ -1,6 +1,9 @@
 #include "map/view_ring.h"
 
+#include <algorithm>
+
 #include "map/map_menus.h"
+#include "map/plot.h"
 #include "map/projection.h"
 #include "session/session_state.h"
 #include "session/settings.h"
@@ -27,11 +30,22 @@ constexpr float kHighestView = 120;
 constexpr float kMercatorSouth = -65;
 constexpr float kMercatorNorth = 75;
 
+// Between these a view is doubled. Towards a pole Mercator's projection stretches so much that the
+// last degrees would leave no room for the rest of the view.
+struct LatBand {
+    float lowest = -90;
+    float highest = 90;
+};
+
+LatBand BandOf(std::int16_t projectionNumber) {
+    return projectionNumber == projection::kMercator ? LatBand{-80, 85} : LatBand{};
+}
+
 // The view that is left keeps the bare map, or nothing: what an earlier lap of the ring left there
-// is no picture of it.
+// is no picture of it, nor is the stored image once its own plot was given up.
 void KeepPicture() {
     Image& kept = mapState.viewImages[static_cast<std::size_t>(mapState.current)];
-    if (options.storeImages != kFalse) {
+    if (options.storeImages != kFalse && !plotState.interrupted) {
         kept = session.StoredImage;
     } else {
         kept = {};
@@ -81,17 +95,18 @@ std::string LongText(float longitude) {
     return FormatLongMinutes(RoundToInt16(static_cast<double>(longitude) * 60));
 }
 
-// Edges half a height from the centre, moved together to stay between the poles.
-void SetLatitudes(ViewEdges& edges, float centre, float height) {
+// Edges half a height from the centre, moved together to stay in the band; those of the band, if it
+// is lower than that.
+void SetLatitudes(ViewEdges& edges, float centre, float height, const LatBand& band) {
     edges.south = centre - height / 2;
     edges.north = centre + height / 2;
-    if (edges.north > 90) {
-        edges.north = 90;
-        edges.south = 90 - height;
+    if (edges.north > band.highest) {
+        edges.north = band.highest;
+        edges.south = band.highest - height;
     }
-    if (edges.south < -90) {
-        edges.south = -90;
-        edges.north = height - 90;
+    if (edges.south < band.lowest) {
+        edges.south = band.lowest;
+        edges.north = std::min(band.lowest + height, band.highest);
     }
 }
 
@@ -166,7 +181,7 @@ void ZoomOut() {
         edges.south = kMercatorSouth;
         edges.north = kMercatorNorth;
     } else {
-        SetLatitudes(edges, view.centreLat, height);
+        SetLatitudes(edges, view.centreLat, height, BandOf(view.projection));
     }
     PushView(edges, AreaTitle(edges));
 }

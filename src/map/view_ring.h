@@ -23,14 +23,16 @@ std::string AreaTitle(const ViewEdges& edges);
 
 /// Makes a new view with these edges, otherwise like the current one, current, and plots it in
 /// full. `title` takes the place of a title that begins with "Lat:"; any other title stays. With
-/// options.storeImages on, the view that is left keeps its picture, which is the stored image.
+/// options.storeImages on, the view that is left keeps its picture, which is the stored image,
+/// unless its plot was given up after a failure.
 void PushView(const ViewEdges& edges, std::string_view title);
 
 /// Goes back to the view before: with the picture that it kept, if that still fits the map area,
 /// and otherwise with a full plot. Without a view to go back to asks whether to zoom out.
 void PreviousView();
 
-/// Pushes a view of twice the height and width about the same centre, or of the whole world. Does
+/// Pushes a view of twice the height and width about the same centre, or of the whole world. It is
+/// moved to stay between the poles, in Mercator's projection between 80 south and 85 north. Does
 /// nothing on a view that is the whole world.
 void ZoomOut();
 

@@ -44,9 +44,9 @@ Flag LoadDatabase();
 enum class ChartStatus {
     Ok,
     NoFile,        ///< the file isn't there, or can't be opened (then the user has been told)
-    NotSupported,  ///< a chart file of a kind that isn't read
+    NotSupported,  ///< a chart file that is there and can't be opened
     NoSuchChart,   ///< the file holds no chart of that number
-    BadRecord,     ///< the chart's record can't be read
+    BadRecord,     ///< the chart's record, or the list of a type 3 file, can't be read
     Failed,        ///< the calculation failed; the user has been told
 };
 

@@ -367,6 +367,18 @@ bool WriteBytes(FileHandle file, std::int64_t position, std::span<const std::uin
     return false;
 }
 
+bool SetFileLength(FileHandle file, std::int64_t length) {
+    const int descriptor = Descriptor(file);
+    if (descriptor < 0 || length < 0) {
+        RaiseRunTimeError(error::kBadFileName);
+        return false;
+    }
+    if (::ftruncate(descriptor, length) == 0) return true;
+    const bool closedToWriting = errno == EBADF || errno == EINVAL;
+    RaiseRunTimeError(closedToWriting ? error::kBadFileMode : ErrorOfErrno(errno, {}));
+    return false;
+}
+
 bool ReplaceFile(std::string_view path, std::span<const std::uint8_t> bytes) {
     const std::int16_t errorNumber = StoreFile(path, bytes);
     if (errorNumber != 0) ShowOpenError(path, errorNumber);
@@ -432,6 +444,28 @@ bool FolderShowsFile(std::string_view folder) {
 
 void DeleteFile(std::string_view path) {
     if (IsUsablePath(path)) ::unlink(NativePath(path).c_str());
+}
+
+std::int16_t MoveFile(std::string_view from, std::string_view to) {
+    if (!IsUsablePath(from) || !IsUsablePath(to)) return error::kBadFileName;
+    const std::string source = NativePath(from);
+    const std::string target = NativePath(to);
+    struct stat status {};
+    if (::stat(source.c_str(), &status) != 0) return ErrorOfErrno(errno, source);
+    if (!S_ISREG(status.st_mode)) return error::kPathAccess;
+    if (::access(source.c_str(), W_OK) != 0) return ErrorOfErrno(errno, source);
+    return ::rename(source.c_str(), target.c_str()) == 0 ? std::int16_t{0}
+                                                         : ErrorOfErrno(errno, target);
+}
+
+std::int16_t CopyAccessRights(std::string_view from, std::string_view to) {
+    if (!IsUsablePath(from) || !IsUsablePath(to)) return error::kBadFileName;
+    const std::string source = NativePath(from);
+    const std::string target = NativePath(to);
+    struct stat status {};
+    if (::stat(source.c_str(), &status) != 0) return ErrorOfErrno(errno, source);
+    return ::chmod(target.c_str(), status.st_mode & 07777) == 0 ? std::int16_t{0}
+                                                                : ErrorOfErrno(errno, target);
 }
 
 std::optional<fs::file_time_type> FileDate(std::string_view path) {

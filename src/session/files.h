@@ -83,6 +83,10 @@ std::size_t ReadWhatIsThere(FileHandle file, std::int64_t position, std::span<st
 /// Writes bytes at `position`, counted from 1. False, with a run-time error, on failure.
 bool WriteBytes(FileHandle file, std::int64_t position, std::span<const std::uint8_t> bytes);
 
+/// Cuts a file to a length in bytes, or makes it longer with bytes 0. False, with a run-time error,
+/// on failure.
+bool SetFileLength(FileHandle file, std::int64_t length);
+
 /// Replaces the file by one that holds just these bytes: written beside it under a short name
 /// ("~orv", the process's number and a count), brought to the disk, then renamed, so that whoever
 /// reads sees the old file or the new one, also after a loss of power. The file keeps its access
@@ -113,6 +117,13 @@ bool FolderShowsFile(std::string_view folder);
 
 /// Deletes a file; a missing one is no error.
 void DeleteFile(std::string_view path);
+
+/// Gives a file another name in the same folder tree; a file that had that name is gone. Returns the
+/// error number, 0 for none. What isn't a file, and a file that may not be written, isn't moved.
+std::int16_t MoveFile(std::string_view from, std::string_view to);
+
+/// Gives the file `to` the access rights of the file `from`. Returns the error number, 0 for none.
+std::int16_t CopyAccessRights(std::string_view from, std::string_view to);
 
 /// Time of the last change. No value if the file isn't there.
 std::optional<std::filesystem::file_time_type> FileDate(std::string_view path);

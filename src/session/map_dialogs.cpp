@@ -24,6 +24,8 @@ const std::array<DetailBox, 6> kDetailBoxes = {{{"City Names", 8},
 namespace {
 
 constexpr std::size_t kLongestName = 8;
+constexpr std::string_view kBadName =
+    "File name is not valid. Please enter a name with up to 8 characters with no extension.";
 constexpr std::int16_t kCityNamesClass = 8;
 constexpr double kLeastInterval = 1;
 constexpr double kMostInterval = 90;
@@ -35,6 +37,17 @@ bool IsMapName(std::string_view name) {
         return static_cast<unsigned char>(c) >= ' ' &&
                std::string_view(".\\/:*?\"<>|").find(c) == std::string_view::npos;
     });
+}
+
+void TellBadName() {
+    session.shell->MessageBox(kBadName, "File Error", BoxButtons::Ok, BoxIcon::Exclamation);
+}
+
+// True if the document's file brings the name back as it is: not longer, not blank, and without
+// blanks at its ends or characters that its bytes can't say.
+bool FitsCityFile(std::string_view name, std::string_view nativeName) {
+    return !name.empty() && name.size() <= kCityFileWidth && Trim(name) == name &&
+           ToUtf8(name) == nativeName;
 }
 
 bool MayOverwrite() {
@@ -62,21 +75,18 @@ bool AcceptSaveMap(const SaveMapForm& form) {
     const std::string path = AddBackslash(form.folder) + ToUtf8(name) + ".ovm";
     if (!name.empty() && FileExists(path) != kFalse && !MayOverwrite()) return false;
     if (!IsMapName(name)) {
-        session.shell->MessageBox(
-            "File name is not valid. Please enter a name with up to 8 characters with no "
-            "extension.",
-            "File Error", BoxButtons::Ok, BoxIcon::Exclamation);
+        TellBadName();
         return false;
     }
 
     // An old file of this name goes when the new one stands whole in its place.
     const std::string title = CurrentMap().title;
-    CurrentMap().title = Trim(form.description);
+    CurrentMap().title = TrimRight(Trim(form.description).substr(0, kMapTitleWidth));
     if (SaveMap(path) != kFalse) {
         CurrentMap().title = title;
         return false;
     }
-    mapState.name = BaseName(path, true);
+    mapState.name = name;
     AddRecentMap(path);
     return true;
 }
@@ -98,7 +108,13 @@ void SetDetail(MapDocument& map, std::int16_t detailClass, bool on) {
 bool ChooseCityFile(MapDocument& map) {
     const auto path = session.shell->ChooseFile("Select Cities File to Open", "*.ovc", false);
     if (!path) return false;
-    map.cityFile = BaseName(*path, true);
+    const std::string nativeName = BaseName(*path, true);
+    const std::string name = FromUtf8(nativeName);
+    if (!FitsCityFile(name, nativeName)) {
+        TellBadName();
+        return false;
+    }
+    map.cityFile = name;
     return true;
 }
 

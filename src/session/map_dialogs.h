@@ -17,7 +17,7 @@ namespace orvantis {
 struct SaveMapForm {
     std::string folder;       ///< where the file goes
     std::string name;         ///< up to 8 characters, without an extension
-    std::string description;  ///< becomes the map's title
+    std::string description;  ///< becomes the map's title, of which it has the first 80 characters
 };
 
 /// The form as it opens: the user's folder, the document's name and its title.
@@ -45,7 +45,8 @@ MapDocument OpenMapOptions();
 /// to select it, and the box stays off if he doesn't.
 void SetDetail(MapDocument& map, std::int16_t detailClass, bool on);
 
-/// "City &File...": takes the base name of the file that the user selects. False: cancelled.
+/// "City &File...": takes the base name of the file that the user selects. False: cancelled, or a
+/// name that a document can't hold, such as one of more than 8 characters; the user has been told.
 bool ChooseCityFile(MapDocument& map);
 
 /// What stands beside that button: the file's base name, or "None".

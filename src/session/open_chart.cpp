@@ -55,7 +55,9 @@ ChartStatus ReadChartFromFile(std::string_view path, std::int32_t n, FileChart& 
     std::int32_t count = 0;
     const FileHandle file = OpenChartFile(path, count, kFalse);
     if (file < 1) {
-        return FileExists(path) != 0 ? ChartStatus::NotSupported : ChartStatus::NoFile;
+        if (FileExists(path) == 0) return ChartStatus::NoFile;
+        const bool damaged = TakeRunTimeError(reason);
+        return damaged ? ChartStatus::BadRecord : ChartStatus::NotSupported;
     }
     const std::int16_t type = currentChartFileType;
     const bool held = n >= 1 && n <= count;

@@ -15,22 +15,69 @@ namespace orvantis {
 
 namespace {
 
-// True if every entry of the index can be a line's: of a class of lines, in ascending order, with
-// no count below 0.
+constexpr int kLevelFiles = 5;
+
+// True if an entry can be a line's: of a class of lines, with no count below 0.
+bool IsLine(const LineIndexEntry& entry) {
+    const bool hasClass =
+        std::any_of(kMapDetails.begin(), kMapDetails.end(), [&](const MapDetail& detail) {
+            return detail.hasLines && detail.detailClass == entry.code / 1000;
+        });
+    return hasClass && std::all_of(entry.pointCount.begin(), entry.pointCount.end(),
+                                   [](std::int16_t count) { return count >= 0; });
+}
+
+// True if every line of the index has its place in all five files. The last line of level 1 may
+// lack it: where its points run past the end of the file, it isn't taken over into the others.
+bool FilesAgree() {
+    const auto count = static_cast<std::size_t>(pointDatabase.count);
+    for (std::size_t n = 1; n < pointDatabase.LineIndex.size(); ++n) {
+        const auto& places = pointDatabase.LineIndex[n].pointPos;
+        const auto found = std::count_if(places.begin() + 1, places.end(),
+                                         [](std::int32_t place) { return place > 0; });
+        const bool whole = found == kLevelFiles;
+        const bool cut = found == 1 && places[1] > 0 && n == count + 1 && count > 0;
+        if (n <= count ? !whole : found > 0 && !cut) return false;
+    }
+    return true;
+}
+
+// True if the index is one of sound files: of lines alone, in the order of their codes.
 bool IndexIsSound() {
     std::int16_t before = 0;
     for (int n = 1; n <= pointDatabase.count; ++n) {
         const LineIndexEntry& entry = pointDatabase.LineIndex[static_cast<std::size_t>(n)];
-        const bool isLine =
-            std::any_of(kMapDetails.begin(), kMapDetails.end(), [&](const MapDetail& detail) {
-                return detail.hasLines && detail.detailClass == entry.code / 1000;
-            });
-        const bool hasCounts = std::all_of(entry.pointCount.begin(), entry.pointCount.end(),
-                                           [](std::int16_t count) { return count >= 0; });
-        if (!isLine || !hasCounts || entry.code < before) return false;
+        if (!IsLine(entry) || entry.code < before) return false;
         before = entry.code;
     }
-    return true;
+    return FilesAgree();
+}
+
+// True if fewer than half of what stands in level 1 can be lines.
+bool LevelOneIsSomethingElse() {
+    int all = 0;
+    int lines = 0;
+    for (const LineIndexEntry& entry : pointDatabase.LineIndex) {
+        if (entry.pointPos[1] < 1) continue;
+        ++all;
+        if (IsLine(entry)) ++lines;
+    }
+    return 2 * lines < all;
+}
+
+// What was read before and is refused leaves nothing behind, nor do the class ranges, which
+// otherwise keep where a class first began.
+Flag LoadIndexAnew() {
+    pointDatabase.ClassRange = {};
+    return RebuildLineIndex();
+}
+
+// False if the level files couldn't be made; the user has been told.
+bool MakeLevels() {
+    session.shell->ShowProgress(kFirstUseText, 0);
+    const Flag failed = GenerateLevels(LevelPath(1), kFirstUseText);
+    session.shell->ShowProgress("", 100);
+    return failed == kFalse;
 }
 
 Flag TellBadDatabase(std::string_view what) {
@@ -57,22 +104,28 @@ bool DatabaseIsMissing() {
 }
 
 void RebuildLevels() {
-    session.shell->ShowProgress(kFirstUseText, 0);
-    GenerateLevels(LevelPath(1), kFirstUseText);
-    session.shell->ShowProgress("", 100);
+    MakeLevels();
 }
 
 Flag LoadIndex() {
-    // A code that differs between levels leaves the index usable. An index that can't be one of
-    // lines is made anew once; if the lines themselves are at fault, that shows again.
-    LoadLineIndex();
-    if (!IndexIsSound()) {
-        DeleteFile(session.ProgramDir + "levelx.ndx");
-        LoadLineIndex();
+    // A code that differs between levels leaves the index usable. A fault of the index goes with a
+    // new one, and a fault of the files made from level 1 with those.
+    bool told = false;
+    Flag failed = LoadLineIndex();
+    if (!IndexIsSound()) failed = LoadIndexAnew();
+    if (!FilesAgree()) {
+        told = !MakeLevels();
+        failed = LoadIndexAnew();
     }
-    if (!IndexIsSound()) return TellBadDatabase("The file isn't a map database.");
-    if (pointDatabase.count < 1) return TellBadDatabase("The file holds no map lines.");
-    return kFalse;
+
+    // What is left is level 1's own: odd codes are let through, but not a file of something else.
+    if (!IndexIsSound() && LevelOneIsSomethingElse()) {
+        return TellBadDatabase("The file isn't a map database.");
+    }
+    if (pointDatabase.count > 0) return kFalse;
+    // An index that a failure left without lines says nothing about level 1.
+    if (failed != kFalse || told) return kTrue;
+    return TellBadDatabase("The file holds no map lines.");
 }
 
 Flag LoadDatabase() {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "charts/KVCharts.h"
+#include "charts/chart_lists.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 
@@ -160,11 +161,15 @@ TEST_F(ChartFiles, ForceLegacyOpensAsAFileWithoutAnExtension) {
     EXPECT_EQ(count_, 0);
 }
 
-TEST_F(ChartFiles, AType3FileIsToldButNotOpened) {
-    EXPECT_EQ(Open("three.ch6", Head(3, 86)), 0);
+TEST_F(ChartFiles, AType3FileWithoutChartsOpensAsAListInMemory) {
+    Bytes bytes = Head(3, 86);
+    EXPECT_EQ(Open("three.ch6", bytes), 1);
     EXPECT_EQ(type_, chart_file::kFormat3);
     EXPECT_EQ(count_, 0);
+    EXPECT_EQ(ChartFileDescription(type_, 1), "A description");
     EXPECT_TRUE(TestShell().boxes.empty());
+    CloseChartFile(type_, 1);
+    EXPECT_TRUE(openChartLists.empty());
 }
 
 TEST_F(ChartFiles, ChartTypesOfType2AreForcedIntoTheirRange) {

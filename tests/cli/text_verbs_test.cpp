@@ -139,7 +139,9 @@ TEST_F(TextVerbs, ATextOfMoreThan1000BytesEndsTheWorkWithExitCode3) {
 TEST_F(TextVerbs, ALineOfMoreThan1000BytesEndsTheWorkWithExitCode3) {
     const std::string longest = "1:00" + std::string(996, ' ');
     for (const std::string end : {"\n", "\r\n", ""}) {
-        const ProgramResult result = RunOn("parse time -", "2:00\n" + longest + end);
+        std::string input = "2:00\n";
+        input.append(longest).append(end);
+        const ProgramResult result = RunOn("parse time -", input);
         EXPECT_EQ(result.exitCode, 0);
         EXPECT_EQ(result.errors, "");
         ASSERT_EQ(Rows(result).size(), 2U);
@@ -148,8 +150,9 @@ TEST_F(TextVerbs, ALineOfMoreThan1000BytesEndsTheWorkWithExitCode3) {
     }
     for (const std::string end : {"\n", "\r\n", ""}) {
         for (const std::size_t more : {1U, 2U, 3U, 1000000U}) {
-            const ProgramResult result =
-                RunOn("parse time -", "2:00\n" + longest + std::string(more, ' ') + end + "3:00");
+            std::string input = "2:00\n";
+            input.append(longest).append(more, ' ').append(end).append("3:00");
+            const ProgramResult result = RunOn("parse time -", input);
             EXPECT_EQ(result.exitCode, 3);
             EXPECT_EQ(result.errors,
                       "orvantis-cli: line 2 of standard input: too long, 1000 bytes at most\n");

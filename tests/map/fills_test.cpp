@@ -180,7 +180,7 @@ TEST_F(FillsTest, PaletteMarkOfAColourIsNotCompared) {
     EXPECT_EQ(Floods(), Log{"FloodFill 245 89 255 0"});
 }
 
-TEST_F(FillsTest, SeedOnAnOutlinePixelStartsNoFlood) {
+TEST_F(FillsTest, SeedOnAnOutlinePixelIsFloodedFromAndPaintsNothing) {
     AddFill(1, 10, 0, true, 0);
     EXPECT_EQ(Floods().size(), 1U) << "it is tried, since the pixel isn't of the sea's colour";
     EXPECT_EQ(At(0, 0), kLand);
@@ -201,6 +201,55 @@ TEST_F(FillsTest, SeedOutsideAZoomedViewIsKeptAndComesBackWithTheView) {
     CurrentMap().south = -90;
     CurrentMap().north = 90;
     EXPECT_EQ(Floods(), Log{"FloodFill 245 89 16744512 0"});
+}
+
+// The view's edges are 30 west and 30 east, 15 south and 15 north.
+TEST_F(FillsTest, SeedOnAnEdgeOfTheViewIsOutsideAndOneAMinuteFurtherInIsFloodedFrom) {
+    struct Row {
+        float lat, longitude;
+        bool flooded;
+    };
+    constexpr float minute = 1.0F / 60;
+    const Row rows[] = {{14, -30, false},          {14, -30 + minute, true},
+                        {14, 30, false},           {14, 30 - minute, true},
+                        {15, 20, false},           {15 - minute, 20, true},
+                        {-15, 20, false},          {-15 + minute, 20, true},
+                        {14, -30 - minute, false}, {15 + minute, 20, false}};
+    level1.clear();  // an empty map: no sea of its own
+    AddLine(7001, {{5, 3600, 3600}, {5, 3660, 3660}});
+    MakeDatabase();
+    pointDatabase.ClassRange = {};
+    BuildClassRanges();
+    CurrentMap().west = -30;
+    CurrentMap().east = 30;
+    CurrentMap().south = -15;
+    CurrentMap().north = 15;
+    for (const Row& row : rows) {
+        CurrentMap().fillCount = 0;
+        AddFill(1, row.lat, row.longitude, false, 0x0000FF);
+        EXPECT_EQ(Floods().size(), row.flooded ? 1U : 0U) << row.lat << " " << row.longitude;
+    }
+}
+
+TEST_F(FillsTest, SeedInAViewOverTheDateLineIsPaintedOnEitherSideOfIt) {
+    CurrentMap().west = 150;
+    CurrentMap().east = -150;
+    CurrentMap().south = -15;
+    CurrentMap().north = 15;
+    // 6 pixels a degree from 150 east at x 25; 15 north lies at y 39.
+    for (const float longitude : {170.0F, 180.0F, -180.0F, -170.0F}) {
+        CurrentMap().fillCount = 0;
+        AddFill(1, 5, longitude, false, 0x0000FF);
+        const int x =
+            25 + 6 * (static_cast<int>(longitude < 0 ? longitude + 360 : longitude) - 150);
+        EXPECT_EQ(Floods(), Log{"FloodFill " + std::to_string(x) + " 99 255 0"}) << longitude;
+        EXPECT_EQ(surface.GetPixel(x, 99), 0x0000FF);
+    }
+    for (const float longitude : {150.0F, -150.0F, 149.0F, -149.0F, 0.0F}) {
+        CurrentMap().fillCount = 0;
+        AddFill(1, 5, longitude, false, 0x0000FF);
+        EXPECT_EQ(Floods(), Log{}) << longitude;
+    }
 }
 
 TEST_F(FillsTest, FillCountBeyondTheListStopsTheReplay) {
@@ -287,16 +336,6 @@ TEST_F(FillsTest, RemovingTheLastFillTakesOneAwayAndWithNoneChangesNothing) {
     RemoveLastFill();
     RemoveLastFill();
     EXPECT_EQ(CurrentMap().fillCount, 0);
-}
-
-TEST_F(FillsTest, RemovingAllNeedsTwoFillsAndRemovingTheLastOne) {
-    EXPECT_FALSE(CanRemoveLastFill());
-    EXPECT_FALSE(CanRemoveAllFills());
-    AddFill(1, 40, 40, true, 0);
-    EXPECT_TRUE(CanRemoveLastFill());
-    EXPECT_FALSE(CanRemoveAllFills());
-    AddFill(1, 40, 40, true, 0);
-    EXPECT_TRUE(CanRemoveAllFills());
 }
 
 TEST_F(FillsTest, FloodTellsWhetherItPainted) {

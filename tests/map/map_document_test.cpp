@@ -1,5 +1,6 @@
 #include "map/map_document.h"
 
+#include <filesystem>
 #include <limits>
 
 #include "map/map_fixture.h"
@@ -314,6 +315,89 @@ TEST_F(MapDocumentTest, NewMapTakesTheUsersWorldAndEndsWithRecordOneCurrent) {
     EXPECT_EQ(mapState.current, 1);
     EXPECT_EQ(CurrentMap().title, "My world");
     EXPECT_EQ(calls, (std::vector<std::string>{"menus 1", "recent world.ovm", "plot"}));
+}
+
+TEST_F(MapDocumentTest, NewMapPassesThroughRecordZeroAndLeavesTheOtherViewsAlone) {
+    folder.Write("world.ovm", Bytes(20, 0));
+    mapState.documents[0].title = "Zero";
+    mapState.documents[1].title = "One";
+    mapState.documents[3].title = "Three";
+    mapState.current = 3;
+    // When the failure is told, the record that was current while the file was read is back.
+    class TitleShell : public ScriptedShell {
+      public:
+        BoxAnswer MessageBox(std::string_view text, std::string_view title, BoxButtons buttons,
+                             BoxIcon icon) override {
+            titles.push_back(CurrentMap().title);
+            return ScriptedShell::MessageBox(text, title, buttons, icon);
+        }
+        std::vector<std::string> titles;
+    };
+    TitleShell shell;
+    session.shell = &shell;
+    NewMap(kFalse);
+    EXPECT_EQ(shell.titles, std::vector<std::string>{"Zero"});
+    EXPECT_EQ(mapState.current, 1);
+    EXPECT_EQ(BytesOf(CurrentMap()), BytesOf({}));
+    EXPECT_EQ(mapState.documents[0].title, "Zero");
+    EXPECT_EQ(mapState.documents[3].title, "Three");
+}
+
+TEST_F(MapDocumentTest, NewMapWithAWorldThatCannotBeOpenedEndsWithRecordOneCurrent) {
+    MapDocument document;
+    document.title = "My world";
+    const std::string path = folder.Write("world.ovm", BytesOf(document));
+    mapState.current = 3;
+    // It is there, but no more files can be opened.
+    while (FileOpener(path, open_mode::kReadText, 0, kFalse) > 0) {
+    }
+    TestShell().boxes.clear();
+    NewMap(kTrue);
+    CloseAllFiles();
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{"Open Error: " + path + " /  / Too many files"});
+    EXPECT_EQ(mapState.current, 1);
+    EXPECT_EQ(BytesOf(CurrentMap()), BytesOf({}));
+    EXPECT_EQ(calls, (std::vector<std::string>{"menus 1", "plot"}));
+}
+
+TEST_F(MapDocumentTest, NewMapWithAFolderAsWorldMakesTheDefaultDocument) {
+    std::filesystem::create_directory(folder.File("world.ovm"));
+    mapState.current = 3;
+    NewMap(kTrue);
+    EXPECT_TRUE(TestShell().boxes.empty());
+    EXPECT_EQ(mapState.current, 1);
+    EXPECT_EQ(BytesOf(CurrentMap()), BytesOf({}));
+}
+
+TEST_F(MapDocumentTest, FailedOpeningForgetsTheStackedViewsAndTheirPictures) {
+    mapState.current = 4;
+    mapState.viewTop = 9;
+    mapState.viewLowest = 5;
+    mapState.documents[4].title = "Before";
+    for (Image& image : mapState.viewImages) image = {1, 1, {0xFF112233}};
+    EXPECT_NE(OpenMap(folder.Write("short.ovm", Bytes(20)), kTrue), kFalse);
+    EXPECT_EQ(mapState.current, 1);
+    EXPECT_EQ(mapState.viewTop, 1);
+    EXPECT_EQ(mapState.viewLowest, 1);
+    EXPECT_EQ(CurrentMap().title, "Before");
+    for (const Image& image : mapState.viewImages) EXPECT_TRUE(image.pixels.empty());
+}
+
+TEST_F(MapDocumentTest, NameOfAMapIsThatOfItsFileInTheProgramsCodePage) {
+    const std::string path = folder.Write("\xC3\x84rmel.ovm", BytesOf({}));
+    EXPECT_EQ(OpenMap(path, kFalse), kFalse);
+    EXPECT_EQ(mapState.name, "\xC4rmel");
+}
+
+TEST_F(MapDocumentTest, CityFileWithANameOutsideAsciiIsFound) {
+    folder.Write("C\xC3\xB4te.ovc", std::string_view("x"));
+    MapDocument document;
+    document.cityFile = "C\xF4te";
+    document.hidden[8] = kFalse;
+    EXPECT_EQ(OpenMap(folder.Write("cities.ovm", BytesOf(document)), kFalse), kFalse);
+    EXPECT_EQ(CurrentMap().cityFile, "C\xF4te");
+    EXPECT_EQ(CurrentMap().hidden[8], kFalse);
 }
 
 TEST_F(MapDocumentTest, NewMapWithAnUnreadableWorldTellsAndMakesTheDefaultDocument) {

@@ -5,6 +5,7 @@
 
 #include "map/map_fixture.h"
 #include "session/files.h"
+#include "support/failing_disk.h"
 
 namespace orvantis {
 namespace {
@@ -166,6 +167,26 @@ TEST_F(PointDatabaseTest, LevelTwoOlderThanLevelOneNeedsARebuild) {
     EXPECT_TRUE(LevelsNeedRebuild());
 }
 
+// Level 3 is the first that doesn't fit the disk; those before it in the order of work do.
+TEST_F(PointDatabaseTest, FailureAtLevelThreeLeavesLevelsThatNeedARebuild) {
+    AddLine(1001, {{5, 0, 0}, {3, 1, 1}, {2, 2, 2}, {1, 3, 3}, {5, 4, 4}});
+    MakeDatabase();
+    EXPECT_FALSE(LevelsNeedRebuild());
+    const auto now = fs::file_time_type::clock::now();
+    SetTime(LevelPath(1), now - seconds(10));
+    for (std::int16_t level = 2; level <= 5; ++level) SetTime(LevelPath(level), now - seconds(20));
+    ASSERT_EQ(fs::file_size(LevelPath(4)), 44U);
+    ASSERT_EQ(fs::file_size(LevelPath(3)), 50U);
+    {
+        const FullDisk disk(44);
+        EXPECT_NE(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
+    }
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{"Open Error: " + LevelPath(3) + " /  / Disk full"});
+    EXPECT_GT(fs::last_write_time(LevelPath(4)), now - seconds(20)) << "level 4 is new";
+    EXPECT_TRUE(LevelsNeedRebuild());
+}
+
 // An index with one line's code changed, so that a test can tell whether it was read or made anew.
 Bytes MarkedIndex(const std::string& path) {
     Bytes bytes = FileBytes(path);
@@ -292,14 +313,34 @@ TEST_F(PointDatabaseTest, MissingLevelLeavesTheIndexFileUnwritten) {
     EXPECT_EQ(FileExists(IndexPath()), kFalse);
 }
 
+constexpr const char* kIndexDiskFull =
+    "MessageBox|Database Error|Disk full\\r\\n\\r\\nUnable to create database "
+    "index.|Ok|Information";
+
+TEST_F(PointDatabaseTest, FullDiskWhileTheIndexIsWrittenIsToldAndTheIndexServesInMemory) {
+    AddThreeLines();
+    folder.Write("level1.pnt", level1);
+    ASSERT_EQ(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
+    {
+        const FullDisk disk(100);  // the index takes 120 bytes
+        EXPECT_NE(LoadLineIndex(), kFalse);
+    }
+    EXPECT_EQ(TestShell().log, std::vector<std::string>{kIndexDiskFull});
+    EXPECT_EQ(FileExists(IndexPath()), kFalse);
+    EXPECT_EQ(pointDatabase.count, 3);
+    EXPECT_EQ(pointDatabase.ClassRange[5].first, 3);
+    EXPECT_EQ(PendingRunTimeError(), 0);
+}
+
 TEST_F(PointDatabaseTest, IndexThatCannotBeWrittenIsTold) {
     AddThreeLines();
     folder.Write("level1.pnt", level1);
     ASSERT_EQ(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
     fs::create_directory(IndexPath());
     EXPECT_NE(LoadLineIndex(), kFalse);
-    EXPECT_EQ(TestShell().boxes, std::vector<std::string>{"Open Error: " + IndexPath() +
-                                                          " /  / Path/File access error"});
+    EXPECT_EQ(TestShell().log, std::vector<std::string>{
+                                   "MessageBox|Database Error|Path/File access error\\r\\n\\r\\n"
+                                   "Unable to create database index.|Ok|Information"});
     EXPECT_EQ(pointDatabase.count, 3) << "the index in memory serves";
     EXPECT_EQ(pointDatabase.ClassRange[5].first, 3);
 }
@@ -324,6 +365,18 @@ TEST_F(PointDatabaseTest, LineCutShortByTheEndOfLevelOneIsNotInTheIndex) {
     ASSERT_EQ(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
     EXPECT_EQ(LoadLineIndex(), kFalse);
     EXPECT_EQ(pointDatabase.count, 2);
+}
+
+TEST_F(PointDatabaseTest, LastHeaderOfLevelOneWhoseCountRunsPastTheEndIsNoLineOfTheIndex) {
+    AddThreeLines();
+    PutI16(&level1[level1.size() - 32 - 3 * 6 + 2], 9999);
+    folder.Write("level1.pnt", level1);
+    EXPECT_EQ(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
+    EXPECT_EQ(LoadLineIndex(), kFalse);
+    EXPECT_EQ(pointDatabase.count, 2);
+    EXPECT_EQ(pointDatabase.ClassRange[5].first, 0);
+    EXPECT_EQ(FileBytes(IndexPath()).size(), 80U);
+    EXPECT_TRUE(TestShell().boxes.empty());
 }
 
 TEST_F(PointDatabaseTest, HeaderCutShortByTheEndIsIgnored) {
@@ -437,6 +490,20 @@ TEST_F(PointDatabaseTest, RepairMakesLevelsAndIndexAnewAndPlots) {
     EXPECT_EQ(Entry(3).pointCount[5], 1);
 }
 
+TEST_F(PointDatabaseTest, RepairMakesAnewAnIndexThatIsDatedInTheFuture) {
+    AddThreeLines();
+    MakeDatabase();
+    folder.Write("levelx.ndx", MarkedIndex(IndexPath()));
+    SetTime(IndexPath(), fs::file_time_type::clock::now() + std::chrono::hours(24));
+    RepairDatabase();
+    EXPECT_EQ(TestShell().log.back(),
+              "MessageBox|Orvantis|Map database files have been regenerated.|Ok|Information");
+    EXPECT_EQ(Entry(1).code, 1001);
+    EXPECT_EQ(GetI16(FileBytes(IndexPath()).data()), 1001);
+    EXPECT_LT(fs::last_write_time(IndexPath()),
+              fs::file_time_type::clock::now() + std::chrono::hours(1));
+}
+
 TEST_F(PointDatabaseTest, RepairThatIsCancelledChangesNothing) {
     AddThreeLines();
     MakeDatabase();
@@ -492,6 +559,24 @@ TEST_F(PointDatabaseTest, CodesOfNoClassLeaveTheRangesAlone) {
     for (const std::size_t other : {0U, 2U, 3U, 4U, 5U, 6U, 7U}) {
         EXPECT_EQ(pointDatabase.ClassRange[other].first, 0);
     }
+}
+
+TEST_F(PointDatabaseTest, CodesThatDescendGiveRangesWithinTheIndexAndArePlotted) {
+    for (const std::int16_t code : {7002, 7001, 5001, 1002, 7000, 1001}) {
+        AddLine(code, {{5, 0, 0}, {5, 60, code}});
+    }
+    MakeDatabase();
+    const auto& range = pointDatabase.ClassRange;
+    EXPECT_EQ(range[7].first, 1);
+    EXPECT_EQ(range[7].last, 5);
+    EXPECT_EQ(range[5].first, 3);
+    EXPECT_EQ(range[5].last, 3);
+    EXPECT_EQ(range[1].first, 4);
+    EXPECT_EQ(range[1].last, 6);
+    CurrentMap().hidden.fill(kFalse);
+    PlotMap4(kFalse, surface, kTrue);
+    EXPECT_TRUE(TestShell().boxes.empty());
+    EXPECT_FALSE(plotState.interrupted);
 }
 
 TEST(LineInViewTest, FlatViewsCompareExtentsStrictly) {

@@ -135,6 +135,17 @@ TEST_F(ViewRingTest, WithoutStoreImagesNoPictureIsKeptAndTheViewIsPlottedInFull)
     EXPECT_EQ(plots, (std::vector<std::string>{"full", "full"}));
 }
 
+TEST_F(ViewRingTest, ViewWhosePlotWasGivenUpKeepsNoPicture) {
+    options.storeImages = kTrue;
+    session.StoredImage = Picture(0xFF112233);  // of the view before
+    mapState.viewImages[1] = Picture(0xFF000000);
+    plotState.interrupted = true;
+    PushView({10, 20, 30, 40}, "");
+    EXPECT_TRUE(mapState.viewImages[1].pixels.empty());
+    PreviousView();
+    EXPECT_EQ(plots, (std::vector<std::string>{"full", "full"}));
+}
+
 TEST_F(ViewRingTest, OpeningAMapForgetsTheKeptPictures) {
     options.storeImages = kTrue;
     session.StoredImage = Picture(0xFF112233);
@@ -201,6 +212,11 @@ TEST_F(ViewRingTest, ZoomingOutDoublesTheViewAndKeepsItOnTheEarth) {
         {"higher than 120 is the whole meridian", {0, 0, 61, 40}, 0, {-90, -20, 90, 60}},
         {"a world that isn't whole in height", {-40, -180, 30, 180}, 0, {-90, -180, 90, -180}},
         {"Mercator ends short of the poles", {-10, 0, 60, 150}, 1, {-65, -105, 75, -105}},
+        {"Mercator is moved down from 85 north", {60, 0, 80, 40}, 1, {45, -20, 85, 60}},
+        {"Mercator is moved up from 80 south", {-75, 0, -65, 40}, 1, {-80, -20, -60, 60}},
+        {"Mercator within its band stays", {40, 0, 60, 40}, 1, {30, -20, 70, 60}},
+        {"Mercator at its highest", {25, 0, 85, 40}, 1, {-35, -20, 85, 60}},
+        {"Mercator beyond its band comes back", {86, 0, 88, 40}, 1, {81, -20, 85, 60}},
     };
     for (const Row& row : rows) {
         mapState = {};

@@ -1,6 +1,8 @@
 // The colours on the frame of a zoom rectangle.
 #include "map/zoom_seeds.h"
 
+#include <cmath>
+
 #include "map/map_fixture.h"
 
 namespace orvantis {
@@ -127,6 +129,65 @@ TEST_F(ZoomSeedsTest, FillColoursAreListedWhateverTheirPaletteMark) {
     Paint(-30, -20, 30, 20, kRed);
     Search();
     EXPECT_EQ(CurrentMap().fillCount, 5);
+}
+
+TEST_F(ZoomSeedsTest, SeaColourThatAFillHasAsAColourOfItsOwnCountsAsSeaAlone) {
+    AddFill(1, 0, 0, false, kSea);
+    AddFill(1, 0, 0, false, PaletteColour(kSea));
+    Paint(-30, -20, 30, 20, kSea);
+    Search();
+    EXPECT_EQ(plotState.fillSeaOnly, kTrue);
+    EXPECT_EQ(plotState.fillOtherColour, kFalse);
+    EXPECT_EQ(CurrentMap().fillCount, 2);
+}
+
+// Mercator's latitude is the Gudermannian of its y: lat = atan(sinh(y)), y = asinh(tan(lat))
+// (Snyder, Map Projections, equations 7-4 and 7-2). The map is 360 by 180 pixels from (25, 39).
+// Tolerance: the rounding of a float of this size.
+TEST_F(ZoomSeedsTest, OnMercatorEachSeedLiesWhereTheRunsMiddleIs) {
+    constexpr double degree = 3.14159265358979323846 / 180;
+    AddFill(1, 0, 0, false, kRed);
+    SetView(-65, -180, 75, 180, projection::kMercator);
+    surface.Clear(kRed);
+    SeedsFromZoom(1, surface, 145, 60, 265, 180);
+    const double north = std::asinh(std::tan(75 * degree));
+    const double south = std::asinh(std::tan(-65 * degree));
+    const auto latOf = [&](double y) {
+        return std::atan(std::sinh(north - (y - 39) / 180 * (north - south))) / degree;
+    };
+    ASSERT_EQ(CurrentMap().fillCount, 5);
+    ExpectFill(2, latOf(120), 146 - 205 + 0.0167, PaletteColour(kRed));
+    ExpectFill(3, latOf(120), 264 - 205 - 0.0167, PaletteColour(kRed));
+    ExpectFill(4, latOf(61) - 0.0167, 0, PaletteColour(kRed));
+    ExpectFill(5, latOf(179) + 0.0167, 0, PaletteColour(kRed));
+}
+
+// Orthographic projection from above the equator: x = R cos(lat) sin(long), y = R sin(lat) (Snyder,
+// Map Projections, equations 20-3 and 20-4). Tolerance: an arc-minute, to which a globe rounds.
+TEST_F(ZoomSeedsTest, OnAGlobeEachSeedLiesWhereTheRunsMiddleIs) {
+    constexpr double degree = 3.14159265358979323846 / 180;
+    AddFill(1, 0, 0, false, kRed);
+    SetView(0, -90, 0, 90, projection::kGlobeSphere);
+    surface.Clear(kRed);
+    const MapRect& rect = mapView.rect;
+    const auto x0 = static_cast<std::int16_t>(rect.left + rect.width / 2);
+    const auto y0 = static_cast<std::int16_t>(rect.top + rect.height / 2);
+    SeedsFromZoom(1, surface, static_cast<std::int16_t>(x0 - 46),
+                  static_cast<std::int16_t>(y0 - 31), static_cast<std::int16_t>(x0 + 46),
+                  static_cast<std::int16_t>(y0 + 31));
+    const double across = std::asin(45 / (rect.width / 2.0)) / degree;
+    const double up = std::asin(30 / (rect.height / 2.0)) / degree;
+    struct Row {
+        double lat, longitude;
+    };
+    const Row rows[] = {
+        {0, -across + 0.0167}, {0, across - 0.0167}, {up - 0.0167, 0}, {-up + 0.0167, 0}};
+    ASSERT_EQ(CurrentMap().fillCount, 5);
+    for (std::size_t i = 0; i < 4; ++i) {
+        EXPECT_NEAR(mapState.fills[i + 2].lat, rows[i].lat, 1.0 / 60) << i;
+        EXPECT_NEAR(mapState.fills[i + 2].longitude, rows[i].longitude, 1.0 / 60) << i;
+        EXPECT_EQ(mapState.fills[i + 2].colour, PaletteColour(kRed));
+    }
 }
 
 TEST_F(ZoomSeedsTest, OnlyTheFirstSixteenColoursOfTheFillsAreKnown) {

@@ -176,6 +176,208 @@ TEST_F(Driver, ACodeThatDiffersBetweenLevelsDoesNotStopTheStart) {
     EXPECT_EQ(pointDatabase.count, 2);
 }
 
+// Gives the two lines of the index other codes and makes it later than the level files.
+void WriteLaterIndex(const TempFolder& folder, std::int16_t first, std::int16_t second) {
+    Bytes bytes = FileBytes(folder.File("program/levelx.ndx"));
+    ASSERT_EQ(bytes.size(), 80U);
+    PutI16(&bytes[0], first);
+    PutI16(&bytes[40], second);
+    folder.Write("program/levelx.ndx", bytes);
+    fs::last_write_time(folder.File("program/levelx.ndx"),
+                        fs::file_time_type::clock::now() + std::chrono::hours(1));
+}
+
+TEST_F(Driver, ALaterIndexOfPlausibleCodesInTheirOrderIsTakenAsItStands) {
+    Ship("level1.pnt", TwoLines());
+    Start();
+    ASSERT_EQ(LoadDatabase(), 0);
+    WriteLaterIndex(folder_, 1500, 7500);
+    pointDatabase = {};
+    EXPECT_EQ(LoadDatabase(), 0);
+    EXPECT_EQ(pointDatabase.LineIndex[2].code, 7500);
+    EXPECT_EQ(pointDatabase.ClassRange[7].first, 2);
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(Driver, AnIndexThatIsRefusedLeavesNoClassRangesBehind) {
+    Ship("level1.pnt", TwoLines());
+    Start();
+    ASSERT_EQ(LoadDatabase(), 0);
+    // Plausible codes, but not in their order.
+    WriteLaterIndex(folder_, 2000, 1000);
+    pointDatabase = {};
+    EXPECT_EQ(LoadDatabase(), 0);
+    EXPECT_EQ(pointDatabase.LineIndex[1].code, 1000);
+    EXPECT_EQ(pointDatabase.ClassRange[1].first, 1);
+    EXPECT_EQ(pointDatabase.ClassRange[1].last, 1);
+    EXPECT_EQ(pointDatabase.ClassRange[2].first, 2);
+    EXPECT_EQ(pointDatabase.ClassRange[2].last, 2);
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(Driver, AHeaderTooManyInLevelFiveMakesTheLevelsAnewAndTheStartGoesOn) {
+    Ship("level1.pnt", TwoLines());
+    Start();
+    ASSERT_EQ(LoadDatabase(), 0);
+    const Bytes good = FileBytes(NativePath(LevelPath(5)));
+    Bytes bad = good;
+    AppendLine(bad, 3000, "Three", {{5, 0, 0}});
+    folder_.Write("program/level5.pnt", bad);
+    fs::remove(folder_.File("program/levelx.ndx"));
+    pointDatabase = {};
+    EXPECT_EQ(LoadDatabase(), 0);
+    EXPECT_EQ(pointDatabase.count, 2);
+    EXPECT_EQ(FileBytes(NativePath(LevelPath(5))), good);
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(Driver, ALevelFileThatLacksLinesIsMadeAnew) {
+    Ship("level1.pnt", TwoLines());
+    Start();
+    ASSERT_EQ(LoadDatabase(), 0);
+    for (std::int16_t level = 2; level <= 5; ++level) {
+        const Bytes good = FileBytes(NativePath(LevelPath(level)));
+        folder_.Write("program/level" + std::to_string(level) + ".pnt", Bytes{});
+        fs::remove(folder_.File("program/levelx.ndx"));
+        pointDatabase = {};
+        EXPECT_EQ(LoadDatabase(), 0) << level;
+        EXPECT_EQ(pointDatabase.count, 2) << level;
+        EXPECT_EQ(FileBytes(NativePath(LevelPath(level))), good) << level;
+    }
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(Driver, AnEmptiedLevelFiveThatCannotBeMadeAnewIsToldAsThatAlone) {
+    Ship("level1.pnt", TwoLines());
+    Start();
+    ASSERT_EQ(LoadDatabase(), 0);
+    folder_.Write("program/level5.pnt", Bytes{});
+    fs::remove(folder_.File("program/levelx.ndx"));
+    const FullDisk disk(1);
+    EXPECT_NE(LoadDatabase(), 0);
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{"Open Error: " + folder_.File("program/level5.pnt") +
+                                       " /  / Disk full"});
+}
+
+TEST_F(Driver, OddCodesAmongTheLinesOfLevelOneAreLetThrough) {
+    Bytes odd;
+    for (const std::int16_t code : {7000, 9001, 1000, -5}) {
+        AppendLine(odd, code, "", {{5, 0, 0}, {5, 20, 0}});
+    }
+    Ship("level1.pnt", odd);
+    Start();
+    for (int start = 0; start < 2; ++start) {
+        pointDatabase = {};
+        EXPECT_EQ(LoadDatabase(), 0);
+        EXPECT_EQ(pointDatabase.count, 4);
+        EXPECT_EQ(pointDatabase.ClassRange[1].first, 3);
+    }
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(Driver, ADatabaseOfWhichFewerThanHalfCanBeLinesIsTold) {
+    Bytes odd;
+    for (const std::int16_t code : {1000, 9001, 9002}) AppendLine(odd, code, "", {{5, 0, 0}});
+    Ship("level1.pnt", odd);
+    Start();
+    EXPECT_NE(LoadDatabase(), 0);
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{"Database Error: " + folder_.File("program/level1.pnt") +
+                                       " / The file isn't a map database."});
+}
+
+TEST_F(Driver, ALevelFileThatCannotBeOpenedIsToldAndNothingElseIs) {
+    Ship("level1.pnt", TwoLines());
+    Start();
+    ASSERT_EQ(LoadDatabase(), 0);
+    fs::remove(folder_.File("program/level3.pnt"));
+    fs::create_directory(folder_.File("program/level3.pnt"));
+    const std::string box =
+        "Open Error: " + folder_.File("program/level3.pnt") + " /  / Path/File access error";
+    EXPECT_NE(LoadDatabase(), 0);
+    EXPECT_EQ(TestShell().boxes, (std::vector<std::string>{box, box}))
+        << "once when the levels are made, once when the index is";
+    EXPECT_EQ(pointDatabase.count, 0);
+}
+
+TEST_F(Driver, ALastLineOfLevelOneThatRunsPastTheEndIsLeftOutWithoutAWord) {
+    Bytes bytes = TwoLines();
+    PutI16(&bytes[bytes.size() - 32 - 2 * 6 + 2], 9999);
+    Ship("level1.pnt", bytes);
+    Start();
+    EXPECT_EQ(LoadDatabase(), 0);
+    EXPECT_EQ(pointDatabase.count, 1);
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(Driver, ADatabaseWhoseOnlyLineRunsPastTheEndHoldsNoLines) {
+    Bytes bytes;
+    AppendLine(bytes, 1000, "One", {{5, 0, 0}});
+    PutI16(&bytes[2], 9999);
+    Ship("level1.pnt", bytes);
+    Start();
+    EXPECT_NE(LoadDatabase(), 0);
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{"Database Error: " + folder_.File("program/level1.pnt") +
+                                       " / The file holds no map lines."});
+}
+
+TEST_F(Driver, AnEmptyDatabaseWithLevelsOfAnOtherIsToldAsEmpty) {
+    Ship("level1.pnt", {});
+    Start();
+    for (std::int16_t level = 2; level <= 5; ++level) {
+        folder_.Write("program/level" + std::to_string(level) + ".pnt", TwoLines());
+    }
+    EXPECT_NE(LoadDatabase(), 0);
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{"Database Error: " + folder_.File("program/level1.pnt") +
+                                       " / The file holds no map lines."});
+}
+
+TEST_F(Driver, ADatabaseOfOneLineAndOfAsManyAsCanBeCountedIsLoadedTwice) {
+    for (const int lines : {1, 32767}) {
+        Bytes bytes;
+        for (int n = 0; n < lines; ++n) AppendLine(bytes, 1000, "", {{5, 0, 0}});
+        folder_.Write("shipped/level1.pnt", bytes);
+        fs::remove_all(folder_.File("program"));
+        Start();
+        for (int start = 0; start < 2; ++start) {
+            pointDatabase = {};
+            EXPECT_EQ(LoadDatabase(), 0);
+            EXPECT_EQ(pointDatabase.count, lines);
+            EXPECT_EQ(pointDatabase.ClassRange[1].last, lines);
+        }
+        EXPECT_TRUE(TestShell().boxes.empty());
+        EndSession();
+    }
+}
+
+TEST_F(Driver, ADatabaseOfMoreLinesThanCanBeCountedIsToldAndEndsTheStart) {
+    Bytes bytes;
+    for (int n = 0; n < 32768; ++n) AppendLine(bytes, 1000, "", {});
+    Ship("level1.pnt", bytes);
+    Start();
+    EXPECT_NE(LoadDatabase(), 0);
+    ASSERT_FALSE(TestShell().boxes.empty());
+    EXPECT_EQ(TestShell().boxes.front(),
+              "Database Error: Overflow /  / Unable to create database files.");
+    EXPECT_FALSE(TestShell().boxes.back().starts_with("Database Error: " + folder_.Path()));
+}
+
+TEST_F(Driver, AFullDiskWhileTheIndexIsWrittenIsToldAndTheStartGoesOn) {
+    Bytes lines;
+    for (int n = 0; n < 10; ++n) AppendLine(lines, 1000, "", {});
+    Ship("level1.pnt", lines);
+    Start();
+    const FullDisk disk(320);  // a level file takes 320 bytes, the index 400
+    EXPECT_EQ(LoadDatabase(), 0);
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{
+                  "Database Error: Disk full /  / Unable to create database index."});
+    EXPECT_EQ(pointDatabase.count, 10);
+}
+
 TEST_F(Driver, AChartOnDisplayIsDescribedInTheCaption) {
     Start();
     EXPECT_EQ(Caption(), "Orvantis");
@@ -210,7 +412,8 @@ TEST_F(Driver, AChartFileThatIsNotThereAndANumberThatItDoesNotHoldAreToldApart) 
     const std::string head = folder_.Write("head.cht", Bytes{1, 0});
     EXPECT_EQ(OpenChart(head, 1, reason), ChartStatus::NoSuchChart);
     const std::string newest = folder_.Write("newest.cht", Bytes{3, 0});
-    EXPECT_EQ(OpenChart(newest, 1, reason), ChartStatus::NotSupported);
+    EXPECT_EQ(OpenChart(newest, 1, reason), ChartStatus::BadRecord);
+    EXPECT_EQ(reason.number, error::kPastEnd);
     EXPECT_EQ(session.ChartNumber, 0);
 }
 

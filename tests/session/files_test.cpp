@@ -46,6 +46,36 @@ TEST_F(Files, AFolderAndAPipeAreRefusedWithoutWaiting) {
     EXPECT_EQ(FileExists(folder_.Path()), kFalse);
 }
 
+TEST_F(Files, AQuietOpeningReadsAFileAndTellsNothingOfOneThatIsNotThere) {
+    const FileHandle file = OpenQuietly(folder_.Write("a.bin", "abc"));
+    ASSERT_NE(file, 0);
+    EXPECT_EQ(FileLength(file), 3);
+    EXPECT_EQ(OpenQuietly(folder_.File("none.bin")), 0);
+    EXPECT_EQ(OpenQuietly(folder_.Path()), 0);
+    EXPECT_EQ(OpenQuietly(""), 0);
+    EXPECT_TRUE(TestShell().boxes.empty());
+    EXPECT_EQ(PendingRunTimeError(), 0);
+    const std::array<std::uint8_t, 1> byte = {'x'};
+    EXPECT_FALSE(WriteBytes(file, 1, byte)) << "it is for reading alone";
+    RunTimeError ignored;
+    TakeRunTimeError(ignored);
+}
+
+TEST_F(Files, EachOpeningOfAHandleHasItsOwnNumber) {
+    const std::string path = folder_.Write("a.bin", "abc");
+    const FileHandle first = OpenQuietly(path);
+    const std::int32_t opening = OpeningOf(first);
+    EXPECT_NE(opening, 0);
+    EXPECT_EQ(OpeningOf(first), opening);
+    CloseAllFiles();
+    EXPECT_EQ(OpeningOf(first), 0);
+    const FileHandle second = FileOpener(path, open_mode::kBinary, 0, kFalse);
+    EXPECT_EQ(second, first);
+    EXPECT_NE(OpeningOf(second), 0);
+    EXPECT_NE(OpeningOf(second), opening);
+    EXPECT_EQ(OpeningOf(0), 0);
+}
+
 TEST_F(Files, OnlyWhatHasNoFileAndNoFolderOfItsNameIsMissing) {
     const std::string path = folder_.Write("a.txt", "x");
     EXPECT_FALSE(IsMissing(path));
@@ -241,8 +271,9 @@ TEST_F(Files, OpenErrorsTellTheReason) {
         for (const std::int16_t mode : {2, 4, 5}) {
             TestShell().boxes.clear();
             EXPECT_EQ(FileOpener(path, mode, 22, kFalse), 0);
-            EXPECT_EQ(TestShell().boxes,
-                      std::vector<std::string>{"Open Error: " + path + " /  / " + reason});
+            std::string box = "Open Error: ";
+            box.append(path).append(" /  / ").append(reason);
+            EXPECT_EQ(TestShell().boxes, std::vector<std::string>{box});
         }
     }
     TestShell().boxes.clear();
@@ -444,6 +475,58 @@ TEST_F(Files, AFolderShowsItsFilesButNeitherFoldersNorHiddenOnes) {
     EXPECT_FALSE(FolderShowsFile(folder_.File("a/.hidden")));
     folder_.Write("a/file", "");
     EXPECT_TRUE(FolderShowsFile(folder_.Path() + "A\\"));
+}
+
+TEST_F(Files, AMovedFileTakesThePlaceOfTheOneOfThatName) {
+    const std::string from = folder_.Write("from", "new");
+    const std::string to = folder_.Write("to", "old one");
+    EXPECT_EQ(MoveFile(from, to), 0);
+    EXPECT_EQ(FileBytes(to).size(), 3U);
+    EXPECT_FALSE(fs::exists(from));
+}
+
+TEST_F(Files, WhatIsNoFileOrMayNotBeWrittenIsNotMoved) {
+    fs::create_directory(folder_.File("folder"));
+    const std::string file = folder_.Write("file", "bytes");
+    EXPECT_EQ(MoveFile(folder_.File("none"), file), error::kFileNotFound);
+    EXPECT_EQ(MoveFile(folder_.File("folder"), folder_.File("other")), error::kPathAccess);
+    EXPECT_EQ(MoveFile(file, folder_.File("folder")), error::kPathAccess);
+    EXPECT_EQ(MoveFile(file, folder_.File("none/file")), error::kPathNotFound);
+    EXPECT_EQ(MoveFile("", file), error::kBadFileName);
+    EXPECT_EQ(MoveFile(file, std::string_view("a\0b", 3)), error::kBadFileName);
+    EXPECT_EQ(FileBytes(file).size(), 5U);
+    const auto move = [&] {
+        ActAsPlainUserOn(file, fs::perms::owner_read);
+        std::_Exit(MoveFile(file, folder_.File("other")) == error::kPermission ? 0 : 2);
+    };
+    fs::permissions(folder_.Path(), fs::perms::all);
+    EXPECT_EXIT(move(), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(Files, AccessRightsAreCopied) {
+    const std::string from = folder_.Write("from", "a");
+    const std::string to = folder_.Write("to", "b");
+    fs::permissions(from, fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(CopyAccessRights(from, to), 0);
+    EXPECT_EQ(fs::status(to).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(CopyAccessRights(folder_.File("none"), to), error::kFileNotFound);
+    EXPECT_EQ(CopyAccessRights(from, folder_.File("none")), error::kFileNotFound);
+    EXPECT_EQ(CopyAccessRights(from, ""), error::kBadFileName);
+}
+
+TEST_F(Files, AFileIsCutToALength) {
+    const std::string path = folder_.Write("a", "bytes");
+    const FileHandle file = FileOpener(path, open_mode::kBinary, 0, kFalse);
+    EXPECT_TRUE(SetFileLength(file, 2));
+    EXPECT_EQ(FileBytes(path), (Bytes{'b', 'y'}));
+    EXPECT_FALSE(SetFileLength(file, -1));
+    CloseFile(file);
+    EXPECT_FALSE(SetFileLength(file, 1));
+    RunTimeError ignored;
+    TakeRunTimeError(ignored);
+    EXPECT_FALSE(SetFileLength(FileOpener(path, open_mode::kReadText, 0, kFalse), 1));
+    EXPECT_EQ(PendingRunTimeError(), error::kBadFileMode);
+    EXPECT_EQ(FileBytes(path).size(), 2U);
 }
 
 TEST_F(Files, AddBackslashTrimsAndAddsOneAtMost) {

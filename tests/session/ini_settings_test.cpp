@@ -555,8 +555,8 @@ TEST_F(IniSettings, FoldersOf255CharactersAreTakenAndLongerOnesAreCutToThem) {
     fs::create_directories(folder);
     folder_.Write(folder.substr(folder_.Path().size()) + "/file", "x");
     for (const char* rest : {"", "xyz", "/none"}) {
-        const std::string keys =
-            "UserDataPath=" + folder + rest + "\r\nInterpPath=" + folder + rest;
+        std::string keys = "UserDataPath=";
+        keys.append(folder).append(rest).append("\r\nInterpPath=").append(folder).append(rest);
         Read(keys + "\r\n");
         EXPECT_EQ(session.UserDataPath, ProgramPath(folder) + "\\") << rest;
         EXPECT_EQ(session.InterpPath, ProgramPath(folder) + "\\") << rest;

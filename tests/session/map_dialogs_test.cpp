@@ -1,5 +1,7 @@
 #include "session/map_dialogs.h"
 
+#include <filesystem>
+
 #include "map/map_fixture.h"
 #include "map/map_menus.h"
 
@@ -50,6 +52,32 @@ TEST_F(SaveMapDialogTest, SavedPathJoinsTheRecentMaps) {
     ASSERT_EQ(session.RecentCount, 1);
     EXPECT_TRUE(session.RecentMaps[0].ends_with("europe.ovm"));
     EXPECT_EQ(OpenMap(session.RecentMaps[0], kFalse), kFalse) << "and is found again";
+}
+
+TEST_F(SaveMapDialogTest, NameOutsideAsciiIsSavedASecondTimeUnderTheSameName) {
+    EXPECT_TRUE(AcceptSaveMap({folder.Path(), "\xC4rmel", "x"}));
+    EXPECT_EQ(mapState.name, "\xC4rmel");
+    EXPECT_EQ(OpenSaveMap().name, "\xC4rmel");
+    TestShell().boxAnswers = {BoxAnswer::Yes};
+    EXPECT_TRUE(AcceptSaveMap(OpenSaveMap()));
+    EXPECT_EQ(TestShell().log, std::vector<std::string>{kExists});
+    EXPECT_EQ(FileBytes(folder.File("\xC3\x84rmel.ovm")).size(), 140U);
+    std::size_t files = 0;
+    for (const auto& file : std::filesystem::directory_iterator(folder.Path())) {
+        if (file.is_regular_file()) ++files;
+    }
+    EXPECT_EQ(files, 1U);
+    EXPECT_EQ(session.RecentCount, 1);
+}
+
+TEST_F(SaveMapDialogTest, TitleIsCutToTheEightyCharactersThatAFileHolds) {
+    const std::string long80(80, 'a');
+    EXPECT_TRUE(AcceptSaveMap({folder.Path(), "one", "  " + long80 + "b"}));
+    EXPECT_EQ(CurrentMap().title, long80);
+    // A blank at the cut isn't kept either, as it isn't in the file.
+    EXPECT_TRUE(AcceptSaveMap({folder.Path(), "two", std::string(79, 'a') + " b"}));
+    EXPECT_EQ(CurrentMap().title, std::string(79, 'a'));
+    EXPECT_EQ(GetMapDocument(FileBytes(folder.File("two.ovm")).data()).title, CurrentMap().title);
 }
 
 TEST_F(SaveMapDialogTest, FolderGetsItsSeparator) {
@@ -191,6 +219,45 @@ TEST_F(MapOptionsDialogTest, CancelledChoiceOfACityFileTurnsTheBoxOffAgain) {
     SetDetail(map, 8, true);
     EXPECT_EQ(map.hidden[8], kTrue);
     EXPECT_EQ(map.cityFile, "");
+}
+
+TEST_F(MapOptionsDialogTest, CityFileWithANameOutsideAsciiIsChosenAndFoundAgain) {
+    const std::string path = folder.Write("C\xC3\xB4te.ovc", std::string_view("x"));
+    MapDocument map = OpenMapOptions();
+    TestShell().fileAnswers = {path};
+    SetDetail(map, 8, true);
+    EXPECT_EQ(map.cityFile, "C\xF4te");
+    EXPECT_EQ(CityFileText(map), "C\xF4te");
+    EXPECT_TRUE(AcceptMapOptions(map));
+    ASSERT_EQ(SaveMap(folder.File("cities.ovm")), kFalse);
+    ASSERT_EQ(OpenMap(folder.File("cities.ovm"), kFalse), kFalse);
+    EXPECT_EQ(CurrentMap().cityFile, "C\xF4te");
+    EXPECT_EQ(CurrentMap().hidden[8], kFalse);
+}
+
+TEST_F(MapOptionsDialogTest, CityFileThatADocumentCannotNameIsRefusedAndCountsAsNotChosen) {
+    // Nine characters; a letter outside the code page; blanks that the file would lose; no name.
+    for (const char* name : {"ninechars", "\xC4\x80", " world", ""}) {
+        MapDocument map = OpenMapOptions();
+        TestShell().log.clear();
+        TestShell().fileAnswers = {"/maps/" + std::string(name) + ".ovc"};
+        SetDetail(map, 8, true);
+        ASSERT_EQ(TestShell().log.size(), 3U) << name;  // the question, the choice, the refusal
+        EXPECT_EQ(TestShell().log.back(), kBadName) << name;
+        EXPECT_EQ(map.cityFile, "") << name;
+        EXPECT_EQ(map.hidden[8], kTrue) << name;
+        EXPECT_FALSE(AcceptMapOptions(map)) << name;
+    }
+    MapDocument map = OpenMapOptions();
+    map.cityFile = "before";
+    TestShell().fileAnswers = {"/maps/ninechars.ovc"};
+    EXPECT_FALSE(ChooseCityFile(map));
+    EXPECT_EQ(map.cityFile, "before");
+    // Eight characters of the code page are more bytes in the platform's names.
+    TestShell().fileAnswers = {
+        "/maps/\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4.ovc"};
+    EXPECT_TRUE(ChooseCityFile(map));
+    EXPECT_EQ(map.cityFile, std::string(8, '\xE4'));
 }
 
 TEST_F(MapOptionsDialogTest, OtherDetailsNeedNoFile) {

@@ -6,6 +6,7 @@
 #include "charts/CALCCHRT.h"
 #include "charts/QXASTRO.h"
 #include "charts/SwissEph.h"
+#include "charts/ephemeris_tables.h"
 #include "map/map_document.h"
 #include "map/point_database.h"
 #include "session/driver.h"
@@ -148,6 +149,20 @@ TEST_F(SessionStart, PathsAreThoseOfTheProgramUntilASiblingNamesOthers) {
     EXPECT_EQ(session.SiblingIni, "KELVANE2.INI");
     EXPECT_EQ(session.SiblingVersion, 0);
     EXPECT_EQ(session.VersionText, ORVANTIS_VERSION);
+}
+
+// Also where a sibling's own folder is the system's.
+TEST_F(SessionStart, TheShippedTablesOfMinorPlanetsAreFoundFromTheSystemsFolder) {
+    const Bytes table = FileBytes(ORVANTIS_DATA "/AS20AD.EPH");
+    files.Write("shipped", "AS20AD.EPH", table);
+    for (const int digit : {0, 5}) {
+        if (digit != 0) files.AddSibling(digit);
+        Run();
+        std::array<TablePosition, 8> places;
+        EXPECT_TRUE(ReadTables(TableSeries::Asteroids, session.SystemDataPath, 1.2, places));
+        EXPECT_GT(places[7].distance, 2);
+        CloseEphemerisTables();
+    }
 }
 
 TEST_F(SessionStart, ThePathsComeFromTheSiblingOfTheHighestDigit) {

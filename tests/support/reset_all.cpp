@@ -4,6 +4,7 @@
 #include "charts/KVCharts.h"
 #include "charts/QXASTRO.h"
 #include "charts/SwissEph.h"
+#include "charts/chart_lists.h"
 #include "charts/ephemeris_tables.h"
 #include "lines/chart_lines.h"
 #include "map/map_document.h"
@@ -69,16 +70,14 @@ void ResetAll() {
     pageLines = nullptr;
 
     currentChartFileType = chart_file::kFormat0;
+    openChartLists = {};
+    loadComments = kTrue;
     calcChart = {};
     chartNow = {};
     swissState = {};
 
     chartLines = {};
     refreshCaption = nullptr;
-    shadeNight = nullptr;
-    plotLocalLines = nullptr;
-    plotParans = nullptr;
-    plotCircles = nullptr;
     plotEclipseLines = nullptr;
     starLabel = nullptr;
 

@@ -1,0 +1,209 @@
+// The saving of a whole chart file. See SaveChartFile in chart_lists.h.
+#include <array>
+
+#include "charts/chart_lists.h"
+#include "charts/comments.h"
+#include "session/session_state.h"
+#include "text/strings.h"
+
+namespace orvantis {
+
+namespace {
+
+constexpr std::size_t kDescriptionWidth = 80;
+
+// A file that is written aside, and the one that it replaces.
+struct SavedFile {
+    std::string path;
+    Bytes bytes;
+    bool written = false;  // false: the old file goes and no new one comes
+
+    std::string Aside() const { return path + "~"; }
+    std::string Backup() const { return path + ".bak"; }
+};
+
+struct Move {
+    std::string from;
+    std::string to;
+};
+
+void AppendBytes(Bytes& bytes, const std::uint8_t* p, std::size_t size) {
+    bytes.insert(bytes.end(), p, p + size);
+}
+
+void AppendNumber(Bytes& bytes, std::int32_t value) {
+    std::array<std::uint8_t, 4> number{};
+    PutI32(number.data(), value);
+    AppendBytes(bytes, number.data(), number.size());
+}
+
+void AppendText(Bytes& bytes, std::string_view text) {
+    AppendNumber(bytes, static_cast<std::int32_t>(text.size()));
+    AppendBytes(bytes, reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
+}
+
+// The head of each type; the layouts stand in KVCharts.cpp and chart_lists.cpp.
+Bytes HeadBytes(std::int16_t type, const ChartList& list) {
+    if (type == chart_file::kFormat0) return {};
+    Bytes bytes;
+    if (type != chart_file::kBlocks) {
+        bytes.resize(2);
+        PutI16(bytes.data(), type);
+    }
+    const std::size_t at = bytes.size();
+    bytes.resize(at + kDescriptionWidth);
+    PutText(&bytes[at], kDescriptionWidth, list.description);
+    if (type == chart_file::kFormat3) {
+        AppendNumber(bytes, static_cast<std::int32_t>(list.charts.size()));
+    } else if (type != chart_file::kBlocks) {
+        bytes.resize(static_cast<std::size_t>(ChartRecordLength(type)));
+    }
+    return bytes;
+}
+
+void AppendFormat3(Bytes& bytes, const StoredChart& stored) {
+    std::array<std::uint8_t, kFileChartSize> record{};
+    PutFileChart(record.data(), stored.chart);
+    AppendBytes(bytes, record.data(), record.size());
+    AppendNumber(bytes, static_cast<std::int32_t>(stored.attachments.size()));
+    for (const ChartAttachment& attachment : stored.attachments) {
+        std::array<std::uint8_t, kChartEventSize> event{};
+        PutChartEvent(event.data(), attachment.event);
+        AppendBytes(bytes, event.data(), event.size());
+        AppendText(bytes, attachment.note);
+    }
+    AppendText(bytes, stored.comment);
+}
+
+// One record of types 0 to 2, its comment among the comments'. False, with a run-time error, on
+// failure.
+bool AppendRecord(std::int16_t type, const StoredChart& stored, Bytes& bytes, Bytes* comments) {
+    FileChart chart = stored.chart;
+    chart.commentRef = 0;
+    if (type != chart_file::kFormat0 && !stored.comment.empty()) {
+        if (comments == nullptr) {
+            RaiseRunTimeError(error::kBadFileName);
+            return false;
+        }
+        chart.commentRef = PutComment(*comments, stored.comment);
+    }
+    std::array<std::uint8_t, kFileChartSize> record{};
+    PutChartRecord(type, chart, record.data());
+    AppendBytes(bytes, record.data(), static_cast<std::size_t>(ChartRecordLength(type)));
+    return PendingRunTimeError() == 0;
+}
+
+// The bytes of the chart file and, behind it in `files`, of its comment file.
+std::int16_t Compose(std::int16_t type, const ChartList& list, std::vector<SavedFile>& files) {
+    Bytes bytes = HeadBytes(type, list);
+    Bytes comments;
+    const bool store = files.size() > 1;
+    for (const StoredChart& stored : list.charts) {
+        if (type == chart_file::kFormat3) {
+            AppendFormat3(bytes, stored);
+        } else if (type != chart_file::kBlocks &&
+                   !AppendRecord(type, stored, bytes, store ? &comments : nullptr)) {
+            break;
+        }
+        if (static_cast<std::int64_t>(bytes.size() + comments.size()) > kMostChartBytes) {
+            return error::kFileTooLarge;
+        }
+    }
+    RunTimeError failure;
+    if (TakeRunTimeError(failure)) return failure.number;
+    files[0].bytes = std::move(bytes);
+    if (store) files[1].bytes = std::move(comments);
+    return 0;
+}
+
+// Writes the files aside, with the access rights of those that they replace.
+std::int16_t WriteAside(std::vector<SavedFile>& files) {
+    for (SavedFile& file : files) {
+        const bool isComments = &file != files.data();
+        if (isComments && file.bytes.empty()) continue;
+        std::int16_t failure = StoreFile(file.Aside(), file.bytes);
+        if (failure == 0 && FileExists(file.path) != 0) {
+            failure = CopyAccessRights(file.path, file.Aside());
+        }
+        if (failure != 0) return failure;
+        file.written = true;
+    }
+    return 0;
+}
+
+// Makes the old files the backups and the new ones the files. A move that fails takes back those
+// before it, so that the old files stand under their names again.
+std::int16_t PutInPlace(const std::vector<SavedFile>& files) {
+    std::vector<Move> moves;
+    for (const SavedFile& file : files) {
+        if (FileExists(file.path) != 0) moves.push_back({file.path, file.Backup()});
+    }
+    for (const SavedFile& file : files) {
+        if (file.written) moves.push_back({file.Aside(), file.path});
+    }
+    for (std::size_t done = 0; done < moves.size(); ++done) {
+        const std::int16_t failure = MoveFile(moves[done].from, moves[done].to);
+        if (failure == 0) continue;
+        while (done > 0) {
+            --done;
+            MoveFile(moves[done].to, moves[done].from);
+        }
+        return failure;
+    }
+    return 0;
+}
+
+// True if the name of a file lets its type be told again: without an extension it is -1.
+bool IsUsableName(std::string_view path, std::int16_t type) {
+    return !path.empty() && (type == chart_file::kBlocks || HasExtension(path));
+}
+
+std::int16_t Save(std::string_view path, std::int16_t type, const ChartList& list) {
+    if (type < chart_file::kBlocks || type > chart_file::kFormat3) return error::kBadFileMode;
+    if (!IsUsableName(path, type)) return error::kBadFileName;
+    // The name that an existing file has, whatever the case in which it was given.
+    std::vector<SavedFile> files(1);
+    files[0].path = ProgramPath(NativePath(path));
+    const bool keepsComments = type == chart_file::kFormat1 || type == chart_file::kFormat2;
+    const std::string commentPath = CommentPath(files[0].path);
+    if (keepsComments && commentPath != files[0].path) {
+        files.emplace_back();
+        files[1].path = ProgramPath(NativePath(commentPath));
+    }
+    for (const SavedFile& file : files) DeleteFile(file.Aside());
+
+    std::int16_t failure = Compose(type, list, files);
+    if (failure == 0) failure = WriteAside(files);
+    if (failure == 0) failure = PutInPlace(files);
+    if (failure != 0) {
+        for (const SavedFile& file : files) DeleteFile(file.Aside());
+    }
+    return failure;
+}
+
+void ShowSaveError(std::string_view path, std::int16_t number) {
+    if (session.shell == nullptr) return;
+    std::string text = "Unable to save chart file: " + ShownPath(path);
+    text.append(kCrLf).append(kCrLf);
+    text += "Error " + std::to_string(number) + ": " + RunTimeErrorText(number);
+    session.shell->MessageBox(text, "Orvantis", BoxButtons::Ok, BoxIcon::Error);
+}
+
+}  // namespace
+
+bool SaveChartFile(std::string_view path, std::int16_t type, ChartList& list) {
+    RunTimeError before;
+    TakeRunTimeError(before);  // what stood before belongs to others
+    const std::int16_t failure = Save(path, type, list);
+    if (before.number != 0) RaiseRunTimeError(before.number);
+    if (failure != 0) {
+        ShowSaveError(path, failure);
+        return false;
+    }
+    list.path = path;
+    list.type = type;
+    list.changed = kFalse;
+    return true;
+}
+
+}  // namespace orvantis

@@ -1,0 +1,225 @@
+// Comments of charts. See comments.h.
+#include "charts/comments.h"
+
+#include <algorithm>
+#include <array>
+#include <set>
+
+#include "charts/KVCharts.h"
+#include "charts/chart_lists.h"
+#include "session/files.h"
+#include "text/strings.h"
+
+namespace orvantis {
+
+namespace {
+
+// The comment file of types 1 and 2 has blocks of 32 bytes, counted from 1:
+//
+//   offset  size  field
+//        0     4  next, signed: the block that goes on with the comment, 0 at its end
+//        4    28  text
+//
+// Block 1 is the file's head: its `next` is the start of the free list, its text is blank.
+constexpr std::size_t kBlockSize = 32;
+constexpr std::size_t kText = 4;
+constexpr std::size_t kTextWidth = 28;
+constexpr std::int32_t kHead = 1;
+constexpr std::size_t kMostBlocks = 1150;
+static_assert(kText + kTextWidth == kBlockSize && kMostBlocks * kTextWidth == kMostComment);
+
+std::int32_t BlockCount(std::int64_t bytes) {
+    return static_cast<std::int32_t>(
+        std::min<std::int64_t>(bytes / static_cast<std::int64_t>(kBlockSize), INT32_MAX));
+}
+
+std::uint8_t* Block(Bytes& blocks, std::int32_t number) {
+    return &blocks[(static_cast<std::size_t>(number) - 1) * kBlockSize];
+}
+
+bool IsCommentBlock(std::int32_t number, std::int32_t count) {
+    return number > kHead && number <= count;
+}
+
+// The text of the chain at `ref`; `block(number)` gives the bytes of a block, null on failure.
+template <typename ReadBlock>
+std::string ChainText(std::int32_t ref, std::int32_t count, ReadBlock block) {
+    std::string text;
+    for (std::size_t taken = 0; taken < kMostBlocks && IsCommentBlock(ref, count); ++taken) {
+        const std::uint8_t* p = block(ref);
+        if (p == nullptr) break;
+        const std::int32_t next = GetI32(p);
+        const std::string_view part(reinterpret_cast<const char*>(p + kText), kTextWidth);
+        text += next == 0 ? TrimRight(part) : part;
+        if (next == ref) break;
+        ref = next;
+    }
+    return CleanEndMarks(text);
+}
+
+bool HasCommentFile(std::int16_t type, std::string_view path) {
+    const bool kind = type == chart_file::kFormat1 || type == chart_file::kFormat2;
+    return kind && CommentPath(path) != path;
+}
+
+// The comment of chart `ref` of an open type 3 file; null if there is no such chart.
+std::string* ListedComment(std::string_view path, std::int32_t ref) {
+    ChartList* list = OpenChartListOf(FindOpenChartList(path));
+    const bool held =
+        list != nullptr && ref >= 1 && static_cast<std::size_t>(ref) <= list->charts.size();
+    return held ? &list->charts[static_cast<std::size_t>(ref) - 1].comment : nullptr;
+}
+
+bool WriteListedComment(std::string_view path, std::int32_t ref, std::string_view text) {
+    std::string* comment = ListedComment(path, ref);
+    if (comment == nullptr) {
+        RaiseRunTimeError(error::kBadFileName);
+        return false;
+    }
+    *comment = text;
+    OpenChartListOf(FindOpenChartList(path))->changed = kTrue;
+    return true;
+}
+
+// Appends a blank block and returns its number.
+std::int32_t AppendBlock(Bytes& blocks) {
+    blocks.resize(blocks.size() + kBlockSize, std::uint8_t{' '});
+    const std::int32_t number = BlockCount(static_cast<std::int64_t>(blocks.size()));
+    PutI32(Block(blocks, number), 0);
+    return number;
+}
+
+}  // namespace
+
+std::string CommentPath(std::string_view chartPath) {
+    const std::size_t folder = chartPath.find_last_of("\\/");
+    const std::size_t start = folder == std::string_view::npos ? 0 : folder + 1;
+    const std::size_t point = chartPath.find_last_of('.');
+    if (point == std::string_view::npos || point <= start) return std::string(chartPath);
+    const std::string extension = LowerAscii(chartPath.substr(point + 1));
+    if (extension == "ch6" || extension == "kvchx") return std::string(chartPath);
+    return std::string(chartPath.substr(0, point));
+}
+
+std::string ReadComment(std::int16_t type, std::string_view path, std::int32_t ref) {
+    if (type == chart_file::kFormat3) {
+        const std::string* comment = ListedComment(path, ref);
+        return comment == nullptr ? "" : *comment;
+    }
+    const std::string commentPath = CommentPath(path);
+    if (ref <= kHead || !HasCommentFile(type, path) || FileExists(commentPath) == 0) return "";
+    const FileHandle file = FileOpener(commentPath, open_mode::kRecords, kBlockSize, kFalse);
+    std::array<std::uint8_t, kBlockSize> bytes{};
+    const auto block = [&](std::int32_t number) -> const std::uint8_t* {
+        const std::int64_t before = static_cast<std::int64_t>(number - 1) * kBlockSize;
+        return ReadWhatIsThere(file, before + 1, bytes) == kBlockSize ? bytes.data() : nullptr;
+    };
+    std::string text = ChainText(ref, BlockCount(FileLength(file)), block);
+    CloseFile(file);
+    return text;
+}
+
+bool WriteComment(std::int16_t type, std::string_view path, std::int32_t& ref,
+                  std::string_view text) {
+    if (type == chart_file::kFormat3) return WriteListedComment(path, ref, text);
+    if (!HasCommentFile(type, path)) {
+        RaiseRunTimeError(error::kBadFileName);
+        return false;
+    }
+    const std::string commentPath = CommentPath(path);
+    Bytes blocks;
+    const bool made = IsMissing(commentPath);
+    if (made && text.empty()) {
+        ref = 0;
+        return true;
+    }
+    if (!made && !ReadWholeFile(commentPath, kMostChartBytes, blocks)) return false;
+
+    std::int32_t first = 0;
+    if (text.empty()) {
+        FreeComment(blocks, ref);
+    } else {
+        first = PutComment(blocks, text);
+        if (first == 0) return false;
+    }
+    if (!ReplaceFileSilently(commentPath, blocks)) return false;
+    ref = first;
+    return true;
+}
+
+std::string CleanEndMarks(std::string_view text) {
+    const std::size_t last = text.find_last_not_of(std::string_view("\0\x1A", 2));
+    text = text.substr(0, last == std::string_view::npos ? 0 : last + 1);
+    std::string clean;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t pair = std::min(text.find("\x01\x01", at), text.size());
+        clean += text.substr(at, pair - at);
+        if (pair < text.size()) clean += kCrLf;
+        at = pair + 2;
+    }
+    return clean;
+}
+
+std::string GetComment(const Bytes& blocks, std::int32_t ref) {
+    return ChainText(ref, BlockCount(static_cast<std::int64_t>(blocks.size())),
+                     [&](std::int32_t number) {
+                         return &blocks[(static_cast<std::size_t>(number) - 1) * kBlockSize];
+                     });
+}
+
+std::int32_t PutComment(Bytes& blocks, std::string_view text) {
+    if (text.empty() || text.size() > kMostComment) {
+        RaiseRunTimeError(error::kFileTooLarge);
+        return 0;
+    }
+    blocks.resize(blocks.size() / kBlockSize * kBlockSize);  // a piece of a block is none
+    if (blocks.empty()) AppendBlock(blocks);
+    const std::int32_t count = BlockCount(static_cast<std::int64_t>(blocks.size()));
+
+    // A damaged free list may lead out of the file or in a ring: what is taken once isn't free any
+    // more, and the rest of such a list is given up.
+    std::set<std::int32_t> taken;
+    std::int32_t free = GetI32(Block(blocks, kHead));
+    std::int32_t first = 0;
+    std::int32_t previous = 0;
+    for (std::size_t at = 0; at < text.size(); at += kTextWidth) {
+        std::int32_t number = 0;
+        if (IsCommentBlock(free, count) && taken.insert(free).second) {
+            number = free;
+            free = GetI32(Block(blocks, number));
+        } else {
+            number = AppendBlock(blocks);
+            free = 0;
+        }
+        PutI32(Block(blocks, number), 0);
+        PutText(Block(blocks, number) + kText, kTextWidth, text.substr(at, kTextWidth));
+        if (previous == 0) first = number;
+        if (previous != 0) PutI32(Block(blocks, previous), number);
+        previous = number;
+    }
+    const bool sound = IsCommentBlock(free, count) && taken.count(free) == 0;
+    PutI32(Block(blocks, kHead), sound ? free : 0);
+    return first;
+}
+
+void FreeComment(Bytes& blocks, std::int32_t ref) {
+    const std::int32_t count = BlockCount(static_cast<std::int64_t>(blocks.size()));
+    if (!IsCommentBlock(ref, count)) return;
+    const std::int32_t kept = GetI32(Block(blocks, kHead));
+    if (ref == kept) return;  // free already
+    PutI32(Block(blocks, kHead), ref);
+    std::int32_t number = ref;
+    for (std::size_t walked = 1; true; ++walked) {
+        std::uint8_t* p = Block(blocks, number);
+        PutText(p + kText, kTextWidth, "");
+        const std::int32_t next = GetI32(p);
+        const bool last = !IsCommentBlock(next, count) || next == number || next == kept;
+        if (last || walked == kMostBlocks) {
+            PutI32(p, kept);
+            return;
+        }
+        number = next;
+    }
+}
+
+}  // namespace orvantis

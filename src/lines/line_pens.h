@@ -1,0 +1,24 @@
+// What all lines on the map have in common when they are drawn.
+#pragma once
+
+#include <cstdint>
+
+namespace orvantis {
+
+/// True if lines of a type are shown.
+bool IsLineTypeOn(std::int16_t type);
+
+/// Pen of a line type for a point, 1 to 72: in the point's colour or in the type's.
+void SetLinePen(std::int16_t type, std::int16_t point);
+
+/// Pen of a line type that belongs to no point.
+void SetLinePen(std::int16_t type);
+
+/// True if a meridian, or a position, in degrees lies in view. All do on a map of the whole world.
+bool IsLongitudeShown(double longitude);
+bool IsPositionShown(double lat, double longitude);
+
+/// Puts a point's label on the map at a position in degrees.
+void LabelPoint(double lat, double longitude, std::int16_t point);
+
+}  // namespace orvantis

@@ -1,0 +1,54 @@
+// Parans: latitudes on which two points are angular at the same moment.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "surface/values.h"
+
+namespace orvantis {
+
+/// Latitude at which two bodies stand on the horizon together, and the right ascension of the
+/// zenith at that moment; the same bodies stand so at the opposite latitude when the zenith's right
+/// ascension is 180 degrees on. All in degrees, the zenith's from -180 to 180. The zenith is the
+/// pole of the plane through both bodies. False, and the outputs keep their values, if every
+/// latitude or none will do: the bodies stand at one place of the sky, opposite to one another, or
+/// both on one meridian.
+bool ParanLatitude(float ra1, float dec1, float ra2, float dec2, float& lat, float& zenithRA);
+
+/// Relations of two points at a paran: tens digit for `p`, units digit for `paranPoint`; 1
+/// culminating, 2 anticulminating, 3 rising, 4 setting. `sameSign`: the latitude is that of
+/// ParanLatitude, not its opposite.
+std::int16_t ParanCodeRiseRise(std::int16_t slot, std::int16_t p, std::int16_t paranPoint,
+                               float zenithRA, bool sameSign);
+/// `p` rises or sets while `paranPoint` culminates or anticulminates.
+std::int16_t ParanCodeRiseCulm(std::int16_t slot, std::int16_t p, std::int16_t paranPoint,
+                               float zenithRA, bool sameSign);
+/// `p` culminates or anticulminates while `paranPoint` rises or sets.
+std::int16_t ParanCodeCulmRise(std::int16_t slot, std::int16_t p, std::int16_t paranPoint,
+                               float zenithRA, bool sameSign);
+
+/// A paran of two points.
+struct Paran {
+    float lat = 0;              ///< degrees, north positive
+    std::int16_t relation = 0;  ///< two digits, as above
+};
+
+/// Parans of `p` with `paranPoint` of a line type (5 both on the horizon, 6 one of them on the
+/// meridian) up to a latitude of `limit` degrees either way, itself included: two or none for each
+/// of the ways in which they can stand, in the order in which they are drawn.
+std::vector<Paran> ParansOfPair(std::int16_t slot, std::int16_t p, std::int16_t paranPoint,
+                                std::int16_t type, float limit);
+
+/// True if a point (1 to 72) can be the one whose parans are drawn: it has a position.
+bool HasParans(std::int16_t slot, std::int16_t paranPoint);
+
+/// Words of a relation, such as "The Moon Rising / The Sun Upper".
+std::string ParanText(std::int16_t relation, std::int16_t p, std::int16_t paranPoint);
+
+/// Draws the parans of every drawn point with the paran point of the options: lines of types 5 and
+/// 6, each a parallel.
+void PlotParans(Flag printing, std::int16_t slot);
+
+}  // namespace orvantis

@@ -1,0 +1,297 @@
+// The saving of whole chart files: what comes of it, and that nothing is lost when it fails.
+#include <gtest/gtest.h>
+#include <set>
+
+#include "chart_samples.h"
+#include "charts/comments.h"
+#include "support/failing_disk.h"
+#include "support/reset_all.h"
+#include "support/temp_folder.h"
+
+namespace orvantis {
+namespace {
+
+namespace fs = std::filesystem;
+
+class ChartSave : public testing::Test {
+  protected:
+    void SetUp() override { ResetAll(); }
+
+    bool Save(std::int16_t type, int charts) {
+        ChartList list = SampleList(charts);
+        return SaveChartFile(path_, type, list);
+    }
+
+    std::set<std::string> Names() const {
+        std::set<std::string> names;
+        for (const auto& entry : fs::directory_iterator(folder_.Path())) {
+            names.insert(entry.path().filename().string());
+        }
+        return names;
+    }
+
+    std::string Told(const std::string& reason) const {
+        return "MessageBox|Orvantis|Unable to save chart file: " + path_ + "\\r\\n\\r\\n" + reason +
+               "|Ok|Error";
+    }
+
+    TempFolder folder_;
+    std::string path_ = folder_.File("charts.cht");
+};
+
+TEST_F(ChartSave, SavingOverAFileLeavesTheFormerOneAsBakAndASecondSaveReplacesThat) {
+    for (const std::int16_t type : {0, 1, 2, 3}) {
+        path_ = folder_.File("charts" + std::to_string(type) + ".cht");
+        ASSERT_TRUE(Save(type, 1));
+        EXPECT_FALSE(fs::exists(path_ + ".bak"));
+        const Bytes first = FileBytes(path_);
+        ASSERT_TRUE(Save(type, 2));
+        EXPECT_EQ(FileBytes(path_ + ".bak"), first) << type;
+        const Bytes second = FileBytes(path_);
+        ASSERT_TRUE(Save(type, 4));
+        EXPECT_EQ(FileBytes(path_ + ".bak"), second) << type;
+        EXPECT_NE(FileBytes(path_), second);
+        EXPECT_FALSE(fs::exists(path_ + "~"));
+    }
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(ChartSave, TheCommentFileHasItsBakToo) {
+    ASSERT_TRUE(Save(2, 1));
+    EXPECT_EQ(Names(), (std::set<std::string>{"charts", "charts.cht"}));
+    const Bytes first = FileBytes(folder_.File("charts"));
+    ASSERT_TRUE(Save(2, 2));
+    EXPECT_EQ(Names(),
+              (std::set<std::string>{"charts", "charts.bak", "charts.cht", "charts.cht.bak"}));
+    EXPECT_EQ(FileBytes(folder_.File("charts.bak")), first);
+    EXPECT_NE(FileBytes(folder_.File("charts")), first);
+}
+
+TEST_F(ChartSave, WithoutCommentsTheOldCommentFileStaysAsBakAlone) {
+    ASSERT_TRUE(Save(2, 2));
+    const Bytes comments = FileBytes(folder_.File("charts"));
+    ChartList list = SampleList(2);
+    for (StoredChart& stored : list.charts) stored.comment.clear();
+    ASSERT_TRUE(SaveChartFile(path_, 2, list));
+    EXPECT_FALSE(fs::exists(folder_.File("charts")));
+    EXPECT_EQ(FileBytes(folder_.File("charts.bak")), comments);
+    ASSERT_TRUE(LoadChartList(path_, list, kFalse));
+    EXPECT_EQ(list.charts[0].comment, "");
+}
+
+TEST_F(ChartSave, TypesWithoutACommentFileLeaveTheFileOfThatNameAlone) {
+    folder_.Write("charts", "another's");
+    for (const std::int16_t type : {-1, 0, 3}) ASSERT_TRUE(Save(type, 2));
+    EXPECT_EQ(FileBytes(folder_.File("charts")).size(), 9U);
+}
+
+TEST_F(ChartSave, AChartWithoutACommentPointsToNoBlock) {
+    ASSERT_TRUE(Save(2, 3));
+    const Bytes bytes = FileBytes(path_);
+    EXPECT_EQ(GetI32(&bytes[1 * 292 + 158]), 2);
+    EXPECT_EQ(GetI32(&bytes[2 * 292 + 158]), 4);
+    EXPECT_EQ(GetI32(&bytes[3 * 292 + 158]), 0);
+}
+
+TEST_F(ChartSave, TheListKeepsItsNumbersAndLearnsPathTypeAndCleanState) {
+    ChartList list = SampleList(3);
+    list.changed = kTrue;
+    ASSERT_TRUE(SaveChartFile(path_, 2, list));
+    EXPECT_EQ(list.path, path_);
+    EXPECT_EQ(list.type, 2);
+    EXPECT_EQ(list.changed, kFalse);
+    for (std::int32_t n = 1; n <= 3; ++n) {
+        EXPECT_EQ(list.charts[static_cast<std::size_t>(n) - 1].chart.commentRef, n);
+    }
+}
+
+TEST_F(ChartSave, TypeMinus1IsItsDescriptionOf80BytesAlone) {
+    path_ = folder_.File("bare");
+    ASSERT_TRUE(Save(chart_file::kBlocks, 3));
+    const Bytes bytes = FileBytes(path_);
+    ASSERT_EQ(bytes.size(), 80U);
+    EXPECT_EQ(GetText(bytes.data(), 80), "Sample" + std::string(74, ' '));
+}
+
+TEST_F(ChartSave, AListWithoutChartsIsAFileWithoutCharts) {
+    for (const auto& [type, size] : {std::pair{0, 0}, {1, 110}, {2, 292}, {3, 86}}) {
+        ASSERT_TRUE(Save(static_cast<std::int16_t>(type), 0));
+        EXPECT_EQ(FileBytes(path_).size(), static_cast<std::size_t>(size));
+    }
+}
+
+TEST_F(ChartSave, WhatAnEarlierSaveLeftAsideIsReplacedAndNotWrittenThrough) {
+    const std::string other = folder_.Write("precious", "precious");
+    fs::create_symlink(other, path_ + "~");
+    fs::create_symlink(other, folder_.File("charts~"));
+    ASSERT_TRUE(Save(2, 2));
+    EXPECT_EQ(FileBytes(other).size(), 8U);
+    EXPECT_EQ(Names(), (std::set<std::string>{"charts", "charts.cht", "precious"}));
+}
+
+TEST_F(ChartSave, TheNewFilesHaveTheAccessRightsOfTheOld) {
+    ASSERT_TRUE(Save(2, 2));
+    const auto own = fs::perms::owner_read | fs::perms::owner_write;
+    fs::permissions(path_, own);
+    fs::permissions(folder_.File("charts"), own);
+    ASSERT_TRUE(Save(2, 3));
+    EXPECT_EQ(fs::status(path_).permissions(), own);
+    EXPECT_EQ(fs::status(folder_.File("charts")).permissions(), own);
+}
+
+TEST_F(ChartSave, AnExistingFileIsFoundWhateverTheCaseAndKeepsItsName) {
+    ASSERT_TRUE(Save(3, 1));
+    const Bytes first = FileBytes(path_);
+    path_ = folder_.File("CHARTS.CHT");
+    ASSERT_TRUE(Save(3, 2));
+    EXPECT_EQ(Names(), (std::set<std::string>{"charts.cht", "charts.cht.bak"}));
+    EXPECT_EQ(FileBytes(folder_.File("charts.cht.bak")), first);
+}
+
+// The disk fills up within the chart file, at its end, within the comment file, and at its end.
+TEST_F(ChartSave, OnADiskThatFillsUpAtAnyByteTheOldFilesStayWhole) {
+    for (const std::int16_t type : {-1, 0, 1, 2, 3}) {
+        path_ = folder_.File("charts" + std::to_string(type) + ".cht");
+        const std::string comments = CommentPath(path_);
+        ASSERT_TRUE(Save(type, 1));
+        const Bytes oldCharts = FileBytes(path_);
+        const Bytes oldComments = FileBytes(comments);
+        const std::set<std::string> names = Names();
+
+        // Comments that are longer than the charts, so that each file is the one that fails.
+        ChartList list = SampleList(3);
+        list.charts[0].comment = std::string(2000, 'c');
+        list.changed = kTrue;
+        const std::string probe = folder_.File("probe" + std::to_string(type) + ".cht");
+        ASSERT_TRUE(SaveChartFile(probe, type, list));
+        const std::size_t size =
+            std::max(FileBytes(probe).size(), FileBytes(CommentPath(probe)).size());
+        fs::remove(probe);
+        fs::remove(CommentPath(probe));
+
+        list.changed = kTrue;
+        for (std::size_t room = 0; room < size; room += room + 13 < size ? 13 : 1) {
+            TestShell().log.clear();
+            bool saved = true;
+            {
+                const FullDisk disk(room);
+                saved = SaveChartFile(path_, type, list);
+            }
+            ASSERT_FALSE(saved) << type << " " << room;
+            ASSERT_EQ(TestShell().log, std::vector{Told("Error 61: Disk full")});
+            ASSERT_EQ(FileBytes(path_), oldCharts) << room;
+            ASSERT_EQ(FileBytes(comments), oldComments) << room;
+            ASSERT_EQ(Names(), names) << room;
+            ASSERT_NE(list.changed, 0);
+        }
+        const FullDisk disk(size);
+        ASSERT_TRUE(SaveChartFile(path_, type, list));
+    }
+}
+
+// A folder in the way of each name in turn: whatever was moved before is moved back.
+TEST_F(ChartSave, ARenameThatFailsIsTakenBack) {
+    for (const std::string obstacle : {"charts.cht.bak", "charts.bak"}) {
+        path_ = folder_.File("charts.cht");
+        ASSERT_TRUE(Save(2, 2));
+        fs::remove(path_ + ".bak");
+        fs::remove(folder_.File("charts.bak"));
+        const Bytes charts = FileBytes(path_);
+        const Bytes comments = FileBytes(folder_.File("charts"));
+        fs::create_directory(folder_.File(obstacle));
+        TestShell().log.clear();
+        EXPECT_FALSE(Save(2, 4)) << obstacle;
+        EXPECT_EQ(TestShell().log, std::vector{Told("Error 75: Path/File access error")});
+        EXPECT_EQ(FileBytes(path_), charts);
+        EXPECT_EQ(FileBytes(folder_.File("charts")), comments);
+        EXPECT_EQ(Names(), (std::set<std::string>{"charts", "charts.cht", obstacle}));
+        fs::remove(folder_.File(obstacle));
+    }
+}
+
+TEST_F(ChartSave, AFolderOfTheCommentFilesNameIsNotMovedAndTheChartsStay) {
+    ASSERT_TRUE(Save(3, 2));
+    const Bytes charts = FileBytes(path_);
+    fs::create_directory(folder_.File("charts"));
+    EXPECT_FALSE(Save(2, 4));
+    EXPECT_EQ(TestShell().log, std::vector{Told("Error 75: Path/File access error")});
+    EXPECT_EQ(FileBytes(path_), charts);
+    EXPECT_EQ(Names(), (std::set<std::string>{"charts", "charts.cht"}));
+    EXPECT_TRUE(fs::is_directory(folder_.File("charts")));
+}
+
+TEST_F(ChartSave, AFileThatMayNotBeWrittenIsNotReplaced) {
+    const auto save = [this] {
+        path_ = folder_.File("charts.cht");
+        if (!Save(3, 1)) std::_Exit(1);
+        const Bytes before = FileBytes(path_);
+        ActAsPlainUserOn(path_, fs::perms::owner_read);
+        const bool saved = Save(3, 2);
+        const bool told = TestShell().log == std::vector{Told("Error 70: Permission denied")};
+        std::_Exit(!saved && told && FileBytes(path_) == before ? 0 : 2);
+    };
+    fs::permissions(folder_.Path(), fs::perms::all);
+    EXPECT_EXIT(save(), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(ChartSave, AFolderThatIsNotThereIsTold) {
+    path_ = folder_.File("none/charts.cht");
+    EXPECT_FALSE(Save(3, 1));
+    EXPECT_EQ(TestShell().log, std::vector{Told("Error 76: Path not found")});
+}
+
+TEST_F(ChartSave, ANameFromWhichTheTypeCannotBeToldIsRefused) {
+    path_ = folder_.File("bare");
+    for (const std::int16_t type : {0, 1, 2, 3}) {
+        TestShell().log.clear();
+        EXPECT_FALSE(Save(type, 1));
+        EXPECT_EQ(TestShell().log, std::vector{Told("Error 52: Bad file name or number")});
+    }
+    for (const std::int16_t type : {-2, 4}) {
+        TestShell().log.clear();
+        EXPECT_FALSE(Save(type, 1));
+        EXPECT_EQ(TestShell().log, std::vector{Told("Error 54: Bad file mode")});
+    }
+    EXPECT_TRUE(Names().empty());
+}
+
+TEST_F(ChartSave, ACoordinateThatDoesNotFitIsToldAndTheOldFileStays) {
+    for (const std::int16_t type : {0, 1}) {
+        TestShell().log.clear();
+        ASSERT_TRUE(Save(type, 1));
+        const Bytes before = FileBytes(path_);
+        ChartList list = SampleList(2);
+        list.charts[1].chart.event.latitude = 1e30F;
+        EXPECT_FALSE(SaveChartFile(path_, type, list));
+        EXPECT_EQ(TestShell().log, std::vector{Told("Error 6: Overflow")});
+        EXPECT_EQ(FileBytes(path_), before);
+    }
+    EXPECT_EQ(PendingRunTimeError(), 0);
+}
+
+TEST_F(ChartSave, ACommentThatNoChainHoldsIsToldAndTheOldFileStays) {
+    ASSERT_TRUE(Save(2, 1));
+    const Bytes before = FileBytes(path_);
+    ChartList list = SampleList(1);
+    list.charts[0].comment = std::string(kMostComment + 1, 'x');
+    EXPECT_FALSE(SaveChartFile(path_, 2, list));
+    EXPECT_EQ(TestShell().log, std::vector{Told("Error 63: File too large")});
+    EXPECT_EQ(FileBytes(path_), before);
+    EXPECT_TRUE(SaveChartFile(path_, 3, list));
+}
+
+TEST_F(ChartSave, CommentsOfAFileWithoutACommentFileAreNotDropped) {
+    path_ = folder_.File("charts.ch6");
+    EXPECT_FALSE(Save(2, 1));
+    EXPECT_EQ(TestShell().log, std::vector{Told("Error 52: Bad file name or number")});
+}
+
+TEST_F(ChartSave, AnErrorOfOthersIsNeitherTakenForItsOwnNorLost) {
+    RaiseRunTimeError(error::kDivisionByZero);
+    EXPECT_TRUE(Save(1, 2));
+    EXPECT_TRUE(TestShell().boxes.empty());
+    EXPECT_EQ(PendingRunTimeError(), error::kDivisionByZero);
+}
+
+}  // namespace
+}  // namespace orvantis

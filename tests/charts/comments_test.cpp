@@ -1,0 +1,281 @@
+#include "charts/comments.h"
+
+#include <gtest/gtest.h>
+
+#include "charts/KVCharts.h"
+#include "charts/chart_lists.h"
+#include "support/failing_disk.h"
+#include "support/reset_all.h"
+#include "support/temp_folder.h"
+
+namespace orvantis {
+namespace {
+
+constexpr std::int16_t kType2 = chart_file::kFormat2;
+
+class Comments : public testing::Test {
+  protected:
+    void SetUp() override { ResetAll(); }
+
+    // A comment file of these blocks; the first is the head.
+    void Store(const std::vector<std::pair<std::int32_t, std::string>>& blocks) {
+        Bytes bytes;
+        for (const auto& [next, text] : blocks) {
+            bytes.resize(bytes.size() + 32);
+            PutI32(&bytes[bytes.size() - 32], next);
+            PutText(&bytes[bytes.size() - 28], 28, text);
+        }
+        folder_.Write("charts", bytes);
+    }
+
+    // `next` of a block of the file.
+    std::int32_t Next(std::size_t block) const {
+        const Bytes bytes = FileBytes(folder_.File("charts"));
+        return block * 32 <= bytes.size() ? GetI32(&bytes[(block - 1) * 32]) : -99;
+    }
+    std::string Text(std::size_t block) const {
+        const Bytes bytes = FileBytes(folder_.File("charts"));
+        return block * 32 <= bytes.size() ? GetText(&bytes[(block - 1) * 32 + 4], 28) : "none";
+    }
+    std::size_t Blocks() const { return FileBytes(folder_.File("charts")).size() / 32; }
+
+    std::int32_t Write(std::string_view text, std::int32_t ref = 0) {
+        EXPECT_TRUE(WriteComment(kType2, path_, ref, text));
+        return ref;
+    }
+    std::string Read(std::int32_t ref) { return ReadComment(kType2, path_, ref); }
+
+    TempFolder folder_;
+    std::string path_ = folder_.File("charts.cht");
+};
+
+TEST_F(Comments, TheCommentFileIsTheChartFilesNameWithoutItsExtension) {
+    EXPECT_EQ(CommentPath("C:\\data\\my.charts.cht"), "C:\\data\\my.charts");
+    EXPECT_EQ(CommentPath("a.b/charts.CHT"), "a.b/charts");
+    // None: type 3 files, and names that have nothing to cut or nothing left.
+    EXPECT_EQ(CommentPath("a.ch6"), "a.ch6");
+    EXPECT_EQ(CommentPath("a.KVCHX"), "a.KVCHX");
+    EXPECT_EQ(CommentPath("a.b/charts"), "a.b/charts");
+    EXPECT_EQ(CommentPath("folder/.cht"), "folder/.cht");
+    EXPECT_EQ(CommentPath(""), "");
+}
+
+TEST_F(Comments, ACommentOfExactly28CharactersTakesOneBlockAndOneOf29Two) {
+    EXPECT_EQ(Write(std::string(28, 'a')), 2);
+    EXPECT_EQ(Blocks(), 2U);
+    EXPECT_EQ(Write(std::string(29, 'b')), 3);
+    EXPECT_EQ(Blocks(), 4U);
+    EXPECT_EQ(Next(3), 4);
+    EXPECT_EQ(Next(4), 0);
+    EXPECT_EQ(Text(4), "b" + std::string(27, ' '));
+    EXPECT_EQ(Read(2), std::string(28, 'a'));
+    EXPECT_EQ(Read(3), std::string(29, 'b'));
+}
+
+TEST_F(Comments, TheFirstCommentOfAnEmptyFileMakesABlankHead) {
+    for (const bool emptyFile : {false, true}) {
+        if (emptyFile) folder_.Write("charts", Bytes{});
+        EXPECT_EQ(Write("text"), 2);
+        EXPECT_EQ(Next(1), 0);
+        EXPECT_EQ(Text(1), std::string(28, ' '));
+        EXPECT_EQ(Text(2), "text" + std::string(24, ' '));
+    }
+}
+
+TEST_F(Comments, OnlyTheLastBlockLosesItsTrailingBlanks) {
+    const std::string text = "left" + std::string(24, ' ') + "right  ";
+    EXPECT_EQ(Read(Write(text)), "left" + std::string(24, ' ') + "right");
+}
+
+TEST_F(Comments, EndMarksAreCleanedAway) {
+    EXPECT_EQ(CleanEndMarks(std::string_view("text\0\x1A\0", 7)), "text");
+    EXPECT_EQ(CleanEndMarks("one\x01\x01two\x01three"), "one\r\ntwo\x01three");
+    EXPECT_EQ(CleanEndMarks(std::string_view("\0\0", 2)), "");
+    EXPECT_EQ(CleanEndMarks(std::string_view("a\0b", 3)), std::string_view("a\0b", 3));
+    // The pair may lie in two blocks.
+    EXPECT_EQ(Read(Write(std::string(27, 'a') + "\x01\x01z\x1A")), std::string(27, 'a') + "\r\nz");
+}
+
+TEST_F(Comments, AnEmptyTextGivesTheBlocksBackAndTheNextCommentTakesThemFirst) {
+    const std::int32_t first = Write(std::string(60, 'a'));
+    const std::int32_t second = Write("b");
+    EXPECT_EQ(first, 2);
+    EXPECT_EQ(second, 5);
+    EXPECT_EQ(Write("", first), 0);
+    EXPECT_EQ(Next(1), 2);
+    for (const std::size_t block : {2, 3, 4}) EXPECT_EQ(Text(block), std::string(28, ' '));
+    EXPECT_EQ(Next(4), 0);
+    EXPECT_EQ(Write("", second), 0);
+    EXPECT_EQ(Next(1), 5);
+    EXPECT_EQ(Next(5), 2);
+
+    // Two of the four free blocks are taken, then all and one more.
+    EXPECT_EQ(Write(std::string(29, 'c')), 5);
+    EXPECT_EQ(Next(5), 2);
+    EXPECT_EQ(Next(2), 0);
+    EXPECT_EQ(Next(1), 3);
+    EXPECT_EQ(Write(std::string(28 * 3, 'd')), 3);
+    EXPECT_EQ(Next(4), 6);
+    EXPECT_EQ(Next(1), 0);
+    EXPECT_EQ(Blocks(), 6U);
+    EXPECT_EQ(Read(3), std::string(28 * 3, 'd'));
+    EXPECT_EQ(Read(5), std::string(29, 'c'));
+}
+
+TEST_F(Comments, ATextLeavesTheChainAtItsReferenceAlone) {
+    const std::int32_t other = Write("another chart's");
+    EXPECT_EQ(Write("mine", other), 3);
+    EXPECT_EQ(Read(other), "another chart's");
+}
+
+TEST_F(Comments, NoReferenceAndNoFileGiveNoText) {
+    EXPECT_EQ(Read(2), "");
+    EXPECT_EQ(Write("", 7), 0);
+    EXPECT_FALSE(std::filesystem::exists(folder_.File("charts")));
+    Write("text");
+    for (const std::int32_t ref : {0, 1, 3, -1, INT32_MAX, INT32_MIN}) EXPECT_EQ(Read(ref), "");
+    EXPECT_TRUE(TestShell().boxes.empty());
+    EXPECT_EQ(PendingRunTimeError(), 0);
+}
+
+TEST_F(Comments, ABlockThatPointsToItselfEndsTheChainAtOnce) {
+    Store({{0, ""}, {3, "first"}, {3, "second"}});
+    EXPECT_EQ(Read(2), "first" + std::string(23, ' ') + "second" + std::string(22, ' '));
+}
+
+TEST_F(Comments, AChainThatLoopsAmongSeveralBlocksIsCutAfter1150Blocks) {
+    Store({{0, ""}, {3, "1"}, {4, "2"}, {2, "3"}});
+    const std::string text = Read(2);
+    EXPECT_EQ(text.size(), 1150U * 28);
+    EXPECT_EQ(text.size(), kMostComment);
+    EXPECT_EQ(text[28 * 1148], '3');
+    EXPECT_EQ(text[28 * 1149], '1');  // 1149 blocks are 383 whole rounds
+}
+
+TEST_F(Comments, AChainThatLeadsOutOfTheFileOrToItsHeadEndsThere) {
+    for (const std::int32_t next : {1, 4, -1, INT32_MAX, INT32_MIN}) {
+        Store({{0, ""}, {3, "first"}, {next, "second"}});
+        EXPECT_EQ(Read(2).substr(28, 6), "second") << next;
+        EXPECT_EQ(Read(2).size(), 56U);
+    }
+}
+
+TEST_F(Comments, APieceOfABlockAtTheEndIsNone) {
+    Store({{0, ""}, {3, "first"}, {0, "second"}});
+    std::filesystem::resize_file(folder_.File("charts"), 95);
+    EXPECT_EQ(Read(2), "first" + std::string(23, ' '));
+    EXPECT_EQ(Write("new"), 3);
+    EXPECT_EQ(Blocks(), 3U);
+}
+
+TEST_F(Comments, FreeingAChainThatLoopsEndsAndLeavesASoundFreeList) {
+    Store({{5, ""}, {3, "1"}, {4, "2"}, {2, "3"}, {0, ""}});
+    EXPECT_EQ(Write("", 2), 0);
+    EXPECT_EQ(Next(1), 2);
+    for (const std::size_t block : {2, 3, 4}) EXPECT_EQ(Text(block), std::string(28, ' '));
+    // Whatever is taken from it now, no block is taken twice.
+    std::string text;
+    for (int i = 0; i < 28 * 9; ++i) text += static_cast<char>('a' + i / 28);
+    EXPECT_EQ(Read(Write(text)), text);
+}
+
+TEST_F(Comments, FreeingABlockThatPointsToItselfLinksItToTheFreeList) {
+    Store({{3, ""}, {2, "1"}, {0, ""}});
+    EXPECT_EQ(Write("", 2), 0);
+    EXPECT_EQ(Next(1), 2);
+    EXPECT_EQ(Next(2), 3);
+}
+
+TEST_F(Comments, AChainThatIsFreeAlreadyStaysSo) {
+    Store({{2, ""}, {3, ""}, {0, ""}});
+    EXPECT_EQ(Write("", 2), 0);
+    EXPECT_EQ(Next(1), 2);
+    EXPECT_EQ(Next(2), 3);
+    EXPECT_EQ(Write("", 3), 0);  // the tail of the free list: it makes a ring
+    const std::string text(28 * 5, 'x');
+    const std::int32_t ref = Write(text);
+    EXPECT_EQ(Read(ref), text);
+    EXPECT_EQ(Blocks(), 6U);
+}
+
+TEST_F(Comments, AFreeListOutOfRangeOrInARingIsGivenUp) {
+    for (const std::int32_t head : {-5, 1, 99, INT32_MIN}) {
+        Store({{head, ""}, {0, "kept"}});
+        EXPECT_EQ(Write("new"), 3) << head;
+        EXPECT_EQ(Next(1), 0);
+        EXPECT_EQ(Read(2), "kept");
+    }
+    Store({{3, ""}, {0, "kept"}, {3, ""}});
+    const std::int32_t ref = Write(std::string(56, 'y'));
+    EXPECT_EQ(Read(ref), std::string(56, 'y'));
+    EXPECT_EQ(Read(2), "kept");
+}
+
+TEST_F(Comments, ReferencesOutOfRangeFreeNothing) {
+    Store({{0, ""}, {0, "kept"}});
+    const Bytes before = FileBytes(folder_.File("charts"));
+    for (const std::int32_t ref : {0, 1, 3, -1, INT32_MAX, INT32_MIN}) {
+        EXPECT_EQ(Write("", ref), 0);
+        EXPECT_EQ(FileBytes(folder_.File("charts")), before) << ref;
+    }
+}
+
+TEST_F(Comments, TheLongestCommentComesBackAndALongerOneIsRefused) {
+    const std::string text(kMostComment, 'x');
+    std::int32_t ref = Write(text);
+    EXPECT_EQ(Read(ref), text);
+    const Bytes before = FileBytes(folder_.File("charts"));
+    EXPECT_FALSE(WriteComment(kType2, path_, ref, text + "x"));
+    EXPECT_EQ(ref, 2);
+    EXPECT_EQ(PendingRunTimeError(), error::kFileTooLarge);
+    EXPECT_EQ(FileBytes(folder_.File("charts")), before);
+}
+
+TEST_F(Comments, TypesWithoutCommentsAndFilesWithoutACommentFileRefuseThem) {
+    std::int32_t ref = 4;
+    for (const std::int16_t type : {chart_file::kBlocks, chart_file::kFormat0}) {
+        EXPECT_FALSE(WriteComment(type, path_, ref, "text"));
+        EXPECT_EQ(ReadComment(type, path_, 2), "");
+    }
+    const std::string bare = folder_.Write("bare", Bytes(200, 'x'));
+    EXPECT_FALSE(WriteComment(kType2, bare, ref, "text"));
+    EXPECT_EQ(ReadComment(kType2, bare, 2), "");
+    EXPECT_EQ(ref, 4);
+    EXPECT_EQ(FileBytes(bare), Bytes(200, 'x'));
+}
+
+TEST_F(Comments, OnAFullDiskTheCommentFileAndTheReferenceStay) {
+    std::int32_t ref = Write("first");
+    const Bytes before = FileBytes(folder_.File("charts"));
+    bool written = true;
+    {
+        const FullDisk disk(before.size());
+        written = WriteComment(kType2, path_, ref, "second");
+    }
+    EXPECT_FALSE(written);
+    EXPECT_EQ(ref, 2);
+    EXPECT_EQ(FileBytes(folder_.File("charts")), before);
+    EXPECT_EQ(PendingRunTimeError(), error::kDiskFull);
+}
+
+TEST_F(Comments, ACommentOfAnOpenType3FileGoesIntoItsList) {
+    ChartList list;
+    list.path = folder_.File("open.ch6");
+    list.inUse = kTrue;
+    list.charts.resize(2);
+    openChartLists.push_back(list);
+    std::int32_t ref = 2;
+    EXPECT_TRUE(WriteComment(chart_file::kFormat3, list.path, ref, "text"));
+    EXPECT_EQ(ref, 2);
+    EXPECT_EQ(openChartLists[0].charts[1].comment, "text");
+    EXPECT_NE(openChartLists[0].changed, 0);
+    EXPECT_EQ(ReadComment(chart_file::kFormat3, folder_.File("OPEN.CH6"), 2), "text");
+    for (std::int32_t beyond : {0, 3, -1}) {
+        EXPECT_EQ(ReadComment(chart_file::kFormat3, list.path, beyond), "");
+        EXPECT_FALSE(WriteComment(chart_file::kFormat3, list.path, beyond, "text"));
+    }
+    EXPECT_EQ(ReadComment(chart_file::kFormat3, folder_.File("other.ch6"), 1), "");
+}
+
+}  // namespace
+}  // namespace orvantis
