@@ -22,6 +22,13 @@ struct SavedFile {
     std::string Backup() const { return path + ".bak"; }
 };
 
+// True if there is something that the file takes the place of. What can't be opened counts too, so
+// that nothing is written over; but a folder of the comment file's name is in nobody's way as long
+// as there are no comments.
+bool TakesAPlace(const SavedFile& file) {
+    return file.written ? !IsMissing(file.path) : FileExists(file.path) != 0;
+}
+
 struct Move {
     std::string from;
     std::string to;
@@ -122,11 +129,11 @@ std::int16_t WriteAside(std::vector<SavedFile>& files) {
         const bool isComments = &file != files.data();
         if (isComments && file.bytes.empty()) continue;
         std::int16_t failure = StoreFile(file.Aside(), file.bytes);
-        if (failure == 0 && FileExists(file.path) != 0) {
+        file.written = true;
+        if (failure == 0 && TakesAPlace(file)) {
             failure = CopyAccessRights(file.path, file.Aside());
         }
         if (failure != 0) return failure;
-        file.written = true;
     }
     return 0;
 }
@@ -136,7 +143,7 @@ std::int16_t WriteAside(std::vector<SavedFile>& files) {
 std::int16_t PutInPlace(const std::vector<SavedFile>& files) {
     std::vector<Move> moves;
     for (const SavedFile& file : files) {
-        if (FileExists(file.path) != 0) moves.push_back({file.path, file.Backup()});
+        if (TakesAPlace(file)) moves.push_back({file.path, file.Backup()});
     }
     for (const SavedFile& file : files) {
         if (file.written) moves.push_back({file.Aside(), file.path});

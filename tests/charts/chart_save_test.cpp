@@ -234,6 +234,34 @@ TEST_F(ChartSave, AFileThatMayNotBeWrittenIsNotReplaced) {
     EXPECT_EXIT(save(), testing::ExitedWithCode(0), "");
 }
 
+TEST_F(ChartSave, AnOldFileThatCannotBeReadStaysAsBakAllTheSame) {
+    const auto save = [this] {
+        path_ = folder_.File("charts.cht");
+        if (!Save(3, 1)) std::_Exit(1);
+        const auto size = fs::file_size(path_);
+        ActAsPlainUserOn(path_, fs::perms::owner_write);
+        const bool saved = Save(3, 2);
+        std::_Exit(saved && fs::file_size(path_ + ".bak") == size ? 0 : 2);
+    };
+    fs::permissions(folder_.Path(), fs::perms::all);
+    EXPECT_EXIT(save(), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(ChartSave, AFolderOfTheCommentFilesNameIsInNobodysWayWithoutComments) {
+    fs::create_directory(folder_.File("charts"));
+    ChartList list = SampleList(1);
+    list.charts[0].comment.clear();
+    EXPECT_TRUE(SaveChartFile(path_, 2, list));
+    EXPECT_EQ(Names(), (std::set<std::string>{"charts", "charts.cht"}));
+}
+
+TEST_F(ChartSave, AFolderOfTheFilesNameIsTold) {
+    fs::create_directory(path_);
+    EXPECT_FALSE(Save(3, 1));
+    EXPECT_EQ(TestShell().log, std::vector{Told("Error 75: Path/File access error")});
+    EXPECT_EQ(Names(), (std::set<std::string>{"charts.cht"}));
+}
+
 TEST_F(ChartSave, AFolderThatIsNotThereIsTold) {
     path_ = folder_.File("none/charts.cht");
     EXPECT_FALSE(Save(3, 1));
