@@ -96,7 +96,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ResetAll();
     // The library is opened once; its state is no part of what a reset forgets.
     static const SwissState opened = [] {
-        OpenSwissEphemeris("/usr/share/libswe/ephe");
+        OpenSwissEphemeris("/usr/share/libswe/ephe", "");
         return swissState;
     }();
     swissState = opened;

@@ -8,17 +8,28 @@
 
 #include "charts/CALCCHRT.h"
 #include "charts/SwissEph.h"
+#include "charts/standard_route.h"
 #include "text/numbers.h"
 #include "text/rotation.h"
 
 namespace orvantis {
 
-CalcPlanetsRoute calcPlanetsStandard = nullptr;
-
 namespace {
 
 double JulianDayOf(double t) {
     return t * 36525 + 2415020;
+}
+
+// Points 1 to `last` as they were.
+void RestorePoints(CalcChart& chart, const CalcChart& kept, std::int16_t last) {
+    for (std::size_t n = 1; n <= static_cast<std::size_t>(last); ++n) {
+        chart.Lon[n] = kept.Lon[n];
+        chart.Lat[n] = kept.Lat[n];
+        chart.Dist[n] = kept.Dist[n];
+        chart.LonSpeed[n] = kept.LonSpeed[n];
+        chart.LatSpeed[n] = kept.LatSpeed[n];
+        chart.Retro[n] = kept.Retro[n];
+    }
 }
 
 }  // namespace
@@ -58,19 +69,25 @@ void CalcPlanets(std::int16_t slot, std::int16_t first, std::int16_t last, doubl
     if (first == 0) first = 1;
     if (last == 0) last = point::kLastBody;
     last = std::min(last, point::kLastBody);
-    if (swissState.enabled != 0) {
-        CalcPlanetsSwiss(slot, first, last, t, offset, frame, trueNode, weston);
-        if (swissState.enabled != 0) return;
-    }
-    if (calcPlanetsStandard != nullptr) {
-        calcPlanetsStandard(slot, first, last, t, offset, accuracy, frame, useTables, dataPath,
+    if (swissState.enabled == 0) {
+        CalcPlanetsStandard(slot, first, last, t, offset, accuracy, frame, useTables, dataPath,
                             trueNode, weston);
         return;
     }
+    const std::int16_t failed =
+        CalcPlanetsSwiss(slot, first, last, t, offset, frame, dataPath, trueNode, weston);
+    if (failed == 0) return;
+
+    // After a failure the standard route serves, for the points that are left of this call too. The
+    // point that failed isn't calculated, nor is the one opposite.
     CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
-    for (std::size_t n = 1; n <= point::kLastBody; ++n) {
-        if (n < point::kAscendant || n > point::kPtFortune) chart.Lon[n] = -1;
-    }
+    const CalcChart kept = chart;
+    first = std::max(first, static_cast<std::int16_t>(failed + 1));
+    CalcPlanetsStandard(slot, first, last, t, offset, accuracy, frame, useTables, dataPath,
+                        trueNode, kTrue);
+    RestorePoints(chart, kept, failed);
+    if (failed == point::kNorthNode) ClearPoint(chart, point::kSouthNode);
+    if (last > point::kSun && weston == 0) VulcanByMercury(chart, frame);
 }
 
 }  // namespace orvantis

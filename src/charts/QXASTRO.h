@@ -46,13 +46,4 @@ void CalcPlanets(std::int16_t slot, std::int16_t first, std::int16_t last, doubl
                  double accuracy, std::int16_t frame, Flag useTables, std::string_view dataPath,
                  Flag trueNode, Flag weston);
 
-/// Connection point: the route that serves while Swiss Ephemeris is switched off, with the
-/// arguments of CalcPlanets. Null: there is none; then Swiss Ephemeris stays on after a failure,
-/// which only costs the points that failed.
-using CalcPlanetsRoute = void (*)(std::int16_t slot, std::int16_t first, std::int16_t last,
-                                  double t, double offset, double accuracy, std::int16_t frame,
-                                  Flag useTables, std::string_view dataPath, Flag trueNode,
-                                  Flag weston);
-extern CalcPlanetsRoute calcPlanetsStandard;
-
 }  // namespace orvantis

@@ -11,6 +11,9 @@
 
 #include "charts/CALCCHRT.h"
 #include "charts/QXASTRO.h"
+#include "charts/ephemeris_tables.h"
+#include "charts/hypothetical.h"
+#include "charts/standard_route.h"
 #include "session/session_state.h"
 #include "text/numbers.h"
 #include "text/strings.h"
@@ -23,16 +26,16 @@ namespace {
 
 constexpr std::int32_t kNoBody = -1;
 
-// Vulcan, the planet within Mercury's orbit, on the circular-like orbit of L.H. Weston. The
-// library reads its elements from seorbel.txt, entry 16, for the equinox of date (T from 1900):
-// mean anomaly 252.8987988 + 707550.7341 T degrees (a period of 18.6 days), semi-axis 0.13744 au,
-// eccentricity 0.019, argument of perihelion 322.212069 + 1670.056 T, ascending node
-// 47.787931 - 1670.056 T, inclination 7.5.
-constexpr std::int32_t kVulcanBody = SE_FICT_OFFSET_1 + 16;
+constexpr std::int16_t kChiron = 13;
+constexpr std::int16_t kHygeia = 18;
+constexpr std::int16_t kAstraea = 19;
+constexpr std::int16_t kCupido = 27;
+constexpr std::int16_t kTransPluto = 35;
 
 // Body numbers of points 1 to 36. The nodes, Vulcan and the Earth have their own routines; minor
 // planets are asked for if their file is installed; chart points are no bodies. The Black Moon is
-// the mean apogee of the Moon: there is no choice for the osculating one.
+// the mean apogee of the Moon: there is no choice for the osculating one. The hypothetical points
+// 27 to 35 are asked for only next to the Sun (see CalcHypothetical).
 // The rows are the table's own.
 // clang-format off
 constexpr std::array<std::int32_t, point::kLastBody + 1> kBodies = {
@@ -48,35 +51,52 @@ constexpr std::array<std::int32_t, point::kLastBody + 1> kBodies = {
     SE_ISIS, SE_MEAN_APOG};                                          // 35, 36
 // clang-format on
 
+bool FileInFolder(std::string_view path, std::string_view name) {
+    std::string file(path);
+    file.append(name);
+    // The library minds the case of names.
+    std::error_code failure;
+    return std::filesystem::is_regular_file(file, failure);
+}
+
 // Whether a minor planet's file is where the library looks for it: the long form or the short one
 // (marked "s", six centuries), in the folder of its thousand or in the folder itself.
 Flag MinorPlanetInstalled(std::string_view path, std::string_view number) {
     for (const std::string_view folder : {"/ast0/se", "/se"}) {
         for (const std::string_view ending : {".se1", "s.se1"}) {
-            std::string file(path);
-            file.append(folder).append(number).append(ending);
-            // The library minds the case of names.
-            std::error_code failure;
-            if (std::filesystem::is_regular_file(file, failure)) return kTrue;
+            std::string name(folder);
+            name.append(number).append(ending);
+            if (FileInFolder(path, name)) return kTrue;
         }
     }
     return kFalse;
 }
 
-std::int32_t BodyOfPoint(std::int16_t n) {
-    if (n == 18 && swissState.hygeiaInstalled == 0) return kNoBody;
-    if (n == 19 && swissState.astraeaInstalled == 0) return kNoBody;
-    return kBodies[static_cast<std::size_t>(n)];
+// Whether the asteroid tables stand for the library's file of a point from 13 to 19.
+bool FromTables(std::int16_t n, double t) {
+    if (n == kHygeia) return swissState.hygeiaInstalled == 0;
+    if (n == kAstraea) return swissState.astraeaInstalled == 0;
+    const bool inTables = t >= ephemeris_table::kFirstT && t <= ephemeris_table::kLastT;
+    return swissState.asteroidsMissing != 0 && inTables;
 }
 
 // What all bodies of one calculation share.
+struct Request {
+    double t = 0;  // centuries from JD 2415020.0, ephemeris time
+    double offset = 0;
+    std::int16_t frame = 1;
+    std::string_view dataPath;
+    Flag trueNode = kTrue;
+};
+
+// The same for the library.
 struct Moment {
     double jdET = 0;         // Julian day, ephemeris time
     double offset = 0;       // degrees added to longitudes
     std::int32_t flags = 0;  // of the library
 };
 
-// The first failure of a run is told. Where another route stands ready, it takes over.
+// The first failure of a run is told, and the standard route serves from there on.
 void TellFailure(std::string_view libraryText) {
     if (swissState.messages == 0) return;
     swissState.messages = kFalse;
@@ -85,20 +105,12 @@ void TellFailure(std::string_view libraryText) {
     if (session.shell != nullptr) {
         session.shell->MessageBox(text, "Orvantis", BoxButtons::Ok, BoxIcon::Exclamation);
     }
-    if (calcPlanetsStandard != nullptr) CloseSwissEphemeris();
-}
-
-// A point that isn't calculated: nothing of a chart before stays.
-void ClearPoint(CalcChart& chart, std::size_t n) {
-    chart.Lon[n] = -1;
-    chart.Lat[n] = chart.Dist[n] = chart.LonSpeed[n] = chart.LatSpeed[n] = 0;
-    chart.Retro[n] = kFalse;
+    CloseSwissEphemeris();
 }
 
 // One body into the arrays of a point; Lon -1 if the library can't give it.
 void CalcBody(CalcChart& chart, std::size_t n, std::int32_t body, const Moment& moment) {
     ClearPoint(chart, n);
-    if (swissState.enabled == 0) return;
     std::array<double, 6> xx{};
     std::array<char, AS_MAXCH> errorText{};
     if (swe_calc(moment.jdET, body, moment.flags, xx.data(), errorText.data()) == ERR) {
@@ -136,36 +148,155 @@ void CalcSunAndEarth(CalcChart& chart, std::int16_t frame, const Moment& moment)
     }
 }
 
-// Vulcan as D. Baker has it: with Mercury within three degrees of the Sun it stands with the Sun,
-// otherwise three degrees from Mercury on the Sun's side. Heliocentrically it stands with Mercury.
-void VulcanByMercury(CalcChart& chart, std::int16_t frame) {
-    constexpr double kMost = 3;
-    chart.LonSpeed[point::kVulcan] = chart.LonSpeed[point::kSun];
-    chart.LatSpeed[point::kVulcan] = chart.LatSpeed[point::kSun];
-    chart.Retro[point::kVulcan] = chart.Retro[point::kSun];
+// The moment as the standard route has it, from the Sun in the chart: its geometric place is found
+// back by the same nutation and aberration that are added to every point there.
+RouteMoment RouteMomentOf(const CalcChart& chart, double t, double offset, std::int16_t frame) {
+    constexpr double kAberration = 20.5 / 3600;
+    RouteMoment moment;
+    moment.t = t;
+    moment.offset = offset;
+    moment.frame = frame;
+    moment.sunGiven = chart.Lon[point::kSun] >= 0;
+    double taken = 0;
+    if (frame == 1) {
+        double ignored = 0;
+        Nutation((t * 36525 + 2415020 - 2451545) / 36525, moment.nutation, ignored);
+        taken = moment.nutation - kAberration;
+    }
+    for (std::size_t i = 0; i < 2; ++i) {
+        const double days = (TimeOf(moment, i) - t) * 36525;
+        moment.sun[i] = {
+            Modulo(chart.Lon[point::kSun] - taken + chart.LonSpeed[point::kSun] * days, 360),
+            chart.Lat[point::kSun] + chart.LatSpeed[point::kSun] * days, chart.Dist[point::kSun]};
+    }
+    return moment;
+}
 
-    const double mercury = chart.Lon[point::kMercury];
-    const double sun = chart.Lon[point::kSun];
-    if (mercury < 0 || sun < 0) {
-        chart.Lon[point::kVulcan] = -1;
-        return;
+// The sky for the hypothetical points at three moments: the one asked for, and a little before and
+// after it, from which the speeds come.
+struct Sky {
+    bool asked = false;
+    bool given = false;
+    std::array<Observer, 3> observers{};
+    std::array<Matrix, 3> ecliptics{};
+    std::array<double, 3> nutation{};  // in longitude, degrees
+};
+
+// Days from the middle moment to the others: the third derivative of the parallax costs 1e-9
+// degrees a day.
+constexpr double kSkyStep = 0.02;
+
+// A Sun's or Earth's barycentric place and velocity.
+bool AskState(double jd, std::int32_t body, std::array<double, 6>& xx) {
+    constexpr std::int32_t kFlags = SEFLG_BARYCTR | SEFLG_TRUEPOS | SEFLG_J2000 | SEFLG_NONUT |
+                                    SEFLG_XYZ | SEFLG_EQUATORIAL | SEFLG_SPEED;
+    std::array<char, AS_MAXCH> ignored{};
+    return swe_calc(jd, body, kFlags, xx.data(), ignored.data()) != ERR;
+}
+
+// The Earth a little later: it falls towards the Sun.
+Observer Moved(const Observer& from, double days) {
+    constexpr double kGauss = 0.01720209895;
+    Observer moved = from;
+    moved.jd += days;
+    Vector fall{};
+    double square = 0;
+    for (std::size_t i = 0; i < 3; ++i) {
+        fall[i] = from.sun[i] - from.earth[i];
+        square += fall[i] * fall[i];
     }
-    if (frame == 2) {
-        chart.Lon[point::kVulcan] = mercury;
-        chart.Lat[point::kVulcan] = chart.Lat[point::kMercury];
-        return;
+    const double pull = kGauss * kGauss / (square * std::sqrt(square));
+    for (std::size_t i = 0; i < 3; ++i) {
+        moved.sun[i] += from.sunVelocity[i] * days;
+        moved.earth[i] += (from.earthVelocity[i] + fall[i] * pull * days / 2) * days;
+        moved.earthVelocity[i] += fall[i] * pull * days;
     }
-    const double apart = Modulo(mercury - sun + 180, 360) - 180;
-    const bool near = std::abs(apart) < kMost;
-    const std::size_t source = near ? point::kSun : point::kMercury;
-    const double back = near ? 0 : std::copysign(kMost, apart);
-    chart.Lon[point::kVulcan] = Modulo(chart.Lon[source] - back, 360);
-    chart.Lat[point::kVulcan] = chart.Lat[source];
+    return moved;
+}
+
+void AskSky(const Moment& moment, Sky& sky) {
+    sky.asked = true;
+    std::array<double, 6> sun{};
+    std::array<double, 6> earth{};
+    sky.given = AskState(moment.jdET, SE_EARTH, earth) && AskState(moment.jdET, SE_SUN, sun);
+    if (!sky.given) return;
+    const Observer now = {moment.jdET,
+                          {sun[0], sun[1], sun[2]},
+                          {sun[3], sun[4], sun[5]},
+                          {earth[0], earth[1], earth[2]},
+                          {earth[3], earth[4], earth[5]},
+                          (moment.flags & SEFLG_HELCTR) != 0};
+    for (std::size_t i = 0; i < 3; ++i) {
+        sky.observers[i] = Moved(now, (static_cast<double>(i) - 1) * kSkyStep);
+        std::array<double, 6> nutation{};
+        std::array<char, AS_MAXCH> ignored{};
+        swe_calc(sky.observers[i].jd, SE_ECL_NUT, 0, nutation.data(), ignored.data());
+        sky.ecliptics[i] = EclipticOfDate(sky.observers[i].jd, nutation[1]);
+        sky.nutation[i] = nutation[2];
+    }
+}
+
+// Points 27 to 35 as the library has them, to a thousandth of a second of arc, but in a tenth of
+// its time: it reads its file of elements anew, three times for each of them. Within a third of a
+// degree from the Sun, where the library has its own way of bending light behind the disc, it is
+// asked.
+void CalcHypothetical(CalcChart& chart, std::int16_t n, const Moment& moment, Sky& sky) {
+    constexpr double kNearSun = 0.35;
+    const auto index = static_cast<std::size_t>(n);
+    const std::int32_t body = kBodies[index];
+    if (!sky.asked) AskSky(moment, sky);
+    if (!sky.given) return CalcBody(chart, index, body, moment);
+
+    const auto own = static_cast<std::int16_t>(n - kCupido + 1);
+    std::array<SphericalPlace, 3> seen{};
+    for (std::size_t i = 0; i < 3; ++i) {
+        seen[i] = ApparentHypothetical(own, sky.observers[i], sky.ecliptics[i]);
+        seen[i].longitude += sky.nutation[i];
+    }
+    const double longitude = Modulo(seen[1].longitude + moment.offset, 360);
+    const double fromSun = std::remainder(longitude - chart.Lon[point::kSun], 360);
+    if (std::abs(fromSun) < kNearSun) return CalcBody(chart, index, body, moment);
+
+    chart.Lon[index] = longitude;
+    chart.Lat[index] = seen[1].latitude;
+    chart.Dist[index] = seen[1].distance;
+    chart.LonSpeed[index] =
+        std::remainder(seen[2].longitude - seen[0].longitude, 360) / (2 * kSkyStep);
+    chart.LatSpeed[index] = (seen[2].latitude - seen[0].latitude) / (2 * kSkyStep);
+    chart.Retro[index] = chart.LonSpeed[index] < 0 ? kTrue : kFalse;
+}
+
+// One point from 4 on that isn't a chart point; the asteroid tables serve a run of points, and the
+// last one done is returned.
+std::int16_t CalcPoint(CalcChart& chart, std::int16_t n, std::int16_t last, const Request& request,
+                       const Moment& moment, Sky& sky) {
+    const auto index = static_cast<std::size_t>(n);
+    if (n == point::kVulcan) {
+        CalcVulcan(chart, RouteMomentOf(chart, request.t, request.offset, request.frame));
+    } else if (n == point::kNorthNode) {
+        CalcBody(chart, index, request.trueNode != 0 ? SE_TRUE_NODE : SE_MEAN_NODE, moment);
+    } else if (n == point::kSouthNode) {
+        Opposite(chart, point::kSouthNode, point::kNorthNode);
+    } else if (n >= kChiron && n <= kAstraea && FromTables(n, request.t)) {
+        std::int16_t end = n;
+        while (end < std::min(last, kAstraea) &&
+               FromTables(static_cast<std::int16_t>(end + 1), request.t)) {
+            ++end;
+        }
+        CalcAsteroids(chart, n, end, RouteMomentOf(chart, request.t, request.offset, request.frame),
+                      request.dataPath);
+        return end;
+    } else if (n >= kCupido && n <= kTransPluto) {
+        CalcHypothetical(chart, n, moment, sky);
+    } else if (n < point::kAscendant || n > point::kPtFortune) {
+        CalcBody(chart, index, kBodies[index], moment);
+    }
+    return n;
 }
 
 }  // namespace
 
-void OpenSwissEphemeris(std::string_view path) {
+void OpenSwissEphemeris(std::string_view path, std::string_view dataPath) {
     // The library would prefer the folder that this variable names to the one that is set here.
     ::unsetenv("SE_EPHE_PATH");
     // The library keeps the path in a buffer of AS_MAXCH bytes and takes a longer one for none.
@@ -173,9 +304,13 @@ void OpenSwissEphemeris(std::string_view path) {
     swissState.enabled = kTrue;
     swissState.hygeiaInstalled = MinorPlanetInstalled(path, "00010");
     swissState.astraeaInstalled = MinorPlanetInstalled(path, "00005");
+    // A folder without any file is a faulty installation, which the trial finds; without that of
+    // the asteroids alone, the tables serve.
+    const bool planets = FileInFolder(path, "/sepl_18.se1");
+    swissState.asteroidsMissing = planets && !FileInFolder(path, "/seas_18.se1") ? kTrue : kFalse;
 
     const CalcChart kept = calcChart[2];
-    CalcPlanets(2, 0, 0, JulianCenturies(2415020.0), 0, 10, 1, kTrue, "", kTrue, kTrue);
+    CalcPlanets(2, 0, 0, JulianCenturies(2415020.0), 0, 10, 1, kTrue, dataPath, kTrue, kTrue);
     calcChart[2] = kept;
 }
 
@@ -184,35 +319,28 @@ void CloseSwissEphemeris() {
     swissState.enabled = kFalse;
 }
 
-void CalcPlanetsSwiss(std::int16_t slot, std::int16_t first, std::int16_t last, double t,
-                      double offset, std::int16_t frame, Flag trueNode, Flag weston) {
+std::int16_t CalcPlanetsSwiss(std::int16_t slot, std::int16_t first, std::int16_t last, double t,
+                              double offset, std::int16_t frame, std::string_view dataPath,
+                              Flag trueNode, Flag weston) {
     CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
     chart.Frame = frame;
     chart.TrueNodeFlag = trueNode;
     const Moment moment = {t * 36525 + 2415020, offset,
                            SEFLG_SPEED | (frame == 2 ? SEFLG_HELCTR : 0)};
+    const Request request = {t, offset, frame, dataPath, trueNode};
 
     CalcBody(chart, point::kMoon, SE_MOON, moment);
+    if (swissState.enabled == 0) return point::kMoon;
     CalcSunAndEarth(chart, frame, moment);
+    if (swissState.enabled == 0) return point::kSun;
 
+    Sky sky;
     for (std::int16_t n = std::max(first, point::kVulcan); n <= last; ++n) {
-        const auto index = static_cast<std::size_t>(n);
-        if (n == point::kVulcan) {
-            CalcBody(chart, index, kVulcanBody, moment);
-        } else if (n == point::kNorthNode) {
-            CalcBody(chart, index, trueNode != 0 ? SE_TRUE_NODE : SE_MEAN_NODE, moment);
-        } else if (n == point::kSouthNode) {
-            Opposite(chart, point::kSouthNode, point::kNorthNode);
-        } else if (n < point::kAscendant || n > point::kPtFortune) {
-            const std::int32_t body = BodyOfPoint(n);
-            if (body < 0) {
-                ClearPoint(chart, index);
-            } else {
-                CalcBody(chart, index, body, moment);
-            }
-        }
+        n = CalcPoint(chart, n, last, request, moment, sky);
+        if (swissState.enabled == 0) return n;
     }
     if (last > point::kSun && weston == 0) VulcanByMercury(chart, frame);
+    return 0;
 }
 
 }  // namespace orvantis

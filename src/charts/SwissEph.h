@@ -14,20 +14,31 @@ struct SwissState {
     Flag messages = kTrue;           ///< a failure is told to the user; once in a run
     Flag hygeiaInstalled = kFalse;   ///< the folder has the file of minor planet 10
     Flag astraeaInstalled = kFalse;  ///< the folder has the file of minor planet 5
+    Flag asteroidsMissing = kFalse;  ///< the folder has files, but not that of points 13 to 17
 };
 
 extern SwissState swissState;
 
 /// Hands the folder of the ephemeris files (a native path, no separator at its end) to the library,
 /// switches the route on and calculates one trial chart, so that missing files are told at once.
-void OpenSwissEphemeris(std::string_view path);
+/// `dataPath` is the folder of the ephemeris tables, for CalcPlanets.
+void OpenSwissEphemeris(std::string_view path, std::string_view dataPath);
 
 /// Switches the route off and releases the library's files.
 void CloseSwissEphemeris();
 
-/// CalcPlanets by this route; arguments as there. A body that the library can't give has Lon -1;
-/// the first such failure of a run is told in a box.
-void CalcPlanetsSwiss(std::int16_t slot, std::int16_t first, std::int16_t last, double t,
-                      double offset, std::int16_t frame, Flag trueNode, Flag weston);
+/// CalcPlanets by this route; arguments as there, `first` and `last` being numbers of points. A
+/// body that the library can't give has Lon -1; if failures are told (once in a run, in a box), the
+/// route is then switched off and the number of that point returned: those after it aren't
+/// calculated here. 0: all are done.
+///
+/// The library's files give the places of DE431 to a thousandth of a second of arc for the years
+/// that are installed (-5400 to 5400 at most; 1800 to 2400 for the basic ones), its theory without
+/// files those of the rest from -3000 to 3000. Chiron is given from 675 to 4650, Ceres, Pallas,
+/// Juno and Vesta as far as the files reach. Minor planets whose file isn't installed come from the
+/// asteroid tables.
+std::int16_t CalcPlanetsSwiss(std::int16_t slot, std::int16_t first, std::int16_t last, double t,
+                              double offset, std::int16_t frame, std::string_view dataPath,
+                              Flag trueNode, Flag weston);
 
 }  // namespace orvantis

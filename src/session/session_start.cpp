@@ -189,7 +189,7 @@ void StartEphemeris(std::string_view installed) {
     }
     if (path.ends_with('\\')) path.pop_back();
     session.SwissEphemPath = NativePath(path);
-    OpenSwissEphemeris(session.SwissEphemPath);
+    OpenSwissEphemeris(session.SwissEphemPath, session.SystemDataPath);
 }
 
 std::string OwnOrShipped(std::string_view path) {

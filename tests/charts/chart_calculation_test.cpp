@@ -53,7 +53,7 @@ class ChartCalculation : public testing::Test {
   protected:
     void SetUp() override {
         ResetAll();
-        OpenSwissEphemeris(kEphemeris);
+        OpenSwissEphemeris(kEphemeris, "");
     }
     void TearDown() override { CloseSwissEphemeris(); }
 };

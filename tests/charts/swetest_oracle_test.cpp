@@ -6,6 +6,12 @@
 //   through T, whose last bit moves the Moon by 1e-8. Longitudes, latitudes, their speeds, angles
 //   and cusps: 1e-7.
 // - Distances are printed with 9 decimals of an astronomical unit: 1e-9.
+// - The hypothetical points are calculated by the program's own orbits and apparent place: 0.001
+//   seconds of arc, and distances 5e-8. Their speeds are the derivative of the place; the library's
+//   own differ from the derivative of its places by up to 2.5e-5 degrees a day in latitude.
+// - Vulcan takes the short way of the standard route: the light time goes with the speed in
+//   longitude alone (in latitude that leaves 8 seconds of arc) and the Sun's place with the four
+//   greatest terms of the nutation (0.5 seconds of arc).
 // - RA and Dec are held in 32 bits: half a unit in the last place is 1.53e-5 from 256 to 360
 //   degrees and 1.9e-6 from 32 to 64 (the largest declination here). RA: 1.6e-5, Dec: 2e-6.
 // - Campanus is turned by a millionth of a degree on purpose, which high latitudes stretch: 1e-5.
@@ -138,6 +144,22 @@ const CalcChart& Calculate(const FileChart& fileChart) {
     return calcChart[1];
 }
 
+struct Tolerance {
+    double lon;
+    double lat;
+    double dist;
+    double lonSpeed;
+    double latSpeed;
+};
+
+const Tolerance& ToleranceOf(std::size_t point) {
+    static const Tolerance kLibrary = {1e-7, 1e-7, 1e-9, 1e-7, 1e-7};
+    static const Tolerance kHypothetical = {2e-7, 4e-7, 5e-8, 4e-6, 3e-5};
+    static const Tolerance kVulcan = {2e-4, 2.5e-3, 3e-4, 1e-2, 3e-3};
+    if (point == 4) return kVulcan;
+    return point >= 27 && point <= 35 ? kHypothetical : kLibrary;
+}
+
 double CuspTolerance(std::uint8_t system, double latitude) {
     if (system == house_system::kCampanus) return 1e-5;
     if (system != house_system::kPlacidus || std::abs(latitude) < 30) return 1e-7;
@@ -152,7 +174,7 @@ class SwetestOracle : public testing::TestWithParam<ChartRow> {
   protected:
     void SetUp() override {
         ResetAll();
-        OpenSwissEphemeris(kEphemeris);
+        OpenSwissEphemeris(kEphemeris, "");
     }
     void TearDown() override { CloseSwissEphemeris(); }
 };
@@ -171,13 +193,16 @@ TEST_P(SwetestOracle, PositionsAgree) {
         const std::size_t n = kLetters[i].point;
         const std::vector<double>& expected = table[i];
         ASSERT_GE(expected.size(), 9U);
-        EXPECT_LE(Apart(chart.Lon[n], expected[1]), 1e-7) << "longitude of point " << n;
-        EXPECT_NEAR(chart.Lat[n], expected[2], 1e-7) << "latitude of point " << n;
-        EXPECT_NEAR(chart.Dist[n], expected[3], 1e-9) << "distance of point " << n;
-        EXPECT_LE(Apart(static_cast<double>(chart.RA[n]), expected[4]), 1.6e-5) << "RA " << n;
-        EXPECT_NEAR(static_cast<double>(chart.Dec[n]), expected[5], 2e-6) << "Dec " << n;
-        EXPECT_NEAR(chart.LonSpeed[n], expected[7], 1e-7) << "speed of point " << n;
-        EXPECT_NEAR(chart.LatSpeed[n], expected[8], 1e-7) << "latitude speed of point " << n;
+        const Tolerance& t = ToleranceOf(n);
+        EXPECT_LE(Apart(chart.Lon[n], expected[1]), t.lon) << "longitude of point " << n;
+        EXPECT_NEAR(chart.Lat[n], expected[2], t.lat) << "latitude of point " << n;
+        EXPECT_NEAR(chart.Dist[n], expected[3], t.dist) << "distance of point " << n;
+        EXPECT_LE(Apart(static_cast<double>(chart.RA[n]), expected[4]),
+                  1.6e-5 + 1.2 * t.lon + 0.5 * t.lat)
+            << "RA " << n;
+        EXPECT_NEAR(static_cast<double>(chart.Dec[n]), expected[5], 2e-6 + t.lat) << "Dec " << n;
+        EXPECT_NEAR(chart.LonSpeed[n], expected[7], t.lonSpeed) << "speed of point " << n;
+        EXPECT_NEAR(chart.LatSpeed[n], expected[8], t.latSpeed) << "latitude speed of point " << n;
     }
     EXPECT_LE(Apart(chart.Lon[2], chart.Lon[3] + 180), 1e-12);
     EXPECT_LE(Apart(chart.Lon[21], chart.Lon[20] + 180), 1e-12);
@@ -224,7 +249,7 @@ INSTANTIATE_TEST_SUITE_P(From1800To2100, SwetestOracle, testing::ValuesIn(kChart
 
 TEST(SwetestNodes, TheMeanNodeIsTakenWhereTheTrueOneIsNotWanted) {
     ResetAll();
-    OpenSwissEphemeris(kEphemeris);
+    OpenSwissEphemeris(kEphemeris, "");
     options.trueNode = kFalse;
     const ChartRow& row = kCharts[24];
     const CalcChart& chart = Calculate(ToFileChart(row, 5));

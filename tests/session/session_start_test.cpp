@@ -200,7 +200,7 @@ TEST_F(SessionStart, WithoutTheKeyTheSystemsEphemerisServesOrElseTheFolderInTheD
     files.paths.ephemeris = files.At("system", "");
     Run();
     EXPECT_EQ(session.SwissEphemPath + "/", files.At("system", ""));
-    EXPECT_NE(swissState.enabled, 0);
+    EXPECT_EQ(swissState.enabled, 0) << "an empty folder fails the trial";
     files.paths.ephemeris = files.At("system", "none");
     Run();
     EXPECT_EQ(session.SwissEphemPath, files.At("program", "swisseph"));
@@ -369,11 +369,12 @@ TEST_F(SessionStart, AnExchangeFileOfOneRecordServesAnyNumberAndOneOfSeveralItsO
 
 TEST_F(SessionStart, AnExchangeChartThatCannotBeCalculatedLeavesNoChart) {
     Run();
-    files.Write("program", "~K500003.CH~", ExchangeFile("Failing"));
-    CloseSwissEphemeris();
-    calcPlanetsStandard = [](std::int16_t, std::int16_t, std::int16_t, double, double, double,
-                             std::int16_t, Flag, std::string_view, Flag,
-                             Flag) { RaiseRunTimeError(error::kOverflow); };
+    FileChart chart;
+    chart.event.name = "Failing";
+    chart.event.zoneHours = 1e30F;  // no such moment
+    Bytes bytes(3171);
+    PutFileChart(bytes.data(), chart);
+    files.Write("program", "~K500003.CH~", bytes);
     LoadExchangeChart(3);
     EXPECT_EQ(TestShell().boxes.size(), 1U);
     EXPECT_EQ(calcChart[1].Name, "");

@@ -75,7 +75,6 @@ void ResetAll() {
     calcChart = {};
     chartNow = {};
     swissState = {};
-    calcPlanetsStandard = nullptr;
 
     chartLines = {};
     refreshCaption = nullptr;
