@@ -18,7 +18,7 @@ class LocalLines : public LinesOnASurface {
   protected:
     void SetUp() override {
         LinesOnASurface::SetUp();
-        OpenSwissEphemeris("/usr/share/libswe/ephe");
+        OpenSwissEphemeris("/usr/share/libswe/ephe", "");
     }
     void TearDown() override { CloseSwissEphemeris(); }
 };
