@@ -742,7 +742,7 @@ TEST_F(CommandLine, RenderToAFolderThatIsNotThereFailsWithExitCode1) {
 }
 
 // What a program of another make says of a file.
-std::string Asked(const std::string& program, std::vector<std::string> arguments) {
+std::string Asked(const std::string& program, const std::vector<std::string>& arguments) {
     const ProgramResult result = RunProgram(program, arguments);
     EXPECT_EQ(result.exitCode, 0) << program << ": " << result.errors;
     return result.output;
