@@ -47,12 +47,13 @@ constexpr int kMostMin = 32767 + 2 * kQuarterMin;
 // Sines of whole arc-minutes, by the angle: a plot of a globe asks for several of them a point.
 const double* SineTable() {
     static const std::vector<double> sines = [] {
-        std::vector<double> circle;
-        for (int m = 0; m < kFullCircleMin; ++m) circle.push_back(SinD(m / 60.0));
-        std::vector<double> table;
-        for (int m = kLeastMin; m <= kMostMin; ++m) {
-            table.push_back(circle[static_cast<std::size_t>(m + 2 * kFullCircleMin) %
-                                   static_cast<std::size_t>(kFullCircleMin)]);
+        std::vector<double> table(kMostMin - kLeastMin + 1);
+        for (int m = 0; m < kFullCircleMin; ++m) {
+            const double sine = SinD(m / 60.0);
+            int entry = (m - kLeastMin) % kFullCircleMin;
+            for (; entry <= kMostMin - kLeastMin; entry += kFullCircleMin) {
+                table[static_cast<std::size_t>(entry)] = sine;
+            }
         }
         return table;
     }();
@@ -94,6 +95,7 @@ constexpr int kArcSteps = 1024;
 const double* ArcTable() {
     static const std::vector<double> arcs = [] {
         std::vector<double> table;
+        table.reserve(kArcSteps + 2);
         for (int i = 0; i <= kArcSteps + 1; ++i) {
             table.push_back(RadToDeg(std::atan(static_cast<double>(i) / kArcSteps)) * 60);
         }
@@ -142,7 +144,7 @@ GlobeFrame FrameOfGlobe() {
 TurnedPoint TurnPoint(const GlobeFrame& globe, double x, double y, double z) {
     constexpr double kSure = 0.499;
     const double aside = std::sqrt(x * x + y * y);
-    if (aside == 0) return RoundTurned(x, y, z);
+    if (!(aside > 0)) return RoundTurned(x, y, z);  // nor where it is no number
     const double r = NearDirection(globe.arcs, y, -x);
     const double p = NearDirection(globe.arcs, aside, z);
     const auto wholeR = static_cast<std::int16_t>(std::lrint(r));

@@ -1,6 +1,7 @@
 #include "map/plot.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "map/map_fixture.h"
 #include "text/run_time_error.h"
@@ -290,8 +291,11 @@ TEST_F(PlotTest, QuestionsAfterACancelledPlotAreHarmlessAndTheNextPlotRecovers) 
     Image good;
     surface.CopyImage(good);
     const MapDocument map = CurrentMap();
-    const float bad[][4] = {{-90, 1e30F, 90, 180}, {10, 0, 10.001F, 20},     {-95, 0, -92, 20},
-                            {-90, -180, 90, 400},  {-1e9F, 5, 1e9F, 5.001F}, {0, 0, 1, 0.001F}};
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float bad[][4] = {
+        {nan, -90, nan, 90},   {0, nan, 0, nan},         {1e30F, -90, 1e30F, 90},
+        {-90, 1e30F, 90, 180}, {10, 0, 10.001F, 20},     {-95, 0, -92, 20},
+        {-90, -180, 90, 400},  {-1e9F, 5, 1e9F, 5.001F}, {0, 0, 1, 0.001F}};
     for (const auto& edge : bad) {
         for (std::int16_t number = 0; number < 4; ++number) {
             MapDocument& document = CurrentMap();
