@@ -6,7 +6,7 @@ packages_of() {
         build)
             # Compiler and build; the libraries; ephemeris files; the fonts behind the glyphs.
             echo ca-certificates cmake ninja-build g++ ccache qt6-base-dev libgl-dev \
-                nlohmann-json3-dev libswe-dev swe-basic-data fonts-dejavu-core fonts-noto-core \
+                nlohmann-json3-dev libswe-dev swe-basic-data swe-standard-data fonts-dejavu-core fonts-noto-core \
                 libgtest-dev libbenchmark-dev
             ;;
         test)
