@@ -6,8 +6,8 @@ packages_of() {
         build)
             # Compiler and build; the libraries; ephemeris files; the fonts behind the glyphs.
             echo ca-certificates cmake ninja-build g++ ccache qt6-base-dev libgl-dev \
-                nlohmann-json3-dev libswe-dev swe-basic-data fonts-dejavu-core fonts-noto-core \
-                libgtest-dev libbenchmark-dev
+                nlohmann-json3-dev libswe-dev swe-basic-data swe-standard-data fonts-dejavu-core \
+                fonts-noto-core libgtest-dev libbenchmark-dev
             ;;
         test)
             # A display for the window's tests, and independent witnesses: of positions, of PDF and

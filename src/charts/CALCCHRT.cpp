@@ -96,6 +96,29 @@ void CalcSphere(double t) {
     GetRAMC(chartNow.PlaceLongW, siderealTime, chartNow.RAMCNow);
 }
 
+// A day that no date has is a number that doesn't fit.
+void CheckDay(double jd) {
+    if (!(jd >= kFirstJD && jd <= kLastJD)) RaiseRunTimeError(error::kOverflow);
+}
+
+// Time scales, positions, angles and houses of a slot at `hours` of Universal Time, which is the
+// Julian day `jd`; the place and the slot's zodiac, frame and house system stand already.
+void CalcMoment(std::int16_t slot, double hours, double jd, double latitude) {
+    CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
+    chart.TimeUT = hours;
+    chartNow.JulianDayUT = jd;
+    GetDeltaT(JulianCenturies(jd), chartNow.DeltaT);
+    chart.JulianDayET = jd + chartNow.DeltaT / 24;
+    const double t = JulianCenturies(chart.JulianDayET);
+    chartNow.ZodiacOffsetNow = Ayanamsa(chart.Zodiac, t);
+
+    CalcPlanets(slot, 0, 0, t, chartNow.ZodiacOffsetNow, 0, chart.Frame, kTrue,
+                session.SystemDataPath, options.trueNode, options.vulcWeston);
+    CalcSphere(t);
+    CalcFromAngles(slot, latitude);
+    FinishPoints(chart);
+}
+
 // Shows the pending run-time error, if any, and tells whether there was one.
 Flag ReportFailure() {
     RunTimeError failure;
@@ -152,7 +175,7 @@ Flag FileChartToCalcChart(const Format1Record& fileChart, std::int16_t slot, Fla
                          static_cast<double>(fileChart.zoneHours);
     double jd = 0;
     GetJDxhUT(fileChart.day, fileChart.month, fileChart.year, hours, jd);
-    if (!(jd >= kFirstJD && jd <= kLastJD)) RaiseRunTimeError(error::kOverflow);
+    CheckDay(jd);
     if (ReportFailure() != 0) return kTrue;
 
     CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
@@ -162,20 +185,31 @@ Flag FileChartToCalcChart(const Format1Record& fileChart, std::int16_t slot, Fla
                                       fileChart.latSeconds, fileChart.latNorth != 0);
     chartNow.PlaceLongW = SignedDegrees(fileChart.longDegrees, fileChart.longMinutes,
                                         fileChart.longSeconds, fileChart.longWest != 0);
-
-    chart.TimeUT = hours;
-    chartNow.JulianDayUT = jd;
-    GetDeltaT(JulianCenturies(jd), chartNow.DeltaT);
-    chart.JulianDayET = jd + chartNow.DeltaT / 24;
-    const double t = JulianCenturies(chart.JulianDayET);
-    chartNow.ZodiacOffsetNow = Ayanamsa(chart.Zodiac, t);
-
-    CalcPlanets(slot, 0, 0, t, chartNow.ZodiacOffsetNow, 0, chart.Frame, kTrue,
-                session.SystemDataPath, options.trueNode, options.vulcWeston);
-    CalcSphere(t);
-    CalcFromAngles(slot, chartNow.PlaceLat);
-    FinishPoints(chart);
+    CalcMoment(slot, hours, jd, chartNow.PlaceLat);
     return ReportFailure();
+}
+
+Flag CalcChartFromEntry(std::int16_t slot, std::int16_t day, std::int16_t month, std::int16_t year,
+                        std::int16_t hour, std::int16_t minute, std::int16_t second, double zone,
+                        double latitude, double longitude) {
+    if (slot < 1 || slot > 2) {
+        RaiseRunTimeError(error::kSubscript);
+        return kTrue;
+    }
+    const double hours = hour + minute / 60.0 + second / 3600.0 + zone;
+    double jd = 0;
+    GetJDxhUT(day, month, year, hours, jd);
+    CheckDay(jd);
+    if (PendingRunTimeError() != 0) return kTrue;
+
+    CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
+    chart.ZoneHours = static_cast<float>(zone);
+    chart.TrueNodeFlag = options.trueNode;
+    chartNow.PlaceLat = latitude;
+    chartNow.PlaceLongW = longitude;
+    // A hair off the equator, so that the Vertex has no special case.
+    CalcMoment(slot, hours, jd, latitude == 0 ? 0.000001 : latitude);
+    return PendingRunTimeError() != 0 ? kTrue : kFalse;
 }
 
 double Ayanamsa(std::int16_t zodiacNumber, double t) {
@@ -238,6 +272,16 @@ void CalcAnglesForPlace(std::int16_t slot) {
     CalcSphere(t);
     // A hair off the equator, so that the Vertex has no special case.
     CalcFromAngles(slot, chartNow.PlaceLat == 0 ? 0.00001 : chartNow.PlaceLat);
+}
+
+void CalcGeodeticAngles(std::int16_t slot) {
+    const ChartNow& now = chartNow;
+    const double midheaven = Modulo(options.geodeticStart - now.PlaceLongW, 360);
+    const double l = midheaven - now.ZodiacOffsetNow;
+    const double ramc = Modulo(RadToDeg(ArcTan2(CosD(l), SinD(l) * CosD(now.ObliquityNow))), 360);
+    CalcAngles(slot, ramc, now.ObliquityNow, now.PlaceLat, now.ZodiacOffsetNow, kFalse);
+    CalcHouses(slot, ramc, now.ObliquityNow, now.PlaceLat, now.ZodiacOffsetNow,
+               calcChart[static_cast<std::size_t>(slot)].HouseSystem);
 }
 
 }  // namespace orvantis

@@ -138,4 +138,17 @@ void CalcHouses(std::int16_t slot, double ramc, double obliquity, double latitud
 /// zodiac and house system. The values of ChartNow are then those of this place.
 void CalcAnglesForPlace(std::int16_t slot);
 
+/// Angles and houses of the slot from the geodetic zodiac: the Midheaven is the place's own
+/// meridian, counted from the one that the options give to 0 Aries. Place, obliquity and offset are
+/// those of ChartNow, which stays as it is, and so do right ascensions and declinations.
+void CalcGeodeticAngles(std::int16_t slot);
+
+/// Calculates a slot whose chart was typed in, or is the clock's: a civil date and time, the zone
+/// in hours (west positive), the place in degrees (latitude north positive, longitude WEST
+/// positive). Texts, zodiac, frame and house system are those that stand in the slot. Nonzero with
+/// a run-time error left behind if the moment or the slot doesn't fit; the slot is then as it was.
+Flag CalcChartFromEntry(std::int16_t slot, std::int16_t day, std::int16_t month, std::int16_t year,
+                        std::int16_t hour, std::int16_t minute, std::int16_t second, double zone,
+                        double latitude, double longitude);
+
 }  // namespace orvantis

@@ -311,6 +311,106 @@ TEST_F(ChartCalculation, AnglesForAPlaceOnTheEquatorAreCalculatedAHairNorthOfIt)
     EXPECT_NE(vertex, calcChart[1].Lon[24]);
 }
 
+TEST_F(ChartCalculation, AnEntryIsCalculatedLikeItsRecord) {
+    const Format1Record record = SampleRecord();
+    FileChartToCalcChart(record, 1, kFalse);
+    const CalcChart fromFile = calcChart[1];
+    const ChartNow now = chartNow;
+    calcChart[2].Name = "Typed";
+    calcChart[2].Zodiac = 1;
+    calcChart[2].HouseSystem = 5;
+    EXPECT_EQ(CalcChartFromEntry(2, 31, 12, 1992, 23, 59, 7, -9.5, now.PlaceLat, now.PlaceLongW),
+              kFalse);
+    const CalcChart& chart = calcChart[2];
+    EXPECT_EQ(chart.Lon, fromFile.Lon);
+    EXPECT_EQ(chart.Cusp, fromFile.Cusp);
+    EXPECT_EQ(chart.RA, fromFile.RA);
+    EXPECT_EQ(chart.Retro, fromFile.Retro);
+    EXPECT_EQ(chart.TimeUT, fromFile.TimeUT);
+    EXPECT_EQ(chart.JulianDayET, fromFile.JulianDayET);
+    EXPECT_EQ(chart.ZoneHours, -9.5F);
+    EXPECT_EQ(chart.Name, "Typed") << "the texts are the entry's own";
+    EXPECT_EQ(chartNow.RAMCNow, now.RAMCNow);
+}
+
+TEST_F(ChartCalculation, AnEntryHasTheZodiacAndTheFrameOfItsSlot) {
+    calcChart[2].Zodiac = 3;
+    calcChart[2].Frame = 2;
+    CalcChartFromEntry(2, 31, 12, 1992, 23, 59, 7, -9.5, 10, 20);
+    EXPECT_NEAR(chartNow.ZodiacOffsetNow, -23.76, 0.01);
+    EXPECT_EQ(calcChart[2].Frame, 2);
+    EXPECT_LE(Apart(calcChart[2].Lon[2], calcChart[2].Lon[3] + 180), 1e-9);
+}
+
+TEST_F(ChartCalculation, AnEntryOnTheEquatorIsCalculatedAMillionthNorthOfIt) {
+    CalcChartFromEntry(1, 31, 12, 1992, 23, 59, 7, -9.5, 0, 20);
+    EXPECT_EQ(chartNow.PlaceLat, 0);
+    const double vertex = calcChart[1].Lon[24];
+    CalcAngles(1, chartNow.RAMCNow, chartNow.ObliquityNow, 0.000001, 0, kFalse);
+    EXPECT_EQ(vertex, calcChart[1].Lon[24]);
+    CalcAngles(1, chartNow.RAMCNow, chartNow.ObliquityNow, 0.00001, 0, kFalse);
+    EXPECT_NE(vertex, calcChart[1].Lon[24]);
+}
+
+TEST_F(ChartCalculation, ARecordOnTheEquatorHasTheVertexAtNinetyPlusOffset) {
+    Format1Record record = SampleRecord();
+    record.latDegrees = record.latMinutes = record.latSeconds = 0;
+    record.ayanamsaCode = 3;
+    FileChartToCalcChart(record, 1, kFalse);
+    EXPECT_LE(std::abs(std::remainder(calcChart[1].Lon[24] - 90 - chartNow.ZodiacOffsetNow, 180)),
+              1e-12);
+}
+
+TEST_F(ChartCalculation, AnEntryThatDoesNotFitLeavesItsSlotAndARunTimeError) {
+    calcChart[1].Lon[3] = 5;
+    for (const double zone : {1e30, -1e30, std::numeric_limits<double>::quiet_NaN()}) {
+        EXPECT_NE(CalcChartFromEntry(1, 1, 1, 2000, 0, 0, 0, zone, 0, 0), kFalse);
+        RunTimeError failure;
+        ASSERT_TRUE(TakeRunTimeError(failure));
+        EXPECT_EQ(failure.number, error::kOverflow);
+        EXPECT_EQ(calcChart[1].Lon[3], 5);
+    }
+    EXPECT_NE(CalcChartFromEntry(3, 1, 1, 2000, 0, 0, 0, 0, 0, 0), kFalse);
+    RunTimeError failure;
+    ASSERT_TRUE(TakeRunTimeError(failure));
+    EXPECT_EQ(failure.number, error::kSubscript);
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(ChartCalculation, GeodeticAnglesHaveThePlacesMeridianAsMidheaven) {
+    Format1Record record = SampleRecord();
+    for (const std::uint8_t zodiac : {std::uint8_t{1}, std::uint8_t{3}}) {
+        record.ayanamsaCode = zodiac;
+        FileChartToCalcChart(record, 1, kFalse);
+        const CalcChart before = calcChart[1];
+        const ChartNow now = chartNow;
+        options.geodeticStart = 30;
+        CalcGeodeticAngles(1);
+        const CalcChart& chart = calcChart[1];
+        EXPECT_LE(Apart(chart.Lon[23], 30 - now.PlaceLongW), 1e-9);
+        EXPECT_LE(Apart(chart.Cusp[10], chart.Lon[23]), 1e-12);
+        EXPECT_EQ(chart.Cusp[1], chart.Lon[22]);
+        EXPECT_GT(Apart(chart.Lon[22], before.Lon[22]), 0.1);
+        // The planets, right ascensions and the values of the moment stay.
+        EXPECT_EQ(chart.Lon[3], before.Lon[3]);
+        EXPECT_EQ(chart.RA, before.RA);
+        EXPECT_EQ(chartNow.RAMCNow, now.RAMCNow);
+        // The Ascendant from the equator's point that culminates with that longitude.
+        const double l = chart.Lon[23] - now.ZodiacOffsetNow;
+        const double ramc = RadToDeg(std::atan2(SinD(l) * CosD(now.ObliquityNow), CosD(l)));
+        CalcAngles(2, Modulo(ramc, 360), now.ObliquityNow, now.PlaceLat, now.ZodiacOffsetNow,
+                   kFalse);
+        EXPECT_LE(Apart(chart.Lon[22], calcChart[2].Lon[22]), 1e-9);
+    }
+}
+
+TEST_F(ChartCalculation, APlaceOnTheGeodeticStartHasZeroAriesOnItsMidheaven) {
+    FileChartToCalcChart(SampleRecord(), 1, kFalse);
+    options.geodeticStart = chartNow.PlaceLongW;
+    CalcGeodeticAngles(1);
+    EXPECT_LE(Apart(calcChart[1].Lon[23], 0), 1e-9);
+}
+
 // Places the bodies by hand; RAMC and latitude put the Ascendant somewhere, the Sun follows it.
 class PtFortune : public testing::Test {
   protected:

@@ -1,4 +1,5 @@
 #include <cmath>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <limits>
 #include <swephexp.h>
@@ -16,6 +17,7 @@ namespace orvantis {
 namespace {
 
 constexpr const char* kEphemeris = "/usr/share/libswe/ephe";
+constexpr const char* kTables = ORVANTIS_DATA "/";
 constexpr double kJ2000 = 2451545.0;
 
 double Apart(double a, double b) {
@@ -269,12 +271,105 @@ TEST_F(Ephemeris, VulcanOnItsOwnOrbitStaysWithinEightDegreesOfTheSun) {
     EXPECT_GT(most, 7.5);
 }
 
-TEST_F(Ephemeris, AMinorPlanetWhoseFileIsNotInstalledIsNotAskedFor) {
+TEST_F(Ephemeris, AMinorPlanetWhoseFileIsNotInstalledComesFromTheTables) {
+    CalcPlanets(1, 0, 0, JulianCenturies(kJ2000), 0, 0, 1, kTrue, kTables, kTrue, kTrue);
+    const CalcChart swiss = calcChart[1];
+    CalcPlanetsStandard(1, 1, 36, JulianCenturies(kJ2000), 0, 0, 1, kTrue, kTables, kTrue, kTrue);
+    for (const std::size_t n : {18U, 19U}) {
+        EXPECT_GT(swiss.Lon[n], 0) << n;
+        EXPECT_LE(Apart(swiss.Lon[n], calcChart[1].Lon[n]), 1.0 / 3600) << n;
+    }
+    EXPECT_TRUE(TestShell().boxes.empty());
+    EXPECT_NE(swissState.enabled, kFalse);
+}
+
+TEST_F(Ephemeris, WithoutTheTablesEitherItIsNotCalculated) {
     const CalcChart& chart = Calculate(kJ2000);
     EXPECT_EQ(chart.Lon[18], -1);
     EXPECT_EQ(chart.Lon[19], -1);
     EXPECT_TRUE(TestShell().boxes.empty());
     EXPECT_NE(swissState.enabled, kFalse);
+}
+
+// An installation of the planets' and the Moon's files alone.
+TEST_F(Ephemeris, WithoutTheAsteroidsFileAloneTheTablesServeAllOfThem) {
+    const TempFolder folder;
+    for (const char* name : {"sepl_18.se1", "semo_18.se1"}) {
+        std::filesystem::create_symlink(std::string(kEphemeris) + "/" + name, folder.File(name));
+    }
+    OpenSwissEphemeris(folder.Path().substr(0, folder.Path().size() - 1), kTables);
+    EXPECT_TRUE(TestShell().boxes.empty());
+    EXPECT_NE(swissState.enabled, kFalse);
+    CalcPlanets(1, 0, 0, JulianCenturies(kJ2000), 0, 0, 1, kTrue, kTables, kTrue, kTrue);
+    // swetest -pDIGHF -bj2451545 -fl; tables of whole seconds of arc.
+    const double expected[] = {251.6175369, 245.9715642, 134.0432361, 277.9958051, 184.4528628};
+    for (std::size_t i = 0; i < 5; ++i) {
+        EXPECT_LE(Apart(calcChart[1].Lon[13 + i], expected[i]), 10.0 / 3600) << 13 + i;
+    }
+    EXPECT_GT(calcChart[1].Lon[18], 0);
+    EXPECT_GT(calcChart[1].Lon[19], 0);
+
+    // Years before the tables: the library is asked, and says what is missing.
+    CalcPlanets(1, 0, 0, JulianCenturies(DateToJD(1, 1, 1799)), 0, 0, 1, kTrue, kTables, kTrue,
+                kTrue);
+    EXPECT_EQ(TestShell().boxes.size(), 1U);
+    EXPECT_EQ(swissState.enabled, kFalse);
+}
+
+// The files of the standard data reach from 5400 before Christ to 5400 after; only Chiron's orbit
+// isn't known so far.
+TEST_F(Ephemeris, HistoricalChartsAreCalculatedAsFarAsTheFilesReach) {
+    struct Row {
+        std::int16_t year;
+        double sun;  // swetest -b1.1.YEARjul -p01 -fl
+        double moon;
+    };
+    const Row kRows[] = {{1200, 287.2418763, 83.0729806},
+                         {500, 282.1314333, 83.3014099},
+                         {0, 278.4969766, 338.1834053},
+                         {-2999, 257.5662409, 245.9289808},
+                         {-5000, 242.3249530, 67.2394447}};
+    for (const Row& row : kRows) {
+        swissState.messages = kFalse;
+        const CalcChart& chart = Calculate(DateToJD(1, 1, row.year));
+        EXPECT_LE(Apart(chart.Lon[3], row.sun), 1e-6) << row.year;
+        EXPECT_LE(Apart(chart.Lon[1], row.moon), 1e-6) << row.year;
+        for (std::size_t n = 1; n <= 36; ++n) {
+            if (n == 13 || n == 18 || n == 19 || (n >= 22 && n <= 26)) continue;
+            EXPECT_GE(chart.Lon[n], 0) << n << " in " << row.year;
+        }
+        EXPECT_EQ(chart.Lon[13] > 0, row.year > 675) << row.year;
+    }
+    EXPECT_NE(swissState.enabled, kFalse);
+}
+
+TEST_F(Ephemeris, AChartOf1200IsCalculatedWithoutAMessage) {
+    const CalcChart& chart = Calculate(DateToJD(1, 1, 1200));
+    for (std::size_t n = 13; n <= 17; ++n) EXPECT_GT(chart.Lon[n], 0) << n;
+    EXPECT_TRUE(TestShell().boxes.empty());
+    EXPECT_NE(swissState.enabled, kFalse);
+}
+
+// The tables' rule holds on this route too: the years beyond them leave what the points held.
+TEST_F(Ephemeris, OutsideTheTablesYearsPointsFromThemKeepWhatTheyHeld) {
+    calcChart[1].Lon[18] = 123;
+    const CalcChart& chart = Calculate(DateToJD(1, 1, 1200));
+    EXPECT_EQ(chart.Lon[18], 123);
+    EXPECT_GT(chart.Lon[13], 0) << "Chiron has its file";
+}
+
+// Without a file of a century the library takes its own theory.
+TEST_F(Ephemeris, PlanetsWithoutAFileOfTheirCenturyComeFromTheLibrarysTheory) {
+    const TempFolder folder;
+    for (const char* name : {"sepl_18.se1", "semo_18.se1", "seas_18.se1"}) {
+        std::filesystem::create_symlink(std::string(kEphemeris) + "/" + name, folder.File(name));
+    }
+    OpenSwissEphemeris(folder.Path().substr(0, folder.Path().size() - 1), kTables);
+    swissState.messages = kFalse;
+    const CalcChart& chart = Calculate(DateToJD(1, 1, 1200));
+    const double sun = 287.2418763;  // swetest -b1.1.1200jul -p0 -fl
+    EXPECT_NE(chart.Lon[3], sun);
+    EXPECT_LE(Apart(chart.Lon[3], sun), 1.0 / 3600);
 }
 
 TEST_F(Ephemeris, FilesOfMinorPlanetsAreFoundInTheFolderOrInTheFolderOfTheirThousand) {
