@@ -30,7 +30,7 @@ std::size_t Index(std::int16_t number) {
 
 void PlotMeridianLine(const LineFrame& frame, std::int16_t point, std::int16_t type) {
     const double longitude = MeridianLineLongitude(frame, point, type);
-    if (!IsLongitudeShown(longitude)) return;
+    if (!IsMeridianShown(longitude)) return;
     chartLines.anyVisible = true;
 
     SetLinePen(type, point);

@@ -36,7 +36,7 @@ struct LineLabel {
 
 struct ChartLinesState {
     std::vector<LineLabel> labels;   ///< labels of the plot in progress
-    std::vector<LineLabel> objects;  ///< labels that were drawn, for a click to find
+    std::vector<LineLabel> objects;  ///< labels where they were drawn, for a click to find
     bool anyVisible = false;         ///< some line fell within the view
     Flag askedByUser = kFalse;       ///< the next plot follows a user's choice of chart or eclipse:
                                      ///< lines that all fall outside the view are asked about.
@@ -56,7 +56,8 @@ void PlotRiseSetLines(Flag printing, std::int16_t slot);
 
 void AddLineLabel(std::int16_t x, std::int16_t y, std::int16_t code, std::int16_t type);
 
-/// Draws the labels, which then are the object list.
+/// Draws the labels, which then are the object list. One whose box would reach over an edge of the
+/// map is moved inside, so that it can be read.
 void DrawLineLabels();
 
 /// Draws the marks in the frame around the map, none over another and each beside its own side of

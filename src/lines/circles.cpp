@@ -50,7 +50,7 @@ MarkEnds EndsOf(const SignLine& line) {
 }
 
 void PlotSignMeridian(const SignLine& line) {
-    if (!IsLongitudeShown(line.longitude)) return;
+    if (!IsMeridianShown(line.longitude)) return;
     chartLines.anyVisible = true;
     const std::int16_t sign = line.opposite == 0 ? line.sign : line.opposite;
     DrawMeridian(line.longitude, sign, line_type::kSigns, EndsOf(line));

@@ -139,7 +139,9 @@ void GreatCircleStep(double bearing, double startLat, double s, double& lat, dou
     const double c = RadToDeg(ArcSin(SinD(bearing) * SinD(s)));
     const double g = b + startLat;
     lat = RadToDeg(ArcSin(CosD(c) * SinD(g)));
-    longitude = RadToDeg(ArcTan2(CosD(g), -TanD(c)));
+    // Cosines in the place of a tangent: 90 degrees off in a direction due west there is none, and
+    // one on the wrong side of it would put the position at the antipode.
+    longitude = RadToDeg(ArcTan2(CosD(g) * CosD(c), -SinD(c)));
 }
 
 double NudgedBearing(double bearing) {

@@ -70,6 +70,15 @@ std::string AnnotationLetter(const EdgeMark& mark) {
     return PlotLineAnnotation(mark.type).substr(1, 1);
 }
 
+// The middle of a box of a length whose middle is to be at `at`, moved so that a box that reaches
+// over an end of the map's inside, from `low` up to but not including `high`, lies within. A box
+// that lies wholly outside stays there, and the clip hides it.
+int MovedInside(int at, int length, int low, int high) {
+    const int start = at - (length - 1) / 2;
+    if (start + length <= low || start >= high) return at;
+    return at - start + std::max(low, std::min(start, high - length));
+}
+
 // A mark as it is written: glyph and letter in line outward from the map's edge, so that they are
 // never parted.
 struct WrittenMark {
@@ -214,13 +223,21 @@ std::string LabelText(std::int16_t code, std::int16_t type) {
 void DrawLineLabels() {
     DrawingSurface& surface = *mapView.surface;
     SelectGlyphFont(plotState.printing != 0);
-    for (const LineLabel& label : chartLines.labels) {
+    const MapRect& rect = mapView.rect;
+    chartLines.objects.clear();
+    for (LineLabel label : chartLines.labels) {
         const auto shape = static_cast<LabelShape>(
             ClampInt(settings.lineStyle[Index(label.type)].symbolShape, 0, 2));
-        DrawLabel(surface, label.x, label.y, LabelText(label.code, label.type), shape,
+        const std::string text = LabelText(label.code, label.type);
+        const SurfaceSize box = LabelBox(surface, text, shape);
+        label.x =
+            RoundToInt16(MovedInside(label.x, box.width, rect.left + 1, rect.left + rect.width));
+        label.y =
+            RoundToInt16(MovedInside(label.y, box.height, rect.top + 1, rect.top + rect.height));
+        DrawLabel(surface, label.x, label.y, text, shape,
                   AreaColour(LineColour(label.code, label.type)));
+        chartLines.objects.push_back(label);
     }
-    chartLines.objects = chartLines.labels;
 }
 
 void DrawEdgeMarks() {

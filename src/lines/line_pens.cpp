@@ -51,6 +51,12 @@ bool IsLongitudeShown(double longitude) {
     return IsWholeWorld() || LongInView(longitude, mapView.extent.westMin, mapView.extent.eastMin);
 }
 
+bool IsMeridianShown(double longitude) {
+    const ViewExtent& view = mapView.extent;
+    const bool tilted = !IsFlat(view.projection) && view.centreLat != 0;
+    return tilted || IsLongitudeShown(longitude);
+}
+
 bool IsPositionShown(double lat, double longitude) {
     const ViewExtent& view = mapView.extent;
     return IsWholeWorld() ||

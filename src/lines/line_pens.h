@@ -14,9 +14,12 @@ void SetLinePen(std::int16_t type, std::int16_t point);
 /// Pen of a line type that belongs to no point.
 void SetLinePen(std::int16_t type);
 
-/// True if a meridian, or a position, in degrees lies in view. All do on a map of the whole world.
+/// True if a longitude, or a position, in degrees lies in view. All do on a map of the whole world.
 bool IsLongitudeShown(double longitude);
 bool IsPositionShown(double lat, double longitude);
+
+/// True if some part of a meridian lies in view: a tilted globe shows a part of each, over its pole.
+bool IsMeridianShown(double longitude);
 
 /// Puts a point's label on the map at a position in degrees.
 void LabelPoint(double lat, double longitude, std::int16_t point);

@@ -49,7 +49,7 @@ void PlotDirections(const LineFrame& frame) {
 // the southern line's at its foot, the far one the northern line's at its head, and there their
 // marks stand.
 void PlotHouseMeridian(const LocalHouse& line) {
-    if (!IsLongitudeShown(line.longitude)) return;
+    if (!IsMeridianShown(line.longitude)) return;
     chartLines.anyVisible = true;
     const MarkEnds end = line.bearing == 0 ? MarkEnds::Second : MarkEnds::First;
     DrawMeridian(line.longitude, line.opposite, line_type::kLocalHouse, end);

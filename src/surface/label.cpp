@@ -23,6 +23,15 @@ void RoundBox(DrawingSurface& surface, int left, int top, int right, int bottom,
                     brush, true);
 }
 
+// Room between a text and its box; an ellipse needs more than a box with corners does.
+int MarginX(const SurfaceSize& text, LabelShape shape) {
+    return shape == LabelShape::Ellipse ? text.width / 4 + 3 : 3;
+}
+
+int MarginY(LabelShape shape) {
+    return shape == LabelShape::Ellipse ? 2 : 1;
+}
+
 }  // namespace
 
 int Brightness(Colour colour) {
@@ -32,16 +41,18 @@ int Brightness(Colour colour) {
     return (299 * red + 587 * green + 114 * blue) / 1000;
 }
 
+SurfaceSize LabelBox(DrawingSurface& surface, std::string_view text, LabelShape shape) {
+    const SurfaceSize size = surface.TextExtent(text);
+    return {size.width + 2 * MarginX(size, shape) + 1, size.height + 2 * MarginY(shape) + 1};
+}
+
 void DrawLabel(DrawingSurface& surface, int x, int y, std::string_view text, LabelShape shape,
                Colour colour) {
-    const SurfaceSize size = surface.TextExtent(text);
-    // An ellipse needs more room around a text than a box does.
-    const int marginX = shape == LabelShape::Ellipse ? size.width / 4 + 3 : 3;
-    const int marginY = shape == LabelShape::Ellipse ? 2 : 1;
-    const int left = x - size.width / 2 - marginX;
-    const int right = left + size.width + 2 * marginX + 1;
-    const int top = y - size.height / 2 - marginY;
-    const int bottom = top + size.height + 2 * marginY + 1;
+    const SurfaceSize box = LabelBox(surface, text, shape);
+    const int left = x - (box.width - 1) / 2;
+    const int right = left + box.width;
+    const int top = y - (box.height - 1) / 2;
+    const int bottom = top + box.height;
 
     Pen pen;
     pen.colour = Brightness(colour) > 127 ? 0x000000 : 0xFFFFFF;
@@ -58,7 +69,7 @@ void DrawLabel(DrawingSurface& surface, int x, int y, std::string_view text, Lab
             surface.Ellipse(left, top, right, bottom, brush);
             break;
     }
-    surface.TextOut(x, top + marginY, text, TextAlign::Centre);
+    surface.TextOut(x, top + MarginY(shape), text, TextAlign::Centre);
 }
 
 }  // namespace orvantis

@@ -198,6 +198,97 @@ TEST_F(ChartLines, ALabelsBoxHasTheShapeOfItsType) {
     EXPECT_EQ(chartLines.labels.size(), 3U) << "labels live until the next full plot";
 }
 
+// The meridian behind the globe's pole comes into view over it, and has no label behind.
+TEST_F(ChartLines, ATiltedGlobeShowsTheMeridianBehindItsPole) {
+    ShowTypes({1});
+    Place(3, 180, -20);
+    Globe(40, 0, projection::kGlobeSphere);
+    Draw();
+    EXPECT_GT(surface_.Calls("LineTo").size(), 10U);
+    EXPECT_TRUE(chartLines.anyVisible);
+    EXPECT_TRUE(chartLines.objects.empty());
+    Globe(0, 0, projection::kGlobeSphere);
+    Draw();
+    EXPECT_TRUE(surface_.Calls("LineTo").empty() && surface_.Calls("Arc").empty());
+    EXPECT_FALSE(chartLines.anyVisible);
+}
+
+// The box of a label as it was drawn: left, top, and right and bottom, which are outside.
+struct Box {
+    int left = 0, top = 0, right = 0, bottom = 0;
+};
+
+Box BoxOf(const std::string& call) {
+    Box box;
+    std::sscanf(call.c_str(), "%*s %d %d %d %d", &box.left, &box.top, &box.right, &box.bottom);
+    return box;
+}
+
+// Boxes at the four edges and corners, at a distance of 0 and 5 pixels on either side of the edge.
+TEST_F(ChartLines, NoLabelLiesOverTheFrameAtAnyEdge) {
+    for (const bool globe : {false, true}) {
+        CurrentMap() = {};
+        if (globe) Globe(20, 0, projection::kGlobeSphere);
+        SetView();
+        const MapRect rect = mapView.rect;
+        const int right = rect.left + rect.width;
+        const int bottom = rect.top + rect.height;
+        for (const std::int16_t shape : {0, 2}) {
+            settings.lineStyle[14].symbolShape = shape;
+            for (const int x : {rect.left - 5, rect.left + 0, rect.left + 5, rect.left + 200,
+                                right - 5, right, right + 5}) {
+                for (const int y : {rect.top - 5, rect.top + 0, rect.top + 5, rect.top + 100,
+                                    bottom - 5, bottom, bottom + 5}) {
+                    chartLines.labels.clear();
+                    AddLineLabel(static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 3, 14);
+                    surface_.log.clear();
+                    DrawLineLabels();
+                    const auto boxes = surface_.Calls(shape == 0 ? "Rectangle" : "Ellipse");
+                    ASSERT_EQ(boxes.size(), 1U);
+                    const Box box = BoxOf(boxes[0]);
+                    EXPECT_GT(box.left, rect.left) << boxes[0];
+                    EXPECT_GT(box.top, rect.top) << boxes[0];
+                    EXPECT_LE(box.right, right) << boxes[0];
+                    EXPECT_LE(box.bottom, bottom) << boxes[0];
+                    // It is moved no farther than it must, and a click finds it where it is.
+                    ASSERT_EQ(chartLines.objects.size(), 1U);
+                    const LineLabel& object = chartLines.objects[0];
+                    EXPECT_EQ(object.x, (box.left + box.right - 1) / 2);
+                    EXPECT_EQ(object.y, (box.top + box.bottom - 1) / 2);
+                    EXPECT_TRUE(x != rect.left + 200 || object.x == x);
+                    EXPECT_TRUE(y != rect.top + 100 || object.y == y);
+                    EXPECT_LE(std::abs(object.x - x), 6 + (box.right - box.left + 1) / 2);
+                    EXPECT_EQ(chartLines.labels[0].x, x) << "the list of labels stays";
+                }
+            }
+        }
+    }
+}
+
+TEST_F(ChartLines, ALabelWhollyOutsideTheMapIsLeftToTheClip) {
+    SetView();
+    AddLineLabel(-300, 100, 3, 14);
+    AddLineLabel(100, 32000, 3, 14);
+    DrawLineLabels();
+    ASSERT_EQ(chartLines.objects.size(), 2U);
+    EXPECT_EQ(chartLines.objects[0].x, -300);
+    EXPECT_EQ(chartLines.objects[1].y, 32000);
+}
+
+TEST_F(ChartLines, ALabelLargerThanTheMapBeginsAtItsEdge) {
+    SetView();
+    mapView.rect.width = 5;
+    mapView.rect.height = 5;
+    settings.lineStyle[14].symbolShape = 0;
+    AddLineLabel(static_cast<std::int16_t>(mapView.rect.left + 2),
+                 static_cast<std::int16_t>(mapView.rect.top + 2), 3, 14);
+    surface_.log.clear();
+    DrawLineLabels();
+    const Box box = BoxOf(surface_.Calls("Rectangle").at(0));
+    EXPECT_EQ(box.left, mapView.rect.left + 1);
+    EXPECT_EQ(box.top, mapView.rect.top + 1);
+}
+
 TEST_F(ChartLines, MarksAtOnePlaceDoNotLieOverOneAnother) {
     SetView();
     const std::int16_t top = mapView.rect.top;

@@ -351,9 +351,9 @@ bool IsInside(const std::vector<SurfacePoint>& polygon, double x, double y) {
     return inside;
 }
 
-// Every seventh pixel of the map is asked: in the polygon if and only if the Sun is below the horizon
-// there. The outline has straight pieces of two degrees in whole pixels: near the horizon, within
-// what three pixels come to, both are right.
+// Every seventh pixel of the map is asked: in the polygon if and only if the Sun is below the
+// horizon there. The outline has straight pieces of two degrees in whole pixels: near the horizon,
+// within what three pixels come to, both are right.
 void ExpectNightWhereTheSunIsDown(double sunLat, double sunLong) {
     const std::vector<SurfacePoint> polygon = NightPolygon(MakeLineFrame(1));
     EXPECT_LE(polygon.size(), 190U);

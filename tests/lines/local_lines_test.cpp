@@ -207,6 +207,25 @@ TEST_F(LocalLines, DirectionsDueEastAndWestAreMovedByAHundredthOfADegree) {
     EXPECT_EQ(nudged, 2);
 }
 
+// The Vertex stands due west by its very meaning: 90 degrees off, no tangent tells the longitude.
+TEST_F(LocalLines, ALineDueWestOrEastDoesNotLeapToTheAntipode) {
+    std::mt19937 random(24);
+    for (const float lat : TriedLatitudes(random, 30)) {
+        const IndependentSky sky = RandomChart(random, lat);
+        const LineFrame frame = MakeLineFrame(1);
+        for (const double bearing : {LocalBearing(frame, 24), 90.0, -90.0, 270.0,
+                                     std::nextafter(90.0, 0), std::nextafter(90.0, 180)}) {
+            const std::vector<LinePosition> samples = LocalSamples(frame, bearing, 360);
+            for (std::size_t i = 0; i < samples.size(); ++i) {
+                EXPECT_LT(OffTheGreatCircle(sky.lat, sky.longEast, -bearing,
+                                            static_cast<double>(i) * 2, samples[i]),
+                          2e-6)
+                    << "lat " << lat << " bearing " << bearing << " at " << 2 * i;
+            }
+        }
+    }
+}
+
 TEST_F(LocalLines, AnExtentOf1DrawsASinglePointAndNoVisibleLine) {
     Place(3, 40, 10);
     ShowTypes({7});
