@@ -20,7 +20,7 @@ class UnbrokenLines : public LinesOnASurface {
   protected:
     void SetUp() override {
         LinesOnASurface::SetUp();
-        OpenSwissEphemeris("/usr/share/libswe/ephe");
+        OpenSwissEphemeris("/usr/share/libswe/ephe", "");
         ShowTypes({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11});
         for (std::size_t p = 1; p <= 36; ++p) pointSelection[p] = kTrue;
         options.paranLimit = 66;
