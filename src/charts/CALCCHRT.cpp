@@ -1,6 +1,7 @@
 // Chart calculation: time scales, zodiac, positions, angles and equatorial coordinates.
 #include "charts/CALCCHRT.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "charts/QXASTRO.h"
@@ -112,6 +113,8 @@ void CalcMoment(std::int16_t slot, double hours, double jd, double latitude) {
     const double t = JulianCenturies(chart.JulianDayET);
     chartNow.ZodiacOffsetNow = Ayanamsa(chart.Zodiac, t);
 
+    // What a table doesn't reach keeps what it held: that must not be a place of the chart before.
+    std::fill(chart.Lon.begin(), chart.Lon.begin() + point::kLastBody + 1, -1);
     CalcPlanets(slot, 0, 0, t, chartNow.ZodiacOffsetNow, 0, chart.Frame, kTrue,
                 session.SystemDataPath, options.trueNode, options.vulcWeston);
     CalcSphere(t);

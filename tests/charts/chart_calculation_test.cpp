@@ -92,6 +92,16 @@ TEST_F(ChartCalculation, TextsFollowTheRegionalOrderAndClock) {
     EXPECT_EQ(calcChart[1].TimeText, "23:59:07");
 }
 
+TEST_F(ChartCalculation, APointBeyondItsTablesIsNotWhereAChartBeforeHadIt) {
+    calcChart[1].Lon[18] = 123;
+    calcChart[1].Lon[19] = 45;
+    Format1Record record = SampleRecord();
+    record.year = 2100;
+    FileChartToCalcChart(record, 1, kFalse);
+    EXPECT_EQ(calcChart[1].Lon[18], -1);
+    EXPECT_EQ(calcChart[1].Lon[19], -1);
+}
+
 TEST_F(ChartCalculation, AZeroCoordinateKeepsTheSideOfItsRecord) {
     Format1Record record = SampleRecord();
     record.latDegrees = record.latMinutes = 0;

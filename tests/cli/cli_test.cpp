@@ -77,9 +77,22 @@ TEST_F(CommandLine, AWrongCallIsToldInOneLineWithExitCode2) {
          2,
          "orvantis-cli: lines: one of --geojson, --csv and --kml is needed\n"},
         {{"lines", kSample, "--csv", "--types"}, 2, "orvantis-cli: --types: needs a value\n"},
-        {{"lines", kSample, "--csv", "--types", "5"},
+        {{"lines", kSample, "--csv", "--types", "12"},
          2,
-         "orvantis-cli: --types 5: a list of numbers from 1 to 4 is needed\n"},
+         "orvantis-cli: --types 12: a list of numbers from 1 to 11 is needed\n"},
+        {{"lines", kSample, "--csv", "--geodetic", "181"},
+         2,
+         "orvantis-cli: --geodetic 181: a number from -180 to 180 is needed\n"},
+        {{"lines", kSample, "--csv", "--paran-point", "1.5"},
+         2,
+         "orvantis-cli: --paran-point: a whole number is needed\n"},
+        {{"lines", kSample, "--csv", "--limit", "x"},
+         2,
+         "orvantis-cli: --limit x: a number from 0 to 90 is needed\n"},
+        {{"parans"}, 2, "orvantis-cli: parans: takes one FILE[:N]\n"},
+        {{"parans", kSample, "--limit", "91"},
+         2,
+         "orvantis-cli: --limit 91: a number from 0 to 90 is needed\n"},
         {{"lines", kSample, "--csv", "--points", "1,x"},
          2,
          "orvantis-cli: --points 1,x: a list of numbers from 1 to 36 is needed\n"},
@@ -372,7 +385,9 @@ TEST_F(CommandLine, EveryVertexOfEveryLineHasItsPointOnTheMeridianOrTheHorizon) 
                     << address << " point " << p << " at " << lat << " " << longitude;
                 // Rising in the east, setting in the west; due north and south at the line's ends.
                 const double west = std::sin(h * kDegree);
-                EXPECT_TRUE(type == 3 ? west < 1e-3 : west > -1e-3);
+                EXPECT_TRUE(type == 3 ? west < 1e-3 : west > -1e-3)
+                    << address << " point " << p << " dec " << dec << " at " << lat << " "
+                    << longitude;
             });
         }
     }
@@ -437,18 +452,18 @@ std::vector<std::string> Split(const std::string& text, char separator) {
 std::vector<ExportedLine> LinesOfCsv(const std::string& text) {
     std::vector<ExportedLine> lines;
     std::vector<std::string> rows = Split(text, '\n');
-    EXPECT_EQ(rows.at(0), "type,typeName,point,pointName,run,latitude,longitude");
+    EXPECT_EQ(rows.at(0), "type,typeName,point,pointName,code,words,run,latitude,longitude");
     rows.erase(rows.begin());
     for (const std::string& row : rows) {
         const std::vector<std::string> cells = Split(row, ',');
-        EXPECT_EQ(cells.size(), 7U) << row;
-        if (cells.size() != 7) return lines;
+        EXPECT_EQ(cells.size(), 9U) << row;
+        if (cells.size() != 9) return lines;
         const std::string name = cells[3] + " " + cells[1];
         if (lines.empty() || lines.back().name != name) lines.push_back({name, {}});
         auto& runs = lines.back().runs;
-        if (runs.size() < std::stoul(cells[4])) runs.emplace_back();
-        EXPECT_EQ(runs.size(), std::stoul(cells[4])) << row;
-        runs.back().emplace_back(std::stod(cells[6]), std::stod(cells[5]));
+        if (runs.size() < std::stoul(cells[6])) runs.emplace_back();
+        EXPECT_EQ(runs.size(), std::stoul(cells[6])) << row;
+        runs.back().emplace_back(std::stod(cells[8]), std::stod(cells[7]));
     }
     return lines;
 }
