@@ -146,7 +146,7 @@ void CalcPtFortune(CalcChart& chart, Flag alwaysDay) {
 
 }  // namespace
 
-Flag FileChartToCalcChart(const Format1Record& fileChart, std::int16_t slot, Flag /*forReport*/) {
+Flag BeginCalcChart(const Format1Record& fileChart, std::int16_t slot) {
     if (slot < 1 || slot > 2) RaiseRunTimeError(error::kSubscript);
     const double hours = fileChart.hour + fileChart.minute / 60.0 + fileChart.second / 3600.0 +
                          static_cast<double>(fileChart.zoneHours);
@@ -169,10 +169,15 @@ Flag FileChartToCalcChart(const Format1Record& fileChart, std::int16_t slot, Fla
     chart.JulianDayET = jd + chartNow.DeltaT / 24;
     const double t = JulianCenturies(chart.JulianDayET);
     chartNow.ZodiacOffsetNow = Ayanamsa(chart.Zodiac, t);
-
-    CalcPlanets(slot, 0, 0, t, chartNow.ZodiacOffsetNow, 0, chart.Frame, kTrue,
-                session.SystemDataPath, options.trueNode, options.vulcWeston);
     CalcSphere(t);
+    return kFalse;
+}
+
+Flag FileChartToCalcChart(const Format1Record& fileChart, std::int16_t slot, Flag /*forReport*/) {
+    if (BeginCalcChart(fileChart, slot) != 0) return kTrue;
+    CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
+    CalcPlanets(slot, 0, 0, JulianCenturies(chart.JulianDayET), chartNow.ZodiacOffsetNow, 0,
+                chart.Frame, kTrue, session.SystemDataPath, options.trueNode, options.vulcWeston);
     CalcFromAngles(slot, chartNow.PlaceLat);
     FinishPoints(chart);
     return ReportFailure();

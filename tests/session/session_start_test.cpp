@@ -6,6 +6,7 @@
 #include "charts/CALCCHRT.h"
 #include "charts/QXASTRO.h"
 #include "charts/SwissEph.h"
+#include "charts/exchange.h"
 #include "map/map_document.h"
 #include "map/point_database.h"
 #include "session/driver.h"

@@ -5,6 +5,7 @@
 #include "charts/QXASTRO.h"
 #include "charts/SwissEph.h"
 #include "charts/chart_lists.h"
+#include "charts/exchange.h"
 #include "lines/chart_lines.h"
 #include "map/map_document.h"
 #include "map/map_menus.h"
@@ -71,6 +72,7 @@ void ResetAll() {
     openChartLists = {};
     loadComments = kTrue;
     calcChart = {};
+    chartNotes = {};
     chartNow = {};
     swissState = {};
     calcPlanetsStandard = nullptr;
