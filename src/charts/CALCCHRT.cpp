@@ -102,9 +102,9 @@ void CheckDay(double jd) {
     if (!(jd >= kFirstJD && jd <= kLastJD)) RaiseRunTimeError(error::kOverflow);
 }
 
-// Time scales, positions, angles and houses of a slot at `hours` of Universal Time, which is the
-// Julian day `jd`; the place and the slot's zodiac, frame and house system stand already.
-void CalcMoment(std::int16_t slot, double hours, double jd, double latitude) {
+// Time scales, zodiac and sphere of a slot at `hours` of Universal Time, which is the Julian day
+// `jd`; the place and the slot's zodiac stand already.
+void CalcMoment(std::int16_t slot, double hours, double jd) {
     CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
     chart.TimeUT = hours;
     chartNow.JulianDayUT = jd;
@@ -112,12 +112,16 @@ void CalcMoment(std::int16_t slot, double hours, double jd, double latitude) {
     chart.JulianDayET = jd + chartNow.DeltaT / 24;
     const double t = JulianCenturies(chart.JulianDayET);
     chartNow.ZodiacOffsetNow = Ayanamsa(chart.Zodiac, t);
+    CalcSphere(t);
+}
 
+// Positions, angles and houses of a slot whose moment stands, as do its frame and house system.
+void CalcPositions(std::int16_t slot, double latitude) {
+    CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
     // What a table doesn't reach keeps what it held: that must not be a place of the chart before.
     std::fill(chart.Lon.begin(), chart.Lon.begin() + point::kLastBody + 1, -1);
-    CalcPlanets(slot, 0, 0, t, chartNow.ZodiacOffsetNow, 0, chart.Frame, kTrue,
-                session.SystemDataPath, options.trueNode, options.vulcWeston);
-    CalcSphere(t);
+    CalcPlanets(slot, 0, 0, JulianCenturies(chart.JulianDayET), chartNow.ZodiacOffsetNow, 0,
+                chart.Frame, kTrue, session.SystemDataPath, options.trueNode, options.vulcWeston);
     CalcFromAngles(slot, latitude);
     FinishPoints(chart);
 }
@@ -172,7 +176,7 @@ void CalcPtFortune(CalcChart& chart, Flag alwaysDay) {
 
 }  // namespace
 
-Flag FileChartToCalcChart(const Format1Record& fileChart, std::int16_t slot, Flag /*forReport*/) {
+Flag BeginCalcChart(const Format1Record& fileChart, std::int16_t slot) {
     if (slot < 1 || slot > 2) RaiseRunTimeError(error::kSubscript);
     const double hours = fileChart.hour + fileChart.minute / 60.0 + fileChart.second / 3600.0 +
                          static_cast<double>(fileChart.zoneHours);
@@ -188,7 +192,13 @@ Flag FileChartToCalcChart(const Format1Record& fileChart, std::int16_t slot, Fla
                                       fileChart.latSeconds, fileChart.latNorth != 0);
     chartNow.PlaceLongW = SignedDegrees(fileChart.longDegrees, fileChart.longMinutes,
                                         fileChart.longSeconds, fileChart.longWest != 0);
-    CalcMoment(slot, hours, jd, chartNow.PlaceLat);
+    CalcMoment(slot, hours, jd);
+    return ReportFailure();
+}
+
+Flag FileChartToCalcChart(const Format1Record& fileChart, std::int16_t slot, Flag /*forReport*/) {
+    if (BeginCalcChart(fileChart, slot) != 0) return kTrue;
+    CalcPositions(slot, chartNow.PlaceLat);
     return ReportFailure();
 }
 
@@ -210,8 +220,9 @@ Flag CalcChartFromEntry(std::int16_t slot, std::int16_t day, std::int16_t month,
     chart.TrueNodeFlag = options.trueNode;
     chartNow.PlaceLat = latitude;
     chartNow.PlaceLongW = longitude;
+    CalcMoment(slot, hours, jd);
     // A hair off the equator, so that the Vertex has no special case.
-    CalcMoment(slot, hours, jd, latitude == 0 ? 0.000001 : latitude);
+    CalcPositions(slot, latitude == 0 ? 0.000001 : latitude);
     return PendingRunTimeError() != 0 ? kTrue : kFalse;
 }
 

@@ -112,6 +112,10 @@ extern ChartNow chartNow;
 /// the slot then stays as far as it was filled. Returns nonzero on failure.
 Flag FileChartToCalcChart(const Format1Record& fileChart, std::int16_t slot, Flag forReport);
 
+/// What FileChartToCalcChart does before there is any position: the slot's texts, codes and moment,
+/// and the whole-chart values of its date and place. Failures as there.
+Flag BeginCalcChart(const Format1Record& fileChart, std::int16_t slot);
+
 /// Degrees to add to a tropical longitude in a zodiac (1 to 10) at T centuries from 1900. 0 for
 /// zodiac 1, else negative, -18 to -27 today and about -361 for zodiac 9, which has no base; zodiac
 /// 10 has the base of the options.

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "charts/comments.h"
+#include "text/byte_reader.h"
 #include "text/strings.h"
 
 namespace orvantis {
@@ -39,41 +40,6 @@ constexpr std::int64_t kLeastAttachment = kChartEventSize + 4;
 // a block belongs to one chart, or a few share their comment; in a damaged one each of a million
 // charts may lead into the same ring of blocks.
 constexpr std::size_t kSharedCommentText = std::size_t{32} * 1024 * 1024;
-
-// Walks through bytes in memory. What isn't there any more makes it fail for good.
-struct ByteReader {
-    const Bytes& bytes;
-    std::size_t at = 0;
-    bool failed = false;
-
-    std::int64_t Left() const { return static_cast<std::int64_t>(bytes.size() - at); }
-
-    // The next `size` bytes; null, and nothing is taken, if they aren't there.
-    const std::uint8_t* Take(std::int64_t size) {
-        if (failed || size > Left()) {
-            failed = true;
-            return nullptr;
-        }
-        const std::uint8_t* p = bytes.data() + at;
-        at += static_cast<std::size_t>(size);
-        return p;
-    }
-
-    // A count of things that take at least `least` bytes each.
-    std::int32_t TakeCount(std::int64_t least) {
-        const std::uint8_t* p = Take(4);
-        if (p == nullptr) return 0;
-        const std::int32_t count = std::max(GetI32(p), 0);
-        if (count > Left() / least) failed = true;
-        return failed ? 0 : count;
-    }
-
-    std::string TakeText() {
-        const std::int32_t length = TakeCount(1);
-        const std::uint8_t* p = Take(length);
-        return p == nullptr ? "" : GetText(p, static_cast<std::size_t>(length));
-    }
-};
 
 void ForceTypes(FileChart& chart) {
     chart.chartType = static_cast<std::uint8_t>(ClampChartType(chart.chartType));

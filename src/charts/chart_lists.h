@@ -77,4 +77,7 @@ bool LoadChartList(std::string_view path, ChartList& list, Flag forceLegacy);
 /// coordinate that doesn't fit, and a path without an extension, but for type -1.
 bool SaveChartFile(std::string_view path, std::int16_t type, ChartList& list);
 
+/// Shows "Unable to save chart file: " with the path and the words of an error number.
+void ShowChartSaveError(std::string_view path, std::int16_t number);
+
 }  // namespace orvantis

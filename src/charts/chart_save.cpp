@@ -188,7 +188,9 @@ std::int16_t Save(std::string_view path, std::int16_t type, const ChartList& lis
     return failure;
 }
 
-void ShowSaveError(std::string_view path, std::int16_t number) {
+}  // namespace
+
+void ShowChartSaveError(std::string_view path, std::int16_t number) {
     if (session.shell == nullptr) return;
     std::string text = "Unable to save chart file: " + ShownPath(path);
     text.append(kCrLf).append(kCrLf);
@@ -196,15 +198,13 @@ void ShowSaveError(std::string_view path, std::int16_t number) {
     session.shell->MessageBox(text, "Orvantis", BoxButtons::Ok, BoxIcon::Error);
 }
 
-}  // namespace
-
 bool SaveChartFile(std::string_view path, std::int16_t type, ChartList& list) {
     RunTimeError before;
     TakeRunTimeError(before);  // what stood before belongs to others
     const std::int16_t failure = Save(path, type, list);
     if (before.number != 0) RaiseRunTimeError(before.number);
     if (failure != 0) {
-        ShowSaveError(path, failure);
+        ShowChartSaveError(path, failure);
         return false;
     }
     list.path = path;

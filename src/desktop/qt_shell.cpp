@@ -120,8 +120,10 @@ BoxAnswer QtShell::MessageBox(std::string_view text, std::string_view title, Box
 
 std::optional<std::string> QtShell::ChooseFile(std::string_view title, std::string_view filter,
                                                bool forSaving) {
+    // Whoever saves asks about a file that is there, if it is to be replaced at all.
     const QString path =
-        forSaving ? QFileDialog::getSaveFileName(&window_, Shown(title), QString(), Shown(filter))
+        forSaving ? QFileDialog::getSaveFileName(&window_, Shown(title), QString(), Shown(filter),
+                                                 nullptr, QFileDialog::DontConfirmOverwrite)
                   : QFileDialog::getOpenFileName(&window_, Shown(title), QString(), Shown(filter));
     if (path.isEmpty()) return std::nullopt;
     return ProgramPath(QFile::encodeName(path).toStdString());

@@ -10,6 +10,7 @@
 #include "session/commands.h"
 #include "session/driver.h"
 #include "session/recent_maps.h"
+#include "session/save_chart.h"
 #include "session/session_state.h"
 #include "session/settings.h"
 
@@ -41,6 +42,7 @@ void ConnectRooms() {
     plotChartLines = PlotChartLines;     // the lines, at the end of every plot
     pageHeading = ChartDescription;      // the title line of a printed page
     refreshCaption = SetCaption;         // the title of the main window
+    saveCurrentChart = SaveChart;        // an unsaved chart at the session's end
 }
 
 }  // namespace orvantis

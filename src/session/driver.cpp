@@ -117,9 +117,4 @@ std::int64_t FindSessionWindow(std::string_view text) {
     return 0;
 }
 
-std::string ChartExchangePath(std::int16_t number, Flag temporary) {
-    if (temporary == 0) return session.SystemDataPath + "retain5.cha";
-    return session.SystemDataPath + "~K5" + ZeroPadded(number, 5) + ".CH~";
-}
-
 }  // namespace orvantis

@@ -98,10 +98,6 @@ void SplitWords(std::string_view text, std::span<std::string> words, std::int16_
 /// Handle of the first top-level window whose title contains the text in any case; 0 none.
 std::int64_t FindSessionWindow(std::string_view text);
 
-/// Path of an exchange file of charts: "~K5", the number as five digits, ".CH~" if `temporary` is
-/// set, otherwise the file of retained charts; in SystemDataPath.
-std::string ChartExchangePath(std::int16_t number, Flag temporary);
-
 /// Connection points of the session's start and end; each may be empty.
 extern void (*switchAstroClock)(Flag on, Flag redraw);  ///< does the first plot
 extern void (*saveCurrentChart)();                      ///< the command that saves the chart

@@ -1,8 +1,7 @@
 // Charts from files onto the display, and how the one on display is named. See driver.h.
-#include <array>
-
 #include "charts/CALCCHRT.h"
 #include "charts/KVCharts.h"
+#include "charts/exchange.h"
 #include "session/driver.h"
 #include "session/files.h"
 #include "session/session_state.h"
@@ -10,43 +9,6 @@
 #include "text/run_time_error.h"
 
 namespace orvantis {
-
-namespace {
-
-// Exchange file: records of 3171 bytes.
-//
-// | Offset | Size | Field                                          |
-// |--------|------|------------------------------------------------|
-// | 0      | 292  | the chart (kFileChartSize)                     |
-// | 292    | 2879 | the sibling's calculation, which isn't taken   |
-constexpr std::int16_t kExchangeSize = 3171;
-
-// Number of the record that holds a chart, 0 for none. A file of one record is handed over under
-// any number; in a file of several the number picks the record. The last one may lack its end.
-std::int64_t ExchangeRecord(std::int64_t length, std::int16_t number) {
-    const std::int64_t records = (length + kExchangeSize - 1) / kExchangeSize;
-    if (records == 1) return 1;
-    return number >= 1 && number <= records ? number : 0;
-}
-
-// Reads the chart of an exchange file; false without one.
-bool ReadExchangeChart(std::string_view path, std::int16_t number, FileChart& chart) {
-    const FileHandle file = FileOpener(path, open_mode::kRecords, kExchangeSize, kFalse);
-    if (file < 1) return false;
-    const std::int64_t record = ExchangeRecord(FileLength(file), number);
-    std::array<std::uint8_t, kFileChartSize> bytes{};
-    const bool read = record >= 1 && ReadBytes(file, (record - 1) * kExchangeSize + 1, bytes);
-    CloseFile(file);
-    RunTimeError ignored;
-    TakeRunTimeError(ignored);
-    if (!read) return false;
-    chart = GetFileChart(bytes.data());
-    chart.chartType = static_cast<std::uint8_t>(ClampChartType(chart.chartType));
-    chart.chartSubType = static_cast<std::uint8_t>(ClampChartSubType(chart.chartSubType));
-    return true;
-}
-
-}  // namespace
 
 ChartStatus ReadChartFromFile(std::string_view path, std::int32_t n, FileChart& fileChart,
                               RunTimeError& reason) {
@@ -74,6 +36,7 @@ ChartStatus OpenChart(std::string_view path, std::int32_t n, RunTimeError& reaso
     if (status != ChartStatus::Ok) return status;
     Format1Record record;
     ChartToFormat1(fileChart, record);
+    chartNotes[1] = {};
     if (FileChartToCalcChart(record, 1, kFalse) != 0) return ChartStatus::Failed;
     calcChart[1].Saved = kTrue;
     session.ChartNumber = 1;
@@ -81,17 +44,12 @@ ChartStatus OpenChart(std::string_view path, std::int32_t n, RunTimeError& reaso
 }
 
 void LoadExchangeChart(std::int16_t number) {
-    const auto empty = [] {
-        calcChart[1] = {};
-        calcChart[1].Lon.fill(-1);
-    };
-    empty();
-    const std::string path = ChartExchangePath(number, kTrue);
-    FileChart fileChart;
-    if (FileExists(path) == 0 || !ReadExchangeChart(path, number, fileChart)) return;
-    Format1Record record;
-    ChartToFormat1(fileChart, record);
-    if (FileChartToCalcChart(record, 1, kFalse) != 0) empty();
+    calcChart[1] = {};
+    calcChart[1].Lon.fill(-1);
+    chartNotes[1] = {};
+    ExchangeChart exchange;
+    if (!ReadExchangeChart(FindExchangeFile(number, kTrue), number, exchange)) return;
+    ExchangeChartToSlot(exchange, 1);
 }
 
 std::string ChartDescription() {

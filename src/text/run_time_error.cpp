@@ -18,6 +18,8 @@ std::string RunTimeErrorText(std::int16_t number) {
             return "Subscript out of range";
         case error::kDivisionByZero:
             return "Division by zero";
+        case error::kTypeMismatch:
+            return "Type mismatch";
         case error::kBadFileName:
             return "Bad file name or number";
         case error::kFileNotFound:

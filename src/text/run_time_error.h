@@ -19,6 +19,7 @@ inline constexpr std::int16_t kOverflow = 6;
 inline constexpr std::int16_t kOutOfMemory = 7;
 inline constexpr std::int16_t kSubscript = 9;
 inline constexpr std::int16_t kDivisionByZero = 11;
+inline constexpr std::int16_t kTypeMismatch = 13;
 inline constexpr std::int16_t kBadFileName = 52;
 inline constexpr std::int16_t kFileNotFound = 53;
 inline constexpr std::int16_t kBadFileMode = 54;

@@ -12,6 +12,7 @@
 #include "charts/QXASTRO.h"
 #include "charts/SwissEph.h"
 #include "charts/chart_lists.h"
+#include "charts/exchange.h"
 #include "lines/chart_lines.h"
 #include "map/map_document.h"
 #include "map/map_menus.h"
@@ -77,6 +78,7 @@ ORVANTIS_FIELDS(ChartList, a, b, c, d, e, f, g)
 ORVANTIS_FIELDS(CalcChart, a1, a2, a3, a4, a5, a6, a7, a8, a9, a10, a11, a12, a13, a14, a15, a16,
                 a17, a18, a19, a20, a21, a22, a23, a24, a25, a26, a27, a28, a29, a30, a31, a32, a33,
                 a34, a35, a36, a37, a38)
+ORVANTIS_FIELDS(ChartNotes, a, b)
 ORVANTIS_FIELDS(ChartNow, a, b, c, d, e, f, g)
 ORVANTIS_FIELDS(SwissState, a, b, c, d, e)
 ORVANTIS_FIELDS(LineLabel, a, b, c, d)
@@ -190,6 +192,7 @@ TEST(ResetAll, EveryFieldOfEveryRecordGetsItsInitialValue) {
     ExpectReset(openChartLists, {}, "openChartLists");
     ExpectReset(loadComments, kTrue, "loadComments");
     ExpectReset(calcChart, {}, "calcChart");
+    ExpectReset(chartNotes, {}, "chartNotes");
     ExpectReset(chartNow, {}, "chartNow");
     ExpectReset(swissState, {}, "swissState");
     ExpectReset(chartLines, {}, "chartLines");

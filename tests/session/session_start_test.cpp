@@ -7,6 +7,7 @@
 #include "charts/QXASTRO.h"
 #include "charts/SwissEph.h"
 #include "charts/ephemeris_tables.h"
+#include "charts/exchange.h"
 #include "map/map_document.h"
 #include "map/point_database.h"
 #include "session/driver.h"
@@ -365,6 +366,30 @@ TEST_F(SessionStart, AnExchangeFileOfOneRecordServesAnyNumberAndOneOfSeveralItsO
     EXPECT_EQ(loaded(7, 1, 100), "") << "a second record begins, so that the number counts";
     EXPECT_EQ(loaded(1, 0, 0), "") << "an empty file";
     EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(SessionStart, AnOlderSiblingHandsItsChartOverThroughTheOlderFile) {
+    files.AddSibling(3);
+    files.Write("system", "~ST00003.CH~", ExchangeFile("Older"));
+    files.Write("system", "~K500003.CH~", ExchangeFile("Newer"));
+    files.Write("system", "~K500004.CH~", ExchangeFile("Newer"));
+    Run("3");
+    EXPECT_EQ(calcChart[1].Name, "Older");
+    EXPECT_GE(calcChart[1].Lon[point::kSun], 0);
+    LoadExchangeChart(4);
+    EXPECT_EQ(calcChart[1].Name, "Newer") << "there is no older file of this number";
+}
+
+TEST_F(SessionStart, AChartFromAFileHasNoNoteOfTheOneHandedOverBefore) {
+    Run();
+    chartNotes[1].note = "handed over";
+    RunTimeError reason;
+    const std::string sample = std::string(ORVANTIS_DATA) + "/sample.cht";
+    ASSERT_EQ(OpenChart(sample, 1, reason), ChartStatus::Ok);
+    EXPECT_EQ(chartNotes[1].note, "");
+    chartNotes[1].note = "handed over";
+    LoadExchangeChart(3);
+    EXPECT_EQ(chartNotes[1].note, "") << "none is handed over";
 }
 
 TEST_F(SessionStart, AnExchangeChartThatCannotBeCalculatedLeavesNoChart) {

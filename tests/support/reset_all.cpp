@@ -6,6 +6,7 @@
 #include "charts/SwissEph.h"
 #include "charts/chart_lists.h"
 #include "charts/ephemeris_tables.h"
+#include "charts/exchange.h"
 #include "lines/chart_lines.h"
 #include "map/map_document.h"
 #include "map/map_menus.h"
@@ -73,6 +74,7 @@ void ResetAll() {
     openChartLists = {};
     loadComments = kTrue;
     calcChart = {};
+    chartNotes = {};
     chartNow = {};
     swissState = {};
 
