@@ -1,4 +1,4 @@
-// The verbs "chart" and "charts".
+// The verb "chart".
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
@@ -62,13 +62,9 @@ Json ChartJson(const CalcChart& chart) {
             {"points", points}};
 }
 
-// Degrees in a sign, minutes and seconds, rounded to the second.
+// Degrees in a sign, minutes and seconds.
 std::string SignText(double longitude) {
-    const auto seconds = static_cast<std::int32_t>(std::floor(Modulo(longitude, 360) * 3600 + 0.5));
-    const std::int32_t inSign = seconds % (30 * 3600);
-    const auto sign = static_cast<std::size_t>(seconds / (30 * 3600) % 12 + 1);
-    return ZeroPadded(inSign / 3600, 2) + std::string(kSignAbbrevs[sign]) +
-           ZeroPadded(inSign / 60 % 60, 2) + "'" + ZeroPadded(inSign % 60, 2) + "\"";
+    return ToUtf8(FormatAngle(longitude, angle_style::kSignName, 2, kTrue, kFalse, kTrue, kFalse));
 }
 
 void PrintPoint(const CalcChart& chart, std::int16_t p) {
@@ -78,9 +74,9 @@ void PrintPoint(const CalcChart& chart, std::int16_t p) {
         std::cout << "not calculated\n";
         return;
     }
-    std::cout << std::setw(13) << SignText(chart.Lon[i]) << std::right << std::fixed
-              << std::setprecision(4) << std::setw(9) << chart.Lat[i] << std::setw(11)
-              << chart.RA[i] << std::setw(11) << chart.Dec[i] << "\n";
+    std::cout << SignText(chart.Lon[i]) << "  " << std::right << std::fixed << std::setprecision(4)
+              << std::setw(9) << chart.Lat[i] << std::setw(11) << chart.RA[i] << std::setw(11)
+              << chart.Dec[i] << "\n";
 }
 
 void PrintChart(const CalcChart& chart) {
@@ -94,72 +90,6 @@ void PrintChart(const CalcChart& chart) {
     for (std::size_t house = 1; house <= 12; ++house) {
         std::cout << std::setw(2) << house << "  " << SignText(chart.Cusp[house]) << "\n";
     }
-}
-
-// One chart of a list. Degrees; longitude east positive.
-Json ListedChart(std::int32_t number, const ChartEvent& event) {
-    const std::string date = FormatDateText(event.day, event.month, event.year);
-    const std::string time = FormatTimeText(event.hour, event.minute, event.second);
-    return {{"number", number},
-            {"name", ToUtf8(Trim(event.name))},
-            {"date", ToUtf8(date)},
-            {"time", ToUtf8(time)},
-            {"zone", event.zoneHours},
-            {"zoneName", ToUtf8(Trim(event.zoneName))},
-            {"place", ToUtf8(Trim(event.place))},
-            {"country", ToUtf8(Trim(event.country))},
-            {"latitude", event.latitude},
-            {"longitude", 0.0F - event.longitude}};
-}
-
-void PrintListedChart(const Json& chart) {
-    std::cout << chart["number"].get<int>() << "  " << chart["name"].get<std::string>() << ", "
-              << chart["date"].get<std::string>() << ", " << chart["time"].get<std::string>() << " "
-              << chart["zoneName"].get<std::string>() << ", " << chart["place"].get<std::string>()
-              << ", " << chart["country"].get<std::string>() << "\n";
-}
-
-int UnreadableChartFile(const std::string& path, const CliShell& shell) {
-    if (shell.complained) return kUnreadable;
-    if (FileExists(path) != 0) {
-        return Complain(kUnreadable, path, "this kind of chart file isn't read");
-    }
-    return Complain(kUnreadable, path, WhyNoFile(path));
-}
-
-// Writes the charts of an open file one by one, as they are read: a file may hold any number.
-// Records that can't be read are passed over, and told in one line at the end.
-int ListCharts(const std::string& path, std::int16_t type, FileHandle file, std::int32_t count,
-               bool json) {
-    std::int32_t listedCount = 0;
-    std::int32_t firstBad = 0;
-    RunTimeError firstReason;
-    if (json) std::cout << "{\n  \"type\": " << type << ",\n  \"charts\": [";
-    for (std::int32_t n = 1; n <= count && std::cout; ++n) {
-        FileChart chart;
-        if (!ReadChart(type, file, n, chart)) {
-            RunTimeError reason;
-            TakeRunTimeError(reason);
-            if (firstBad == 0) {
-                firstBad = n;
-                firstReason = reason;
-            }
-            continue;
-        }
-        const Json listed = ListedChart(n, chart.event);
-        if (json) {
-            std::cout << (listedCount == 0 ? "\n    " : ",\n    ") << listed.dump();
-        } else {
-            PrintListedChart(listed);
-        }
-        ++listedCount;
-    }
-    if (json) std::cout << "\n  ]\n}\n";
-    if (firstBad == 0 || !std::cout) return kDone;
-    return Complain(kUnreadable, path,
-                    std::to_string(count - listedCount) + " of " + std::to_string(count) +
-                        " records can't be read, the first " + std::to_string(firstBad) + " (" +
-                        firstReason.description + ")");
 }
 
 // True if some body of the chart has a position.
@@ -181,19 +111,18 @@ exit code is 0 left the rest of the chart as it should be. "deltaT" is in second
 Example: orvantis-cli chart data/sample.cht:2 --json
 )";
 
-const std::string_view kChartsHelp =
-    R"(orvantis-cli charts FILE [--json]
-
-Lists the charts in a chart file. Latitude is north positive, longitude EAST positive; "zone" is
-the hours that are added to the clock's time to reach Universal Time.
-
-Example: orvantis-cli charts data/sample.cht
-)";
-
 std::string WhyNoFile(const std::string& path) {
     std::error_code failure;
     return std::filesystem::exists(NativePath(path), failure) ? "not a file that can be read"
                                                               : "File not found";
+}
+
+int UnreadableChartFile(const std::string& path, const CliShell& shell) {
+    if (shell.complained) return kUnreadable;
+    if (FileExists(path) != 0) {
+        return Complain(kUnreadable, path, "this kind of chart file isn't read");
+    }
+    return Complain(kUnreadable, path, WhyNoFile(path));
 }
 
 int OpenNamedChart(const std::string& address, const CliShell& shell) {
@@ -233,27 +162,6 @@ int RunChart(const std::vector<std::string>& words, CliShell& shell) {
         PrintChart(calcChart[1]);
     }
     return kDone;
-}
-
-int RunCharts(const std::vector<std::string>& words, CliShell& shell) {
-    const std::optional<Arguments> call = TakeApart(words, {{}, {"--json"}});
-    if (!call) return kWrongCall;
-    if (call->words.size() != 1) return Complain(kWrongCall, "charts", "takes one FILE");
-    const std::string& path = call->words.front();
-
-    std::int32_t count = 0;
-    const FileHandle file = OpenChartFile(path, count, kFalse);
-    if (file < 1) return UnreadableChartFile(path, shell);
-    const std::int16_t type = currentChartFileType;
-    // A head alone is a chart file without charts; less than that is none.
-    const std::int64_t least = type == chart_file::kFormat2 ? kFileChartSize : kFormat1Size;
-    if (count == 0 && FileLength(file) < least) {
-        CloseChartFile(type, file);
-        return Complain(kUnreadable, path, "holds no charts");
-    }
-    const int exitCode = ListCharts(path, type, file, count, call->Has("--json"));
-    CloseChartFile(type, file);
-    return exitCode;
 }
 
 }  // namespace orvantis::cli

@@ -10,8 +10,9 @@ namespace orvantis::cli {
 
 namespace {
 
-const std::array<Verb, 8> kVerbs = {{{"chart", kChartHelp, RunChart},
+const std::array<Verb, 9> kVerbs = {{{"chart", kChartHelp, RunChart},
                                      {"charts", kChartsHelp, RunCharts},
+                                     {"convert", kConvertHelp, RunConvert},
                                      {"lines", kLinesHelp, RunLines},
                                      {"parans", kParansHelp, RunParans},
                                      {"render", kRenderHelp, RunRender},
@@ -26,6 +27,7 @@ Usage: orvantis-cli VERB ARGUMENTS...
 
   chart FILE[:N] [--json]          one calculated chart
   charts FILE [--json]             the charts in a file
+  convert IN OUT --type 1|2|3      a chart file as one of another type
   lines FILE[:N] --geojson|--csv|--kml
                                    every line of a chart
   parans FILE[:N]                  latitudes where two points are angular at once

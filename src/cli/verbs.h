@@ -18,6 +18,7 @@ struct Verb {
 
 extern const std::string_view kChartHelp;
 extern const std::string_view kChartsHelp;
+extern const std::string_view kConvertHelp;
 extern const std::string_view kLinesHelp;
 extern const std::string_view kParansHelp;
 extern const std::string_view kRenderHelp;
@@ -27,6 +28,7 @@ extern const std::string_view kFormatHelp;
 
 int RunChart(const std::vector<std::string>& words, CliShell& shell);
 int RunCharts(const std::vector<std::string>& words, CliShell& shell);
+int RunConvert(const std::vector<std::string>& words, CliShell& shell);
 int RunLines(const std::vector<std::string>& words, CliShell& shell);
 int RunParans(const std::vector<std::string>& words, CliShell& shell);
 int RunRender(const std::vector<std::string>& words, CliShell& shell);
@@ -36,6 +38,10 @@ int RunFormat(const std::vector<std::string>& words, CliShell& shell);
 
 /// Why a file can't be opened, where opening it gives no reason of its own.
 std::string WhyNoFile(const std::string& path);
+
+/// Complains of a chart file that couldn't be opened, unless the shell has done so. Returns an exit
+/// code.
+int UnreadableChartFile(const std::string& path, const CliShell& shell);
 
 /// Calculates the chart that a call names and puts it on display. Returns an exit code; on a
 /// failure the user has been told.

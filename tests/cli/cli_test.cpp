@@ -159,7 +159,7 @@ TEST_F(CommandLine, AWrongCallIsToldInOneLineWithExitCode2) {
 }
 
 TEST_F(CommandLine, HelpOfEveryVerbShowsAnExample) {
-    for (const char* verb : {"chart", "charts", "lines", "render", "database"}) {
+    for (const char* verb : {"chart", "charts", "convert", "lines", "render", "database"}) {
         const ProgramResult result = Run({verb, "--help"});
         EXPECT_EQ(result.exitCode, 0);
         EXPECT_NE(result.output.find("Example: orvantis-cli " + std::string(verb)),
@@ -598,11 +598,11 @@ TEST_F(CommandLine, APlainChartIsATableOfPointsAndHouses) {
     EXPECT_EQ(lines[1], "51N29 000W00");
     EXPECT_EQ(lines[3], "Point         Longitude     Latitude         RA       Dec.");
     // 217.2932857 = 7 Sc 17'35.83", 279.8592144 = 9 Cp 51'33.17" (swetest, as above).
-    EXPECT_EQ(lines[4], "The Moon      07Sc17'36\"      5.2313   216.6695    -8.9944");
-    EXPECT_EQ(lines[6], "The Sun       09Cp51'33\"      0.0002   280.7260   -23.0711");
+    EXPECT_EQ(lines[4], "The Moon      07°Sc17'36\"     5.2313   216.6695    -8.9944");
+    EXPECT_EQ(lines[6], "The Sun       09°Cp51'33\"     0.0002   280.7260   -23.0711");
     EXPECT_EQ(lines[41], "Houses: Placidus");
-    EXPECT_EQ(lines[42], " 1  07Li01'44\"");  // 187.0288817
-    EXPECT_EQ(lines[51], "10  09Cn09'24\"");  // 99.1566657
+    EXPECT_EQ(lines[42], " 1  07°Li01'44\"");  // 187.0288817
+    EXPECT_EQ(lines[51], "10  09°Cn09'24\"");  // 99.1566657
 }
 
 TEST_F(CommandLine, WithoutANumberTheFirstChartIsTaken) {
@@ -625,7 +625,7 @@ TEST_F(CommandLine, HelpOfTheProgramNamesEveryVerbAndTheExitCodes) {
     const ProgramResult result = Run({"--help"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.errors, "");
-    for (const char* verb : {"chart", "charts", "lines", "render", "database"}) {
+    for (const char* verb : {"chart", "charts", "convert", "lines", "render", "database"}) {
         EXPECT_NE(result.output.find("\n  " + std::string(verb) + " "), std::string::npos) << verb;
     }
     EXPECT_NE(result.output.find("Exit code: 0 done, 1 the work failed, 2 the call is wrong, 3 the "

@@ -1,0 +1,301 @@
+// The verbs "charts" and "convert": chart files as a whole.
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+#include "charts/KVCharts.h"
+#include "charts/chart_lists.h"
+#include "charts/comments.h"
+#include "cli/chart_losses.h"
+#include "cli/verbs.h"
+#include "session/files.h"
+#include "text/code_page.h"
+#include "text/dates.h"
+#include "text/run_time_error.h"
+#include "text/strings.h"
+
+namespace orvantis::cli {
+
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+// Most comment text that is listed, in bytes: in a damaged file every chart may lead into the same
+// ring of blocks.
+constexpr std::size_t kMostCommentText = std::size_t{256} * 1024 * 1024;
+
+// ---- charts ----
+
+// A moment and its place. Degrees; longitude east positive.
+Json EventJson(const ChartEvent& event) {
+    const std::string date = FormatDateText(event.day, event.month, event.year);
+    const std::string time = FormatTimeText(event.hour, event.minute, event.second);
+    return {{"name", ToUtf8(Trim(event.name))},
+            {"date", ToUtf8(date)},
+            {"time", ToUtf8(time)},
+            {"zone", event.zoneHours},
+            {"zoneName", ToUtf8(Trim(event.zoneName))},
+            {"place", ToUtf8(Trim(event.place))},
+            {"country", ToUtf8(Trim(event.country))},
+            {"latitude", event.latitude},
+            {"longitude", 0.0F - event.longitude}};
+}
+
+Json ListedChart(std::int32_t number, const StoredChart& stored) {
+    Json listed = {{"number", number}};
+    listed.update(EventJson(stored.chart.event));
+    listed["comment"] = ToUtf8(stored.comment);
+    Json attachments = Json::array();
+    for (const ChartAttachment& attachment : stored.attachments) {
+        Json event = EventJson(attachment.event);
+        event["note"] = ToUtf8(attachment.note);
+        attachments.push_back(std::move(event));
+    }
+    listed["attachments"] = std::move(attachments);
+    return listed;
+}
+
+std::string EventLine(const Json& event) {
+    const auto text = [&event](const char* field) { return event[field].get<std::string>(); };
+    return text("name") + ", " + text("date") + ", " + text("time") + " " + text("zoneName") +
+           ", " + text("place") + ", " + text("country") + "\n";
+}
+
+// A text of any number of lines, set in under its chart.
+void PrintSetIn(std::string_view text, std::string_view margin) {
+    while (!text.empty()) {
+        const std::size_t end = text.find_first_of("\r\n");
+        const std::string_view line = text.substr(0, end);
+        if (!Trim(line).empty()) std::cout << margin << line << "\n";
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+}
+
+void PrintListedChart(const Json& chart) {
+    std::cout << chart["number"].get<int>() << "  " << EventLine(chart);
+    PrintSetIn(chart["comment"].get<std::string>(), "     ");
+    for (const Json& attachment : chart["attachments"]) {
+        std::cout << "   + " << EventLine(attachment);
+        PrintSetIn(attachment["note"].get<std::string>(), "       ");
+    }
+}
+
+// A chart file that is being listed, and what couldn't be read of it so far.
+struct Listing {
+    std::string path;
+    std::int16_t type = 0;
+    FileHandle file = 0;
+    std::int32_t count = 0;
+    Bytes comments;               // the comment file of types 1 and 2
+    std::string commentFailure;   // why comments are missing, "" they aren't
+    std::size_t commentText = 0;  // bytes of comments so far
+    std::int32_t badCount = 0;    // records that can't be read
+    std::int32_t firstBad = 0;    // the first of them
+    std::string firstReason;
+};
+
+void FetchComments(Listing& listing) {
+    const bool kind = listing.type == chart_file::kFormat1 || listing.type == chart_file::kFormat2;
+    const std::string path = CommentPath(listing.path);
+    if (!kind || path == listing.path || FileExists(path) == 0) return;
+    const std::int16_t failure = FetchFile(path, kMostChartBytes, listing.comments);
+    if (failure != 0) listing.commentFailure = RunTimeErrorText(failure);
+}
+
+// The chart with what belongs to it; false if its record can't be read.
+bool ReadListed(Listing& listing, std::int32_t n, StoredChart& stored) {
+    if (listing.type == chart_file::kFormat3) {
+        stored = OpenChartListOf(listing.file)->charts[static_cast<std::size_t>(n) - 1];
+        return true;
+    }
+    if (!ReadChart(listing.type, listing.file, n, stored.chart)) {
+        RunTimeError reason;
+        TakeRunTimeError(reason);
+        if (listing.badCount++ == 0) {
+            listing.firstBad = n;
+            listing.firstReason = reason.description;
+        }
+        return false;
+    }
+    stored.comment = GetComment(listing.comments, stored.chart.commentRef);
+    listing.commentText += stored.comment.size();
+    if (listing.commentText > kMostCommentText) {
+        stored.comment.clear();
+        listing.comments.clear();
+        listing.commentFailure = RunTimeErrorText(error::kFileTooLarge);
+    }
+    return true;
+}
+
+// Writes the charts of an open file one by one, as they are read: a file may hold any number.
+// Records that can't be read are passed over, and told in one line at the end.
+int ListCharts(Listing& listing, bool json) {
+    bool first = true;
+    if (json) std::cout << "{\n  \"type\": " << listing.type << ",\n  \"charts\": [";
+    for (std::int32_t n = 1; n <= listing.count && std::cout; ++n) {
+        StoredChart stored;
+        if (!ReadListed(listing, n, stored)) continue;
+        const Json listed = ListedChart(n, stored);
+        if (json) {
+            std::cout << (first ? "\n    " : ",\n    ") << listed.dump();
+        } else {
+            PrintListedChart(listed);
+        }
+        first = false;
+    }
+    if (json) std::cout << "\n  ]\n}\n";
+    if (!std::cout) return kDone;
+    int exitCode = kDone;
+    if (!listing.commentFailure.empty()) {
+        exitCode = Complain(kUnreadable, CommentPath(listing.path),
+                            "the comments can't be read (" + listing.commentFailure + ")");
+    }
+    if (listing.badCount == 0) return exitCode;
+    return Complain(kUnreadable, listing.path,
+                    std::to_string(listing.badCount) + " of " + std::to_string(listing.count) +
+                        " records can't be read, the first " + std::to_string(listing.firstBad) +
+                        " (" + listing.firstReason + ")");
+}
+
+// ---- convert ----
+
+// True if the length of a file says that it is one of that type: a head alone is a chart file
+// without charts, less than that is none.
+bool HasCharts(std::int16_t type, std::int32_t count, std::int64_t length) {
+    if (count > 0 || type == chart_file::kFormat3) return true;
+    return length >= (type == chart_file::kFormat2 ? kFileChartSize : kFormat1Size);
+}
+
+bool IsSameFile(const std::string& a, const std::string& b) {
+    return LowerAscii(NativePath(a)) == LowerAscii(NativePath(b));
+}
+
+// True if the new file's comments would take the place of a file that isn't its own comment file.
+bool CommentsAreInTheWay(const std::string& in, const std::string& out) {
+    const std::string comments = CommentPath(out);
+    if (IsMissing(comments) || IsSameFile(in, out)) return false;
+    return IsMissing(out) || IsSameFile(CommentPath(in), comments);
+}
+
+// Why a file of that type can't have that name; kDone if it can. What is wrong has been told.
+int RefuseName(const std::string& in, const std::string& out, std::int16_t type) {
+    if (!HasExtension(out)) {
+        return Complain(kWrongCall, out, "the name of a chart file has an extension");
+    }
+    if (type == chart_file::kFormat3) return kDone;
+    if (CommentPath(out) == out) {
+        return Complain(kWrongCall, out, "files of this name are of type 3 alone");
+    }
+    if (CommentsAreInTheWay(in, out)) {
+        return Complain(kWorkFailed, CommentPath(out),
+                        "is there already, and is the name of the comment file of " + out);
+    }
+    return kDone;
+}
+
+// Reads a whole file. Returns an exit code; what is wrong has been told.
+int LoadForConversion(const std::string& path, ChartList& list, CliShell& shell) {
+    std::int16_t type = 0;
+    std::int32_t count = 0;
+    const FileHandle file = OpenStoredCharts(path, type, count, kFalse);
+    if (file == 0) return UnreadableChartFile(path, shell);
+    const bool hasCharts = HasCharts(type, count, FileLength(file));
+    CloseFile(file);
+    if (type == chart_file::kBlocks) {
+        return Complain(kUnreadable, path, "this kind of chart file isn't read");
+    }
+    if (!hasCharts) return Complain(kUnreadable, path, "holds no charts");
+    if (LoadChartList(path, list, kFalse)) return kDone;
+    RunTimeError reason;
+    TakeRunTimeError(reason);
+    if (shell.complained) return kUnreadable;
+    return Complain(kUnreadable, path, "can't be read (" + reason.description + ")");
+}
+
+// Reads the new file again and tells what is missing in it.
+int TellLosses(const std::string& out, std::int16_t type, const ChartList& before) {
+    ChartList after;
+    if (!LoadChartList(out, after, kFalse) || after.charts.size() != before.charts.size()) {
+        RunTimeError reason;
+        TakeRunTimeError(reason);
+        return Complain(kWorkFailed, out, "can't be read again (" + reason.description + ")");
+    }
+    for (const ChartLoss& loss : FindLosses(before, after)) {
+        Complain(kDone, out,
+                 "type " + std::to_string(type) + " can't hold " + std::string(loss.kind) +
+                     ": lost in " + std::to_string(loss.charts) + " of " +
+                     std::to_string(before.charts.size()) + " charts, the first " +
+                     std::to_string(loss.first));
+    }
+    return kDone;
+}
+
+}  // namespace
+
+const std::string_view kChartsHelp =
+    R"(orvantis-cli charts FILE [--json]
+
+Lists the charts in a chart file, each with its comment and its attached events. Latitude is north
+positive, longitude EAST positive; "zone" is the hours that are added to the clock's time to reach
+Universal Time.
+
+Example: orvantis-cli charts data/sample.cht
+)";
+
+const std::string_view kConvertHelp =
+    R"(orvantis-cli convert IN OUT --type 1|2|3
+
+Writes the charts of a chart file of any type, with their comments, as a file of type 1 ("KVv3/4"),
+2 ("KVv5") or 3 ("KVv6"). What the type can't hold is told, kind by kind, on standard error; the
+exit code is 0 all the same. A file that OUT replaces stays beside it as OUT.bak; IN and OUT may be
+one file. Files of types 1 and 2 keep comments in a file of the same name without the extension.
+
+Example: orvantis-cli convert data/sample.cht charts.ch6 --type 3
+)";
+
+int RunCharts(const std::vector<std::string>& words, CliShell& shell) {
+    const std::optional<Arguments> call = TakeApart(words, {{}, {"--json"}});
+    if (!call) return kWrongCall;
+    if (call->words.size() != 1) return Complain(kWrongCall, "charts", "takes one FILE");
+    Listing listing;
+    listing.path = call->words.front();
+    listing.file = OpenChartFile(listing.path, listing.count, kFalse);
+    if (listing.file < 1) return UnreadableChartFile(listing.path, shell);
+    listing.type = currentChartFileType;
+    int exitCode = kUnreadable;
+    if (HasCharts(listing.type, listing.count, FileLength(listing.file))) {
+        FetchComments(listing);
+        exitCode = ListCharts(listing, call->Has("--json"));
+    } else {
+        Complain(kUnreadable, listing.path, "holds no charts");
+    }
+    CloseChartFile(listing.type, listing.file);
+    return exitCode;
+}
+
+int RunConvert(const std::vector<std::string>& words, CliShell& shell) {
+    const std::optional<Arguments> call = TakeApart(words, {{"--type"}, {}});
+    if (!call) return kWrongCall;
+    if (call->words.size() != 2 || !call->Value("--type")) {
+        return Complain(kWrongCall, "convert", "takes IN, OUT and --type 1|2|3");
+    }
+    const std::optional<std::int32_t> number = ParseInteger(*call->Value("--type"));
+    if (!number || *number < chart_file::kFormat1 || *number > chart_file::kFormat3) {
+        return Complain(kWrongCall, "--type", "takes 1, 2 or 3");
+    }
+    const auto type = static_cast<std::int16_t>(*number);
+    const std::string& in = call->words[0];
+    const std::string& out = call->words[1];
+
+    const int refused = RefuseName(in, out, type);
+    if (refused != kDone) return refused;
+
+    ChartList list;
+    const int loaded = LoadForConversion(in, list, shell);
+    if (loaded != kDone) return loaded;
+    ChartList fitting = list;
+    CutComments(type, fitting);
+    if (!SaveChartFile(out, type, fitting)) return kWorkFailed;
+    return TellLosses(out, type, list);
+}
+
+}  // namespace orvantis::cli

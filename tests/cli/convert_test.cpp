@@ -1,0 +1,312 @@
+// "charts" and "convert" as a user calls them.
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <nlohmann/json.hpp>
+
+#include "charts/chart_lists.h"
+#include "charts/comments.h"
+#include "session/files.h"
+#include "support/run_program.h"
+#include "support/temp_folder.h"
+
+namespace orvantis {
+namespace {
+
+using Json = nlohmann::json;
+
+const std::string kProgram = std::string(ORVANTIS_BIN) + "/orvantis-cli";
+const std::string kGolden = std::string(ORVANTIS_DATA) + "/../tests/charts/golden/";
+
+// Comments of the golden files.
+const std::string kLong = "This one has 29 characters.\r\n";
+const std::string kShort = "Exactly 28 characters of it.";
+
+class Convert : public ::testing::Test {
+  protected:
+    Convert() {
+        // What a conversion has to leave alone is read from the copies.
+        for (const char* name :
+             {"type0.cht", "type1.cht", "type1", "type2.cht", "type2", "type3.ch6"}) {
+            std::filesystem::copy_file(kGolden + name, folder_.File(name));
+        }
+    }
+
+    ProgramResult Run(const std::vector<std::string>& arguments) const {
+        return RunProgram(kProgram, arguments,
+                          {"XDG_DATA_HOME=" + home_.Path(), "XDG_CONFIG_HOME=" + home_.Path()});
+    }
+    ProgramResult To(const std::string& in, const std::string& out, int type) const {
+        return Run({"convert", in, out, "--type", std::to_string(type)});
+    }
+    std::string File(const std::string& name) const { return folder_.File(name); }
+
+    static Bytes FileBytes(const std::string& path) {
+        std::ifstream file(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    }
+
+    Json Listed(const std::string& path) const {
+        const ProgramResult result = Run({"charts", path, "--json"});
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        return Json::parse(result.output);
+    }
+
+    // A type 3 file of one chart with this comment.
+    std::string WithComment(std::string_view name, const std::string& comment) const {
+        ChartList list;
+        list.charts.resize(1);
+        list.charts[0].chart.event.name = "One";
+        list.charts[0].comment = comment;
+        EXPECT_TRUE(SaveChartFile(File(std::string(name)), 3, list));
+        return File(std::string(name));
+    }
+
+    TempFolder folder_;
+    TempFolder home_;
+};
+
+TEST_F(Convert, ChartsListsEveryTypeWithCommentsAndAttachments) {
+    const struct {
+        const char* name;
+        int type;
+        std::vector<std::string> comments;
+    } rows[] = {{"type0.cht", 0, {"", ""}},
+                {"type1.cht", 1, {kLong, kShort}},
+                {"type2.cht", 2, {kShort, "", kLong}},
+                {"type3.ch6", 3, {kLong, "", kShort}}};
+    for (const auto& row : rows) {
+        const Json list = Listed(File(row.name));
+        EXPECT_EQ(list["type"], row.type);
+        ASSERT_EQ(list["charts"].size(), row.comments.size()) << row.name;
+        for (std::size_t i = 0; i < row.comments.size(); ++i) {
+            EXPECT_EQ(list["charts"][i]["number"], i + 1);
+            EXPECT_EQ(list["charts"][i]["comment"], row.comments[i]) << row.name << " " << i;
+            EXPECT_EQ(list["charts"][i]["attachments"].empty(), row.type != 3 || i == 1);
+        }
+    }
+    const Json attached = Listed(File("type3.ch6"))["charts"][0]["attachments"];
+    ASSERT_EQ(attached.size(), 2U);
+    EXPECT_EQ(attached[0]["name"], "Ides of March");
+    EXPECT_EQ(attached[0]["place"], "Roma");
+    EXPECT_EQ(attached[0]["longitude"], 12.5);
+    EXPECT_EQ(attached[0]["note"], "A note,\r\nof two lines \xC3\x9F ");
+    EXPECT_EQ(attached[1]["note"], "");
+}
+
+TEST_F(Convert, ChartsAsTextSetsCommentsAndAttachmentsInUnderTheirChart) {
+    const std::string text = Run({"charts", File("type3.ch6")}).output;
+    EXPECT_NE(text.find("\n     This one has 29 characters.\n   + Ides of March, "),
+              std::string::npos)
+        << text;
+    EXPECT_NE(text.find("\n       A note,\n       of two lines \xC3\x9F \n   + A name of"),
+              std::string::npos)
+        << text;
+}
+
+TEST_F(Convert, CommentsThatCannotBeReadAreToldAndTheChartsListed) {
+    std::filesystem::remove(File("type2"));
+    EXPECT_EQ(Listed(File("type2.cht"))["charts"][0]["comment"], "") << "none are there";
+    std::ofstream(File("type2")).put('x');
+    std::filesystem::resize_file(File("type2"), kMostChartBytes + 1);
+    const ProgramResult result = Run({"charts", File("type2.cht")});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(result.errors,
+              "orvantis-cli: " + File("type2") + ": the comments can't be read (File too large)\n");
+    EXPECT_EQ(result.output.substr(0, 13), "1  A name of ");
+}
+
+TEST_F(Convert, EveryTypeBecomesEveryOtherAndItsChartsStay) {
+    for (const char* name : {"type0.cht", "type1.cht", "type2.cht", "type3.ch6"}) {
+        const Json before = Listed(File(name))["charts"];
+        const Bytes bytes = FileBytes(File(name));
+        for (const int type : {1, 2, 3}) {
+            const std::string out = File("out" + std::to_string(type) + ".cht");
+            const ProgramResult result = To(File(name), out, type);
+            ASSERT_EQ(result.exitCode, 0) << name << " " << type << " " << result.errors;
+            EXPECT_EQ(result.output, "");
+            const Json list = Listed(out);
+            EXPECT_EQ(list["type"], type);
+            ASSERT_EQ(list["charts"].size(), before.size());
+            for (std::size_t i = 0; i < before.size(); ++i) {
+                const Json& old = before[i];
+                const Json& now = list["charts"][i];
+                const auto longName = old["name"].get<std::string>();
+                EXPECT_EQ(now["name"], type == 1 ? longName.substr(0, 30) : longName);
+                for (const char* field : {"date", "time", "zone", "zoneName", "place", "country",
+                                          "latitude", "longitude", "comment"}) {
+                    EXPECT_EQ(now[field], old[field]) << name << " " << type << " " << field;
+                }
+                EXPECT_EQ(now["attachments"], type == 3 ? old["attachments"] : Json::array());
+            }
+        }
+        EXPECT_EQ(FileBytes(File(name)), bytes) << "the file that was read is as it was";
+    }
+}
+
+TEST_F(Convert, WhatTheTypeCannotHoldIsToldOnceAKind) {
+    const std::string out = File("out.cht");
+    const ProgramResult one = To(File("type3.ch6"), out, 1);
+    EXPECT_EQ(one.exitCode, 0);
+    std::string expected;
+    for (const char* kind :
+         {"names beyond 30 characters: lost in 1 of 3", "second moments and titles: lost in 1 of 3",
+          "the two options of a chart: lost in 1 of 3", "reserved fields: lost in 1 of 3",
+          "attached events: lost in 2 of 3"}) {
+        expected.append("orvantis-cli: " + out + ": type 1 can't hold ")
+            .append(kind)
+            .append(" charts, the first 1\n");
+    }
+    EXPECT_EQ(one.errors, expected);
+    EXPECT_EQ(To(File("type3.ch6"), out, 2).errors,
+              "orvantis-cli: " + out +
+                  ": type 2 can't hold attached events: lost in 2 of 3 charts, the first 1\n");
+    EXPECT_EQ(To(File("type3.ch6"), out, 3).errors, "");
+    EXPECT_EQ(To(File("type2.cht"), out, 3).errors, "");
+    EXPECT_EQ(To(File("type1.cht"), out, 1).errors, "") << "what it holds comes from this type";
+    EXPECT_EQ(To(File("type0.cht"), out, 1).errors, "");
+}
+
+TEST_F(Convert, CoordinatesFinerThanASecondAreToldForType1) {
+    ChartList list;
+    list.charts.resize(3);
+    list.charts[0].chart.event.longitude = -0.0F;
+    list.charts[1].chart.event.latitude = static_cast<float>(51 + 28.0 / 60 + 0.5 / 3600);
+    list.charts[2].chart.event.latitude = static_cast<float>(51 + 28.0 / 60 + 38.0 / 3600);
+    ASSERT_TRUE(SaveChartFile(File("fine.cht"), 2, list));
+    const std::string out = File("out.cht");
+    EXPECT_EQ(To(File("fine.cht"), out, 1).errors,
+              "orvantis-cli: " + out +
+                  ": type 1 can't hold coordinates finer than a second: lost in 1 of 3 charts, the "
+                  "first 2\n");
+    EXPECT_EQ(To(File("fine.cht"), out, 2).errors, "");
+}
+
+TEST_F(Convert, ACommentThatIsTooLongIsCutAndToldInTypes1And2) {
+    const std::string in = WithComment("long.ch6", std::string(kMostComment + 1, 'x'));
+    for (const int type : {1, 2}) {
+        const std::string out = File("out" + std::to_string(type) + ".cht");
+        const ProgramResult result = To(in, out, type);
+        EXPECT_EQ(result.exitCode, 0);
+        EXPECT_EQ(result.errors, "orvantis-cli: " + out + ": type " + std::to_string(type) +
+                                     " can't hold comments beyond 32200 characters: lost in 1 of 1 "
+                                     "charts, the first 1\n");
+        EXPECT_EQ(Listed(out)["charts"][0]["comment"], std::string(kMostComment, 'x'));
+    }
+    EXPECT_EQ(To(in, File("out3.cht"), 3).errors, "");
+    EXPECT_EQ(To(WithComment("blank.ch6", "text  "), File("out4.cht"), 2).errors,
+              "orvantis-cli: " + File("out4.cht") +
+                  ": type 2 can't hold last blanks and end marks of comments: lost in 1 of 1 "
+                  "charts, the first 1\n");
+}
+
+TEST_F(Convert, AFileMayTakeItsOwnPlaceAndTheOldOneIsKept) {
+    const Bytes old = FileBytes(File("type2.cht"));
+    const Bytes oldComments = FileBytes(File("type2"));
+    const Json before = Listed(File("type2.cht"))["charts"];
+    ASSERT_EQ(To(File("type2.cht"), File("type2.cht"), 1).exitCode, 0);
+    EXPECT_EQ(FileBytes(File("type2.cht.bak")), old);
+    EXPECT_EQ(FileBytes(File("type2.bak")), oldComments);
+    const Json after = Listed(File("type2.cht"));
+    EXPECT_EQ(after["type"], 1);
+    EXPECT_EQ(after["charts"][0]["comment"], before[0]["comment"]);
+    // A second time, and to a file that keeps comments in itself.
+    ASSERT_EQ(To(File("type2.cht"), File("type2.cht"), 3).exitCode, 0);
+    EXPECT_EQ(Listed(File("type2.cht"))["charts"][0]["comment"], before[0]["comment"]);
+    EXPECT_EQ(FileBytes(File("type2.cht.bak")).size(), 110U * 4);
+}
+
+TEST_F(Convert, NoOtherFileIsReplacedByTheComments) {
+    const Bytes comments = FileBytes(File("type2"));
+    // The comment file would be that of the file that is read, or somebody else's.
+    for (const char* in : {"type2.cht", "type3.ch6"}) {
+        const ProgramResult result = To(File(in), File("type2.dat"), 1);
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_EQ(result.errors, "orvantis-cli: " + File("type2") +
+                                     ": is there already, and is the name of the comment file of " +
+                                     File("type2.dat") + "\n");
+    }
+    EXPECT_FALSE(std::filesystem::exists(File("type2.dat")));
+    std::filesystem::copy_file(File("type3.ch6"), File("type2.dat"));
+    EXPECT_EQ(To(File("type2.cht"), File("type2.dat"), 2).exitCode, 1);
+    EXPECT_EQ(FileBytes(File("type2.dat")), FileBytes(File("type3.ch6")));
+    EXPECT_EQ(FileBytes(File("type2")), comments);
+    // A file that replaces its like takes its comments' place too.
+    EXPECT_EQ(To(File("type3.ch6"), File("type2.cht"), 2).exitCode, 0);
+    EXPECT_EQ(FileBytes(File("type2.bak")), comments);
+    // Type 3 has no comment file.
+    EXPECT_EQ(To(File("type1.cht"), File("type1.dat"), 3).exitCode, 0);
+}
+
+TEST_F(Convert, AWrongCallIsToldInOneLineWithExitCode2) {
+    const std::string in = File("type2.cht");
+    const std::string usage = "orvantis-cli: convert: takes IN, OUT and --type 1|2|3\n";
+    const struct {
+        std::vector<std::string> arguments;
+        std::string errors;
+    } rows[] = {{{}, usage},
+                {{in, "out.cht"}, usage},
+                {{in, "--type", "1"}, usage},
+                {{in, "a.cht", "b.cht", "--type", "1"}, usage},
+                {{in, "a.cht", "--type", "0"}, "orvantis-cli: --type: takes 1, 2 or 3\n"},
+                {{in, "a.cht", "--type", "4"}, "orvantis-cli: --type: takes 1, 2 or 3\n"},
+                {{in, "a.cht", "--type", "KVv5"}, "orvantis-cli: --type: takes 1, 2 or 3\n"},
+                {{in, "a.cht", "--json"}, "orvantis-cli: --json: unknown option\n"},
+                {{in, File("none"), "--type", "2"},
+                 "orvantis-cli: " + File("none") + ": the name of a chart file has an extension\n"},
+                {{in, File("a.ch6"), "--type", "2"},
+                 "orvantis-cli: " + File("a.ch6") + ": files of this name are of type 3 alone\n"}};
+    for (const auto& row : rows) {
+        std::vector<std::string> arguments = {"convert"};
+        arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
+        const ProgramResult result = Run(arguments);
+        EXPECT_EQ(result.exitCode, 2) << row.errors;
+        EXPECT_EQ(result.errors, row.errors);
+        EXPECT_EQ(result.output, "");
+    }
+}
+
+TEST_F(Convert, AFileThatCannotBeReadIsToldInOneLineWithExitCode3AndNothingIsWritten) {
+    const std::string out = File("out.cht");
+    Bytes cut = FileBytes(File("type3.ch6"));
+    cut.pop_back();
+    Bytes bad = FileBytes(File("type0.cht"));
+    bad[89 + 1] = 0x7F;  // an hour that a byte can't hold
+    const struct {
+        std::string in;
+        std::string why;
+    } rows[] = {
+        {File("none.cht"), "File not found"},
+        {folder_.Path(), "not a file that can be read"},
+        {folder_.Write("empty.cht", ""), "holds no charts"},
+        {folder_.Write("short.cht", Bytes{2, 0, 1}), "holds no charts"},
+        {folder_.Write("noext", std::string(400, 'x')), "this kind of chart file isn't read"},
+        {folder_.Write("cut.ch6", cut), "can't be read (Input past end of file)"},
+        {folder_.Write("bad.cht", bad), "can't be read (Overflow)"}};
+    for (const auto& row : rows) {
+        const ProgramResult result = To(row.in, out, 2);
+        EXPECT_EQ(result.exitCode, 3) << row.in;
+        EXPECT_EQ(result.errors, "orvantis-cli: " + row.in + ": " + row.why + "\n");
+        EXPECT_FALSE(std::filesystem::exists(out));
+    }
+}
+
+TEST_F(Convert, AFileThatCannotBeWrittenIsToldWithExitCode1) {
+    const std::string out = File("nowhere/out.cht");
+    const ProgramResult result = To(File("type2.cht"), out, 3);
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.errors,
+              "orvantis-cli: Unable to save chart file: " + out + ": Error 76: Path not found\n");
+    // A coordinate that type 1 has no room for.
+    ChartList list;
+    list.charts.resize(1);
+    list.charts[0].chart.event.longitude = 300;
+    ASSERT_TRUE(SaveChartFile(File("wide.cht"), 2, list));
+    EXPECT_EQ(To(File("wide.cht"), File("wide1.cht"), 1).exitCode, 1);
+    EXPECT_FALSE(std::filesystem::exists(File("wide1.cht")));
+}
+
+}  // namespace
+}  // namespace orvantis
