@@ -180,7 +180,10 @@ bool ApplyNumber(const Arguments& call, std::string_view option, double low, dou
 bool ApplyGeodetic(const Arguments& call) {
     if (!call.Value("--geodetic")) return true;
     options.mapZodiac = 1;
-    return ApplyNumber(call, "--geodetic", -180, 180, options.geodeticStart);
+    double east = 0;
+    if (!ApplyNumber(call, "--geodetic", -180, 180, east)) return false;
+    options.geodeticStart = -east;
+    return true;
 }
 
 bool ApplyLimit(const Arguments& call) {
@@ -234,16 +237,25 @@ std::string TextOf(const ListedParan& listed) {
     return ParanText(listed.paran.relation, listed.first, listed.second);
 }
 
+// What a digit of a relation says.
+std::string_view AngleWord(int digit) {
+    static constexpr std::array<std::string_view, 5> words = {"", "culminates", "anticulminates",
+                                                              "rises", "sets"};
+    return words[static_cast<std::size_t>(digit)];
+}
+
 void PrintParansJson(const std::vector<ListedParan>& parans) {
     Json rows = Json::array();
     for (const ListedParan& listed : parans) {
         rows.push_back({{"latitude", Rounded(listed.paran.lat)},
                         {"type", listed.type},
-                        {"relation", listed.paran.relation},
-                        {"points", {listed.first, listed.second}},
+                        {"point1", listed.first},
+                        {"angle1", AngleWord(listed.paran.relation / 10)},
+                        {"point2", listed.second},
+                        {"angle2", AngleWord(listed.paran.relation % 10)},
                         {"words", TextOf(listed)}});
     }
-    std::cout << rows.dump() << "\n";
+    std::cout << Json{{"parans", rows}}.dump() << "\n";
 }
 
 void PrintParans(const std::vector<ListedParan>& parans) {

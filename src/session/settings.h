@@ -53,7 +53,8 @@ struct Options {
     Flag extraAnnotation = kTrue;        ///< edge marks carry a letter for the side of the line
     std::int16_t lineMode = 1;           ///< 1 in mundo ("Rise/Set"), 2 zodiacal ("Asc/Dsc")
     std::int16_t mapZodiac = 0;          ///< 0 celestial, 1 geodetic
-    double geodeticStart = 0;            ///< longitude of 0 Aries of the geodetic zodiac, degrees
+    double geodeticStart = 0;            ///< longitude of 0 Aries of the geodetic zodiac, degrees,
+                                         ///< WEST positive
     Flag geodeticAscDsc = kTrue;         ///< geodetic rise and set lines worked on the equator
     std::int16_t paranPoint = 1;         ///< point number whose parans are drawn
     float paranLimit = 60;               ///< latitude beyond which no paran is drawn, degrees

@@ -394,6 +394,40 @@ TEST_F(CommandLine, EveryVertexOfEveryLineHasItsPointOnTheMeridianOrTheHorizon) 
     EXPECT_GT(vertices, 100000);
 }
 
+TEST_F(CommandLine, ParansAreListedFromNorthToSouthWithBothPointsAngles) {
+    const ProgramResult result =
+        Run({"parans", kSample, "--points", "1,3,5,6", "--limit", "50", "--json"});
+    ASSERT_EQ(result.exitCode, 0) << result.errors;
+    const Json rows = Json::parse(result.output)["parans"];
+    ASSERT_GE(rows.size(), 2U);
+    double before = 50;
+    for (const Json& row : rows) {
+        EXPECT_LE(row["latitude"].get<double>(), before);
+        before = row["latitude"];
+        EXPECT_LE(std::abs(before), 50);
+        EXPECT_LT(row["point1"].get<int>(), row["point2"].get<int>());
+        for (const char* angle : {"angle1", "angle2"}) {
+            const std::string word = row[angle];
+            EXPECT_TRUE(word == "culminates" || word == "anticulminates" || word == "rises" ||
+                        word == "sets")
+                << word;
+        }
+    }
+    // Every paran has its like at the opposite latitude.
+    EXPECT_EQ(rows.size() % 2, 0U);
+    EXPECT_EQ(rows.front()["latitude"].get<double>(), -rows.back()["latitude"].get<double>());
+}
+
+TEST_F(CommandLine, TheGeodeticZodiacBeginsAtTheLongitudeOfTheCallEastPositive) {
+    const ProgramResult result =
+        Run({"lines", kSample, "--csv", "--types", "11", "--geodetic", "10"});
+    ASSERT_EQ(result.exitCode, 0) << result.errors;
+    EXPECT_TRUE(result.output.find("11,Signs,,,1,Aries,1,-90.000000000,10.000000000") !=
+                std::string::npos);
+    EXPECT_TRUE(result.output.find("11,Signs,,,4,Cancer,1,-90.000000000,100.000000000") !=
+                std::string::npos);
+}
+
 TEST_F(CommandLine, GeoJsonIsCutAtTheAntimeridian) {
     const ProgramResult result = Run({"lines", kSample, "--geojson"});
     ASSERT_EQ(result.exitCode, 0) << result.errors;
