@@ -129,7 +129,7 @@ bool CalcOuterPlanets(CalcChart& chart, std::int16_t first, std::int16_t last,
     std::array<TablePosition, 8> bodies;
     if (!ReadTables(TableSeries::OuterPlanets, dataPath, moment.t, bodies)) return false;
     for (std::int16_t n = std::max(first, kJupiter); n <= std::min(last, kPluto); ++n) {
-        const auto body = static_cast<std::size_t>(n - kJupiter + 1);
+        const auto body = static_cast<std::size_t>(n) - kJupiter + 1;
         StoreBody(chart, static_cast<std::size_t>(n), moment, FromTable(bodies[body], moment));
     }
     return true;
@@ -260,7 +260,7 @@ void CalcAsteroids(CalcChart& chart, std::int16_t first, std::int16_t last,
     for (std::int16_t n = first; n <= last; ++n) {
         const auto index = static_cast<std::size_t>(n);
         if (given) {
-            const auto body = static_cast<std::size_t>(n - kChiron + 1);
+            const auto body = static_cast<std::size_t>(n) - kChiron + 1;
             StoreBody(chart, index, moment, FromTable(bodies[body], moment));
         } else {
             ClearPoint(chart, index);
