@@ -52,8 +52,8 @@ class Shell {
     virtual BoxAnswer MessageBox(std::string_view text, std::string_view title, BoxButtons buttons,
                                  BoxIcon icon) = 0;
 
-    /// Asks for a file. `filter` is a pattern such as "*.ovm". `forSaving`: it needn't be there; one
-    /// that is may be chosen without a further question. No value: cancelled.
+    /// Asks for a file. `filter` is a pattern such as "*.ovm". `forSaving`: it needn't be there;
+    /// one that is may be chosen without a further question. No value: cancelled.
     virtual std::optional<std::string> ChooseFile(std::string_view title, std::string_view filter,
                                                   bool forSaving) = 0;
 
