@@ -18,7 +18,8 @@ void SetLinePen(std::int16_t type);
 bool IsLongitudeShown(double longitude);
 bool IsPositionShown(double lat, double longitude);
 
-/// True if some part of a meridian lies in view: a tilted globe shows a part of each, over its pole.
+/// True if some part of a meridian lies in view: a tilted globe shows a part of each, over its
+/// pole.
 bool IsMeridianShown(double longitude);
 
 /// Puts a point's label on the map at a position in degrees.
