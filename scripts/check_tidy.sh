@@ -13,12 +13,16 @@ clean=${XDG_CACHE_HOME:-$HOME/.cache}/orvantis-tidy
 mkdir -p "$clean"
 find "$clean" -type f -mtime +30 -delete
 ninja -C "$build" -t deps |
-    awk -v top="$PWD/" '/#deps/ {file = ""}
-        index($1, top) == 1 {path = substr($1, length(top) + 1)
-                             if (file == "") file = path
-                             print file, path}' >"$build/tidy.deps"
+    awk -v top="$PWD/" '/#deps/ {file = ""; next}
+        {path = ""}
+        index($1, top) == 1 {path = substr($1, length(top) + 1)}
+        $1 ~ /^\.\.\/\.\.\/[a-z]/ {path = substr($1, 7)}
+        path != "" {if (file == "") file = path
+                    print file, path}' >"$build/tidy.deps"
 
+# What a file is made of, as one number; fails for a file that the build doesn't know.
 state_of() {
+    grep -q "^$1 " "$build/tidy.deps" || return 1
     {
         clang-tidy-14 --version
         cat .clang-tidy scripts/check_tidy.sh
@@ -30,10 +34,10 @@ tidy_one() {
     local file=$1
     shift
     local kept
-    kept=$clean/$(state_of "$file")
-    [ -e "$kept" ] && return 0
+    kept=$clean/$(state_of "$file") || kept=
+    [ -n "$kept" ] && [ -e "$kept" ] && return 0
     clang-tidy-14 --quiet -p "$build" --extra-arg=-Wno-unknown-warning-option "$@" "$file" \
-        >>"$log" 2>&1 && touch "$kept"
+        >>"$log" 2>&1 && { [ -z "$kept" ] || touch "$kept"; }
 }
 export build log clean
 export -f state_of tidy_one
