@@ -65,7 +65,7 @@ void UseRoute(bool swiss) {
 void Chart(benchmark::State& state, bool swiss) {
     UseRoute(swiss);
     Days days;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         FileChartToCalcChart(RecordOf(days), 1, kFalse);
         benchmark::DoNotOptimize(calcChart[1]);
         days.Next();
@@ -81,7 +81,7 @@ void BareCalls(benchmark::State& state, std::size_t count) {
     Days days;
     std::array<double, 6> xx{};
     std::array<char, AS_MAXCH> ignored{};
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         double jd = 0;
         GetJDxhUT(days.Day(), days.Month(), days.Year(), 6, jd);
         for (std::size_t i = 0; i < count; ++i) {
