@@ -260,6 +260,7 @@ TEST_F(Circles, ACircleIsDrawnThroughItsSamplesInOrder) {
     Draw();
     const std::vector<LinePosition> samples = WholeCircle(PlaceHorizon(MakeLineFrame(1)));
     std::vector<std::pair<int, int>> expected;
+    expected.reserve(samples.size());
     for (const LinePosition& sample : samples) {
         expected.push_back(PixelsOf(sample.lat, sample.longitude));
     }

@@ -345,12 +345,13 @@ TEST_F(LocalLines, TwelveHousesAreDrawnTwoOfThemAsMeridians) {
     const MapRect rect = mapView.rect;
     int meridians = 0;
     for (std::size_t i = 1; i < surface_.log.size(); ++i) {
-        const std::string bottom = std::to_string(rect.top + rect.height);
         for (const double longitude : {15.0, -165.0}) {
             const std::string x = std::to_string(PixelsOf(0, longitude).first);
-            const bool drawn =
-                surface_.log[i - 1] == "MoveTo " + x + " " + std::to_string(rect.top) &&
-                surface_.log[i] == "LineTo " + x + " " + bottom;
+            std::string top = "MoveTo ";
+            top.append(x).append(" ").append(std::to_string(rect.top));
+            std::string bottom = "LineTo ";
+            bottom.append(x).append(" ").append(std::to_string(rect.top + rect.height));
+            const bool drawn = surface_.log[i - 1] == top && surface_.log[i] == bottom;
             meridians += drawn ? 1 : 0;
         }
     }
