@@ -3,7 +3,6 @@
 #include <cstdlib>
 
 #include "charts/CALCCHRT.h"
-#include "charts/QXASTRO.h"
 #include "lines/chart_lines.h"
 #include "lines/line_pens.h"
 #include "map/plot.h"
@@ -141,14 +140,7 @@ void PlotSignLines(Flag /*printing*/, std::int16_t slot) {
             PlotSignMeridian(line);
             continue;
         }
-        bool visible = false;
-        bool first = true;
-        for (const LinePosition& sample : SignSamples(frame, line)) {
-            DrawMapSegment(sample.lat, sample.longitude, first, visible, line.sign,
-                           line_type::kSigns);
-            if (visible) chartLines.anyVisible = true;
-            first = false;
-        }
+        DrawSamples(SignSamples(frame, line), line.sign, line_type::kSigns);
     }
 }
 

@@ -72,7 +72,7 @@ struct LinePosition {
 /// chapter 1); a direction of exactly 90 or -90 is to be moved by NudgedBearing.
 void GreatCircleStep(double bearing, double startLat, double s, double& lat, double& longitude);
 
-/// Due east and due west are moved by 0.01 degrees, which keeps tangents finite.
+/// Due east and due west are moved by 0.01 degrees: so houses and signs have always been drawn.
 double NudgedBearing(double bearing);
 
 /// Positions every 2 degrees from a place (longitude east positive) up to `extent` degrees off.

@@ -70,4 +70,14 @@ void LabelPoint(double lat, double longitude, std::int16_t point) {
     AddLineLabel(x, y, point, line_type::kPointLabel);
 }
 
+void DrawSamples(const std::vector<LinePosition>& samples, std::int16_t kind, std::int16_t type) {
+    bool visible = false;
+    bool first = true;
+    for (const LinePosition& sample : samples) {
+        DrawMapSegment(sample.lat, sample.longitude, first, visible, kind, type);
+        if (visible) chartLines.anyVisible = true;
+        first = false;
+    }
+}
+
 }  // namespace orvantis

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
+
+#include "lines/line_geometry.h"
 
 namespace orvantis {
 
@@ -21,6 +24,9 @@ bool IsPositionShown(double lat, double longitude);
 /// True if some part of a meridian lies in view: a tilted globe shows a part of each, over its
 /// pole.
 bool IsMeridianShown(double longitude);
+
+/// Draws a curve through positions; its marks in the frame have `kind`, and it is of a line type.
+void DrawSamples(const std::vector<LinePosition>& samples, std::int16_t kind, std::int16_t type);
 
 /// Puts a point's label on the map at a position in degrees.
 void LabelPoint(double lat, double longitude, std::int16_t point);

@@ -15,16 +15,6 @@ std::size_t Index(std::int16_t number) {
     return static_cast<std::size_t>(number);
 }
 
-void DrawSamples(const std::vector<LinePosition>& samples, std::int16_t kind, std::int16_t type) {
-    bool visible = false;
-    bool first = true;
-    for (const LinePosition& sample : samples) {
-        DrawMapSegment(sample.lat, sample.longitude, first, visible, kind, type);
-        if (visible) chartLines.anyVisible = true;
-        first = false;
-    }
-}
-
 // Where the point stands overhead; the lines of type 1 carry this label otherwise.
 void LabelOverhead(const LineFrame& frame, std::int16_t p) {
     const CalcChart& chart = calcChart[Index(frame.slot)];
