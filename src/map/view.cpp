@@ -163,7 +163,8 @@ void ClipToMap() {
     if (IsFlat(mapView.extent.projection)) {
         mapView.surface->ClipToRectangle(rect.left, rect.top, right, bottom);
     } else {
-        mapView.surface->ClipToEllipse(rect.left, rect.top, right, bottom);
+        // The very ellipse of the outline: between two of them the sea would leave a seam of land.
+        mapView.surface->ClipToEllipse(rect.left, rect.top, right + 1, bottom + 1);
     }
 }
 

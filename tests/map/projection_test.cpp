@@ -204,7 +204,7 @@ TEST_F(ProjectionTest, OblateGlobeFillsTheRectangle) {
     OpenMapFrame();
     ClipToMap();
     EXPECT_EQ(surface.log, (std::vector<std::string>{"Ellipse 25 39 386 220 none",
-                                                     "ClipToEllipse 25 39 385 219"}));
+                                                     "ClipToEllipse 25 39 386 220"}));
 }
 
 // At one pixel a degree the plate carree is plain counting from the top left.

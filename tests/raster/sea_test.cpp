@@ -41,6 +41,18 @@ class Picture {
         session.picture = nullptr;
     }
 
+    // Places where sea and bare land meet without an outline between them. A flood stops at
+    // outlines alone, so there are none but where something else has cut it off.
+    long Seams() const {
+        long seams = 0;
+        for (int y = 0; y + 1 < image_.height; ++y) {
+            for (int x = 0; x + 1 < image_.width; ++x) {
+                seams += MeetBare(At(x, y), At(x + 1, y)) + MeetBare(At(x, y), At(x, y + 1));
+            }
+        }
+        return seams;
+    }
+
     SeaCount Count() {
         SeaCount count;
         seen_.assign(image_.pixels.size(), 0);
@@ -58,6 +70,11 @@ class Picture {
     std::size_t Index(int x, int y) const {
         return static_cast<std::size_t>(y) * static_cast<std::size_t>(image_.width) +
                static_cast<std::size_t>(x);
+    }
+    static long MeetBare(std::uint32_t one, std::uint32_t other) {
+        const std::uint32_t land = PixelOf(LandColour());
+        const std::uint32_t sea = PixelOf(SeaColour());
+        return (one == land && other == sea) || (one == sea && other == land) ? 1 : 0;
     }
     std::uint32_t At(int x, int y) const { return image_.pixels[Index(x, y)]; }
 
@@ -198,6 +215,22 @@ TEST_F(Sea, IsSeenToRunOverLandWhereASeedLiesOnLand) {
     const SeaCount count = Picture(800, 600).Count();
     EXPECT_GT(count.worstLeak, 20);
     EXPECT_GT(count.filledLand, count.filledSea / 100);
+}
+
+TEST_F(Sea, ReachesTheLimbOfAGlobeOnAllSides) {
+    for (const std::int16_t number : {projection::kGlobeSphere, projection::kGlobeOblate}) {
+        CurrentMap().projection = number;
+        for (const float lat : {0.0F, -20.0F, 90.0F}) {
+            CurrentMap().south = lat;
+            CurrentMap().north = lat;
+            CurrentMap().west = -170;
+            CurrentMap().east = 10;
+            for (const int size : {700, 701}) {
+                const Picture picture(size + 300, size);
+                EXPECT_EQ(picture.Seams(), 0) << number << " at " << lat << ", " << size;
+            }
+        }
+    }
 }
 
 TEST_F(Sea, HasEverySeedInTheWaterOfTheSource) {
