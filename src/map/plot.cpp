@@ -150,8 +150,12 @@ void KeepImage(const PlotJob& job) {
 }
 
 void DrawLines(const PlotJob& job) {
-    // Lines that came out before the failure are taken away, so that none is drawn twice.
-    if (job.again && OnScreen(job)) mapView.surface->PutImage(session.StoredImage);
+    if (job.again) {
+        // Lines that came out before the failure are taken away, so that none is drawn twice; and
+        // the lines' own end has let go of the clip.
+        if (OnScreen(job)) mapView.surface->PutImage(session.StoredImage);
+        ClipToMap();
+    }
     if (plotChartLines != nullptr) plotChartLines(job.printing, kTrue, kMainChart);
     if (OnScreen(job)) mapView.surface->Refresh();
 }

@@ -220,9 +220,37 @@ TEST_F(PlotTest, RetryOfTheLinesPutsTheStoredImageDownFirst) {
         PlotMap4(kFalse, surface, redraw);
         EXPECT_EQ(surface.Calls("PutImage").size(), redraw != kFalse ? 1U : 2U);
         const auto put = std::find(surface.log.rbegin(), surface.log.rend(), "PutImage 409 258");
-        ASSERT_GE(put - surface.log.rbegin(), 2);
-        EXPECT_EQ(*(put - 1), "MoveTo 100 100");
-        EXPECT_EQ(*(put - 2), "LineTo 110 100");
+        ASSERT_GE(put - surface.log.rbegin(), 3);
+        EXPECT_EQ(*(put - 1), "ClipToRectangle 25 39 385 219");
+        EXPECT_EQ(*(put - 2), "MoveTo 100 100");
+        EXPECT_EQ(*(put - 3), "LineTo 110 100");
+    }
+}
+
+TEST_F(PlotTest, RetryOfTheLinesDrawsWithinTheMapAsTheFirstTimeDid) {
+    plotChartLines = [](Flag, Flag, std::int16_t) {
+        mapView.surface->MoveTo(100, 100);
+        mapView.surface->LineTo(5000, 100);
+        mapView.surface->ClearClip();
+        if (failures > 0) {
+            --failures;
+            RaiseRunTimeError(error::kOverflow);
+        }
+    };
+    for (const bool printing : {false, true}) {
+        for (const Flag redraw : {kTrue, kFalse}) {
+            failures = 1;
+            TestShell().boxAnswers = {BoxAnswer::Retry};
+            surface.log.clear();
+            PlotMap4(printing ? kTrue : kFalse, surface, redraw);
+            const auto line =
+                std::find(surface.log.rbegin(), surface.log.rend(), "LineTo 5000 100");
+            const auto clip = std::find_if(line, surface.log.rend(), [](const std::string& call) {
+                return call.find("Clip") != std::string::npos;
+            });
+            ASSERT_NE(clip, surface.log.rend());
+            EXPECT_EQ(clip->substr(0, 15), "ClipToRectangle") << printing << redraw;
+        }
     }
 }
 
