@@ -59,7 +59,8 @@ std::vector<SideEntry> EntriesOf(std::int16_t sideNumber) {
 }
 
 // Crossings at one position cancel in pairs, as those of a tip of land that just reaches the edge.
-// Of an odd number one is left, in the direction of the most. False if the directions there don't
+// Of an odd number one is left, in the direction of the most, which needn't be that of the first:
+// the order of entries at one position is chance. False if the directions there don't
 // go in and out by turns, whatever their order: then others stand at the wrong position as well.
 bool CancelPairs(std::vector<SideEntry>& entries) {
     std::vector<SideEntry> left = {entries.front()};

@@ -76,7 +76,7 @@ struct MapView {
     ViewExtent extent;
     std::int16_t glyphWidth = 0;  ///< of the Sun's glyph, pixels
     std::int16_t glyphHeight = 0;
-    std::vector<EdgeMark> edgeMarks;  ///< emptied at the start of each plot of the lines
+    std::vector<EdgeMark> edgeMarks;  ///< emptied as the lines of a chart or eclipse begin
     double previousLat = 0;           ///< previous sample of DrawMapSegment
     double previousLong = 0;
     std::int16_t lastX = 0;  ///< its position
@@ -113,10 +113,11 @@ void OpenMapFrame();
 void ClipToMap();
 
 /// Whole arc-minutes to pixels. On a flat map narrower than the world a point up to 60 degrees west
-/// of the view lies to the left of the map and any other one outside to the right, and a position
-/// far off is held within 32000 pixels. On a full-width map every longitude falls within the map,
-/// 180 east on the left edge of one that begins at 180 west. On a globe a point of the far side
-/// lands on the near one: ask PointInView first.
+/// of the view, or half of what the view leaves out if that is less, lies to the left of the map
+/// and any other one outside to the right, and a position far off is held within 32000 pixels. On a
+/// full-width map every longitude falls within the map, 180 east on the left edge of one that
+/// begins at 180 west. On a globe a point of the far side lands on the near one: ask PointInView
+/// first.
 void ProjectPoint(std::int16_t latMin, std::int16_t longMin, std::int16_t& y, std::int16_t& x);
 
 /// The same on a flat map, where each depends on one of the two alone.

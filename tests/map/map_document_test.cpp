@@ -245,6 +245,16 @@ TEST_F(MapDocumentTest, PrecisionAndProjectionAreBroughtIntoTheirRange) {
     }
 }
 
+TEST_F(MapDocumentTest, ACountOfFillsBeyondTheListIsSavedAsTheListsOwn) {
+    AddFill(mapState.current, 10, 20, false, 0x102030);
+    CurrentMap().fillCount = 5;
+    const std::string path = folder.File("more.ovm");
+    ASSERT_EQ(SaveMap(path), kFalse);
+    ASSERT_EQ(OpenMap(path, kFalse), kFalse);
+    EXPECT_EQ(CurrentMap().fillCount, 1);
+    EXPECT_EQ(mapState.fills[1].colour, 0x102030);
+}
+
 TEST_F(MapDocumentTest, WestAboveEastIsSavedAndReopenedAsItIs) {
     CurrentMap().west = 170;
     CurrentMap().east = -170;

@@ -66,6 +66,22 @@ TEST_F(ViewRingTest, PushedViewIsACopyWithOtherEdgesAndIsPlottedInFull) {
     EXPECT_EQ(plots, std::vector<std::string>{"full"});
 }
 
+TEST_F(ViewRingTest, StackedViewsCountTheirOwnFillsOfTheOneList) {
+    AddFill(mapState.current, 1, 1, false, 1);
+    PushView({10, 20, 30, 40}, "Lat: new");
+    AddFill(mapState.current, 2, 2, false, 2);
+    AddFill(mapState.current, 3, 3, false, 3);
+    EXPECT_EQ(CurrentMap().fillCount, 3);
+    PreviousView();
+    EXPECT_EQ(CurrentMap().fillCount, 1);
+    EXPECT_EQ(mapState.fills[3].colour, 3) << "the record stays for the view that counts it";
+    AddFill(mapState.current, 4, 4, false, 4);
+    EXPECT_EQ(CurrentMap().fillCount, 2);
+    EXPECT_EQ(mapState.fills[1].colour, 1);
+    EXPECT_EQ(mapState.fills[2].colour, 4) << "the lower view writes over the next element";
+    EXPECT_EQ(mapState.fills[3].colour, 3);
+}
+
 TEST_F(ViewRingTest, TitleThatIsANameStaysThroughAPush) {
     CurrentMap().title = "Europe";
     PushView({10, 20, 30, 40}, "Lat: new");
