@@ -127,17 +127,69 @@ void FloodStretch(std::int16_t sideNumber, int from, int to) {
     }
 }
 
-void FillSide(std::int16_t sideNumber) {
-    std::vector<SideEntry> entries = EntriesOf(sideNumber);
-    if (!CancelPairs(entries)) return;
+// What the crossings tell about one side.
+struct Side {
+    std::int16_t number = side::kLeft;
+    std::vector<SideEntry> entries;
+    bool tells = false;    // sea and land go by turns along it
+    bool uniform = false;  // no coast crosses it: it is all sea or all land
+};
+
+Side ReadSide(std::int16_t sideNumber) {
+    Side read{sideNumber, EntriesOf(sideNumber)};
+    if (!CancelPairs(read.entries)) return read;
     // Crossings that all cancel tell no more about the side than none.
-    if (entries.size() == 2 || !Alternates(entries)) return;
-    const bool seaEndsOutward = sideNumber == side::kLeft || sideNumber == side::kBottom;
-    for (std::size_t i = 1; i < entries.size(); ++i) {
-        const SideEntry& a = entries[i - 1];
-        const SideEntry& b = entries[i];
-        if (b.outward == seaEndsOutward && b.position - a.position >= kLeastStretch) {
-            FloodStretch(sideNumber, a.position, b.position);
+    read.uniform = read.entries.size() == 2;
+    read.tells = !read.uniform && Alternates(read.entries);
+    return read;
+}
+
+// True if the stretch that ends in an entry is sea.
+bool IsSea(const Side& read, const SideEntry& end) {
+    return end.outward == (read.number == side::kLeft || read.number == side::kBottom);
+}
+
+// The sides in the order in which they meet, against the clock. `ahead` asks for the corner with
+// the next one, otherwise with the one before: the left side and the bottom are counted the same
+// way round, the others against it.
+constexpr std::array<std::int16_t, 4> kRing = {side::kLeft, side::kBottom, side::kRight,
+                                               side::kTop};
+
+bool CornerIsSea(const Side& read, bool ahead) {
+    const bool atLast = ahead == (read.number == side::kLeft || read.number == side::kBottom);
+    return IsSea(read, atLast ? read.entries.back() : read.entries[1]);
+}
+
+using Ring = std::array<Side, 4>;
+
+// What the side that follows in one direction says about the corner between them; a side that no
+// coast crosses hands on what the one behind it says. 1 the same, -1 the opposite, 0 nothing.
+int Agreement(const Ring& ring, std::size_t at, bool ahead) {
+    for (std::size_t step = 1; step < ring.size(); ++step) {
+        const Side& other = ring[(at + (ahead ? step : ring.size() - step)) % ring.size()];
+        if (other.tells) {
+            return CornerIsSea(other, !ahead) == CornerIsSea(ring[at], ahead) ? 1 : -1;
+        }
+        if (!other.uniform) return 0;
+    }
+    return 0;
+}
+
+// Where two thinned shores, those of a narrow water, cross each other before they reach the edge,
+// they stand there in the wrong order, and all land beside them passes for sea. Then the side is in
+// the right with none of its neighbours.
+bool IsContradicted(const Ring& ring, std::size_t at) {
+    const int before = Agreement(ring, at, false);
+    const int after = Agreement(ring, at, true);
+    return before <= 0 && after <= 0 && before + after < 0;
+}
+
+void FillSide(const Side& read) {
+    for (std::size_t i = 1; i < read.entries.size(); ++i) {
+        const SideEntry& a = read.entries[i - 1];
+        const SideEntry& b = read.entries[i];
+        if (IsSea(read, b) && b.position - a.position >= kLeastStretch) {
+            FloodStretch(read.number, a.position, b.position);
         }
     }
 }
@@ -145,7 +197,13 @@ void FillSide(std::int16_t sideNumber) {
 }  // namespace
 
 void FillEdgeSea() {
-    for (const std::int16_t sideNumber : kSides) FillSide(sideNumber);
+    Ring ring;
+    std::transform(kRing.begin(), kRing.end(), ring.begin(), ReadSide);
+    for (const std::int16_t sideNumber : kSides) {
+        const auto at = static_cast<std::size_t>(std::find(kRing.begin(), kRing.end(), sideNumber) -
+                                                 kRing.begin());
+        if (ring[at].tells && !IsContradicted(ring, at)) FillSide(ring[at]);
+    }
 }
 
 bool CrossingsCancel() {

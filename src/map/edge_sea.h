@@ -10,7 +10,9 @@ namespace orvantis {
 /// whose crossings contradict each other is left as it is, and so are stretches of less than 4
 /// pixels. So is a side without crossings, and one whose crossings have all cancelled in pairs: one
 /// that goes in and one that goes out at the same position may be a tip of land or of a bay, so
-/// nothing tells of which kind the rest of the side is. For flat views narrower than the world.
+/// nothing tells of which kind the rest of the side is. Where a side and its neighbours disagree on
+/// the kind of their common corners, the side is filled only if one neighbour at least agrees with
+/// it. For flat views narrower than the world.
 void FillEdgeSea();
 
 /// True if no crossing is left on any side once those at one position have cancelled in pairs: then

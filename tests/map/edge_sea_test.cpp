@@ -57,6 +57,12 @@ class EdgeSeaTest : public MapTest {
         surface.log.clear();
     }
 
+    // The shores of a bay that opens at a row of the map's rim.
+    void Bay(int from, int to, int row, int head) {
+        Outline(from, row, (from + to) / 2, head);
+        Outline((from + to) / 2, head, to, row);
+    }
+
     Log Floods() {
         surface.log.clear();
         surface.ClipToRectangle(kLeft, kTop, kRight + 1, kBottom + 1);
@@ -126,17 +132,61 @@ TEST_F(EdgeSeaTest, StretchesAlternateAlongASide) {
     EXPECT_EQ(surface.GetPixel(200, 190), kLand);
 }
 
+// Sea in three corners, and a bay at the top and at the bottom.
 TEST_F(EdgeSeaTest, SidesAreWalkedInTheirOrderLeftRightTopBottom) {
-    Outline(kLeft, 100, 100, kTop);
+    Outline(100, kTop, kLeft, 100);
     Outline(kRight, 100, 300, kTop);
     Outline(kLeft, 150, 100, kBottom);
-    Cross(side::kBottom, 100, kIn);
+    Bay(200, 240, kBottom, 190);
+    Bay(200, 240, kTop, 60);
+    Cross(side::kBottom, 100, kOut);
+    Cross(side::kBottom, 200, kIn);
+    Cross(side::kBottom, 240, kOut);
     Cross(side::kTop, 100, kIn);
+    Cross(side::kTop, 200, kOut);
+    Cross(side::kTop, 240, kIn);
+    Cross(side::kTop, 300, kOut);
     Cross(side::kRight, 100, kIn);
     Cross(side::kLeft, 100, kOut);
     Cross(side::kLeft, 150, kIn);
     EXPECT_EQ(Floods(), (Log{"FloodFill 26 40 16744512 0", "FloodFill 26 151 16744512 0",
-                             "FloodFill 384 40 16744512 0", "FloodFill 101 218 16744512 0"}));
+                             "FloodFill 384 40 16744512 0", "FloodFill 201 40 16744512 0",
+                             "FloodFill 201 218 16744512 0"}));
+}
+
+// The shores of a river mouth leave the map at the top the wrong way round. The left side has land
+// above its crossings, and the right side too.
+TEST_F(EdgeSeaTest, SideThatNoNeighbourBearsOutIsLeftAlone) {
+    const auto crossTheRest = [] {
+        Cross(side::kTop, 200, kIn);
+        Cross(side::kTop, 204, kOut);
+        Cross(side::kRight, 150, kOut);
+    };
+    Outline(kLeft, 150, kRight, 150);
+    Cross(side::kLeft, 150, kIn);
+    crossTheRest();
+    EXPECT_EQ(Floods(), Log{"FloodFill 26 151 16744512 0"});
+    EXPECT_EQ(surface.GetPixel(100, 60), kLand);
+
+    // The bottom tells of land on the left where no coast crosses the left side.
+    plotState.crossings.assign(1, {});
+    surface.Clear(kLand);
+    Outline(300, kBottom, kRight, 150);
+    Cross(side::kBottom, 300, kIn);
+    crossTheRest();
+    EXPECT_EQ(Floods(), Log{"FloodFill 384 151 16744512 0"});
+    EXPECT_EQ(surface.GetPixel(100, 60), kLand);
+}
+
+// The top and the right side say opposite things of their corner. The left side bears out the top,
+// and, past the bottom, which no coast crosses, the right side.
+TEST_F(EdgeSeaTest, SideThatOneOfItsNeighboursBearsOutIsFilled) {
+    Outline(200, kTop, kLeft, 150);
+    Outline(300, kTop, kRight, 150);
+    Cross(side::kTop, 200, kIn);
+    Cross(side::kLeft, 150, kOut);
+    Cross(side::kRight, 150, kIn);
+    EXPECT_EQ(Floods(), (Log{"FloodFill 26 40 16744512 0", "FloodFill 384 40 16744512 0"}));
 }
 
 TEST_F(EdgeSeaTest, CrossingsOfOnePositionCancelInPairs) {
