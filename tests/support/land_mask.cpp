@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "map/point_database.h"
 #include "support/temp_folder.h"
 #include "text/bytes.h"
 
@@ -26,6 +27,50 @@ struct NumberReader {
         }
         return value;
     }
+};
+
+// Where the coasts and islands of a database file cross the meridians through the middles of the
+// cells, latitudes in arc-minutes.
+class Meridians {
+  public:
+    Meridians(const Bytes& file, int columns)
+        : crossings_(static_cast<std::size_t>(columns)), cell_(21600.0 / columns) {
+        const auto head = static_cast<std::size_t>(kLineHeaderSize);
+        const auto size = static_cast<std::size_t>(kLinePointSize);
+        for (std::size_t at = 0; at + head <= file.size();) {
+            const LineHeader header = GetLineHeader(file.data() + at);
+            at += head;
+            const auto count = static_cast<std::size_t>(header.count);
+            const int detailClass = header.code / 1000;
+            for (std::size_t n = 1; n < count && (detailClass == 1 || detailClass == 5); ++n) {
+                const std::uint8_t* point = file.data() + at + n * size;
+                AddSegment(GetLinePoint(point - size), GetLinePoint(point));
+            }
+            at += count * size;
+        }
+        for (std::vector<double>& lats : crossings_) std::sort(lats.rbegin(), lats.rend());
+    }
+
+    // From the north; what lies between a first and a second is land.
+    const std::vector<double>& operator[](std::size_t column) const { return crossings_[column]; }
+
+  private:
+    // Points lie on whole minutes. A quarter of one beside the middle no meridian meets any.
+    void AddSegment(const LinePoint& from, const LinePoint& to) {
+        const double west = std::min(from.longitude, to.longitude) + 10800.0;
+        const double east = std::max(from.longitude, to.longitude) + 10800.0;
+        for (double column = std::ceil((west - 0.25) / cell_ - 0.5);; ++column) {
+            const double meridian = (column + 0.5) * cell_ + 0.25;
+            if (meridian >= east) break;
+            const double part = (meridian - 10800 - from.longitude) /
+                                static_cast<double>(to.longitude - from.longitude);
+            crossings_[static_cast<std::size_t>(column)].push_back(from.lat +
+                                                                   part * (to.lat - from.lat));
+        }
+    }
+
+    std::vector<std::vector<double>> crossings_;
+    double cell_;  // arc-minutes
 };
 
 }  // namespace
@@ -80,6 +125,29 @@ bool LandMask::IsNear(double lat, double longitude, double minutes, bool land) c
         }
     }
     return false;
+}
+
+double LandMask::KeepLandOf(std::string_view level1Path) {
+    const Meridians meridians(FileBytes(level1Path), columns_);
+    std::vector<std::size_t> crossed(static_cast<std::size_t>(columns_));
+    double all = 0;
+    double lost = 0;
+    for (int row = 0; row < rows_; ++row) {
+        const double lat = 5400 - (row + 0.5) * 10800 / rows_;
+        const double area = std::cos(lat / 60 * 3.14159265358979 / 180);
+        for (std::size_t column = 0; column < crossed.size(); ++column) {
+            const std::vector<double>& lats = meridians[column];
+            std::size_t& passed = crossed[column];
+            while (passed < lats.size() && lats[passed] > lat) ++passed;
+            std::uint8_t& cell = land_[static_cast<std::size_t>(row) * crossed.size() + column];
+            if (cell == 0) continue;
+            all += area;
+            if (passed % 2 != 0) continue;
+            lost += area;
+            cell = 0;
+        }
+    }
+    return lost / all;
 }
 
 }  // namespace orvantis

@@ -23,6 +23,11 @@ class LandMask {
     /// along latitude and longitude each.
     bool IsNear(double lat, double longitude, double minutes, bool land) const;
 
+    /// Makes water of all land that the coasts and islands of a database file don't enclose: those
+    /// islands, for the most, that it has no line codes left for. Returns their part of the land's
+    /// area, 0 to 1.
+    double KeepLandOf(std::string_view level1Path);
+
   private:
     int Row(double lat) const;
     int Column(double longitude) const;

@@ -19,9 +19,7 @@ constexpr double kRadians = 3.14159265358979 / 180;
 // How far the thinned lines of the precisions 1 to 5 may lie from the source, arc-minutes.
 constexpr std::array<double, 6> kThinning = {0, 0.5, 2, 4, 8, 15};
 
-// Half the width of the smallest islands that the database has; and a cell of the mask.
-constexpr double kLeastIsland = 4;
-constexpr double kCell = 2;
+constexpr double kCell = 2;  // of the mask, arc-minutes
 
 // The part of a globe's radius within which a pixel is told a place: beyond, one pixel is degrees.
 constexpr double kGlobeReach = 0.98;
@@ -110,8 +108,7 @@ class Measure {
     Measure(const Image& image, const LandMask& mask)
         : image_(image), mask_(mask), seen_(image.pixels.size(), 0) {
         const auto precision = static_cast<std::size_t>(CurrentMap().precision);
-        tolerance_ =
-            std::max(kThinning[precision], kLeastIsland) + kCell + 1.5 * backwards_.PixelMinutes();
+        tolerance_ = kThinning[precision] + kCell + 1.5 * backwards_.PixelMinutes();
     }
 
     SeaFigures Run() {

@@ -9,8 +9,8 @@
 namespace orvantis {
 
 /// Pixels of the map. Land and water "for sure" are farther from each other's nearest cell than
-/// the drawing may be off: the thinning of the map's precision, the database's least island, a cell
-/// of the mask and a pixel and a half.
+/// the drawing may be off: the thinning of the map's precision, a cell of the mask and a pixel and
+/// a half. The mask is to have the land of the map's database alone.
 struct SeaFigures {
     long map = 0;            ///< all pixels of the map, without those at the very limb of a globe
     long filled = 0;         ///< in the colour of the sea
