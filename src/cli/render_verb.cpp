@@ -11,6 +11,7 @@
 #include "map/map_document.h"
 #include "map/plot.h"
 #include "map/projection.h"
+#include "map/world_zoom.h"
 #include "session/driver.h"
 #include "session/files.h"
 #include "session/session_state.h"
@@ -268,6 +269,19 @@ bool WritePicture(const PictureModule& module, const RenderCall& render, Drawing
     return module.savePng(render.out, image);
 }
 
+// A view that the call names has the sea that zooms to it would have found, in a window of a usual
+// size, whatever the size of the picture.
+int ZoomToView(const RenderCall& render, CliShell& shell) {
+    constexpr SurfaceSize kWindow{1920, 1080};
+    if (!render.view) return kDone;
+    const PictureModule* module = LoadPictureModule();
+    if (module == nullptr) return kWorkFailed;
+    const std::unique_ptr<DrawingSurface> surface(
+        module->makeSurface(kWindow.width, kWindow.height));
+    shell.complained = false;
+    return ZoomFromWorld(*surface) && !shell.complained ? kDone : kWorkFailed;
+}
+
 // Plots the map on a surface of the format's kind and writes it.
 int DrawPicture(const RenderCall& render, CliShell& shell) {
     const PictureModule* module = LoadPictureModule();
@@ -301,7 +315,9 @@ int RunRender(const std::vector<std::string>& words, CliShell& shell) {
     status = CheckMercator(render, render.projection.value_or(CurrentMap().projection));
     if (status != kDone) return status;
     ApplyToMap(render);
-    if (!call->words.empty()) status = OpenNamedChart(call->words.front(), shell);
+    status = ZoomToView(render, shell);
+    if (status == kDone && !call->words.empty())
+        status = OpenNamedChart(call->words.front(), shell);
     if (status == kDone) status = DrawPicture(render, shell);
     if (status == kDone && call->Has("--json")) PrintView();
     return status;

@@ -773,6 +773,23 @@ TEST_F(CommandLine, RenderTakesAViewOfAnyWidthAroundTheWorld) {
               "orvantis-cli: --view: latitudes from -89 to 89 are needed on a Mercator map\n");
 }
 
+// Views without a coast differ by their colour alone.
+TEST_F(CommandLine, RenderPaintsTheOpenSeaAndLeavesOpenLandBare) {
+    const auto picture = [&](const std::string& view, const std::string& projection) {
+        const std::string out = folder_.File("view.png");
+        const ProgramResult result = Run({"render", "-o", out, "--size", "300x200", "--view", view,
+                                          "--projection", projection, "--precision", "1"});
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        return FileBytes(out);
+    };
+    const Bytes sahara = picture("25,2,28,6", "cartesian");
+    const Bytes pacific = picture("5,-145,15,-135", "cartesian");
+    EXPECT_NE(pacific, sahara);
+    EXPECT_EQ(picture("30,175,40,-175", "cartesian"), pacific) << "over the date line";
+    EXPECT_EQ(picture("-50,-30,-40,-20", "mercator"), pacific);
+    EXPECT_EQ(picture("-25,121,-22,124", "mercator"), sahara) << "Australia";
+}
+
 TEST_F(CommandLine, RenderOfTheSameCallGivesTheSameBytes) {
     const std::string first = folder_.File("a.png");
     const std::string second = folder_.File("b.png");

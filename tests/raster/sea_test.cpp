@@ -1,4 +1,5 @@
 // The sea of the shipped map, as it is drawn and filled, against land and water of the source.
+#include <array>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -6,6 +7,8 @@
 #include "map/plot.h"
 #include "map/point_database.h"
 #include "map/projection.h"
+#include "map/world_zoom.h"
+#include "map/zoom_seeds.h"
 #include "raster/image_surface.h"
 #include "session/session_state.h"
 #include "session/settings.h"
@@ -52,6 +55,8 @@ class Picture {
         }
         return seams;
     }
+
+    const Image& Pixels() const { return image_; }
 
     SeaCount Count() {
         SeaCount count;
@@ -240,6 +245,119 @@ TEST_F(Sea, HasEverySeedInTheWaterOfTheSource) {
         EXPECT_EQ(seed.colour, -1);
         EXPECT_FALSE(Mask().IsLand(seed.lat, seed.longitude)) << seed.lat << " " << seed.longitude;
     }
+}
+
+// --- Views that weren't zoomed to ---------------------------------------------------------------
+
+// What there is in a view.
+enum class Kind { Sea, Land, Both };
+
+struct ViewRow {
+    std::string name;
+    std::int16_t projection;
+    std::array<float, 4> edges;  // south, west, north, east
+    Kind kind;
+};
+
+const std::vector<ViewRow> kViewRows = {
+    {"Pacific", projection::kCartesian, {5, -145, 15, -135}, Kind::Sea},
+    {"Pacific, Mercator", projection::kMercator, {5, -145, 15, -135}, Kind::Sea},
+    {"Pacific, one degree", projection::kCartesian, {9.5F, -140.5F, 10.1F, -139.5F}, Kind::Sea},
+    {"Pacific, date line", projection::kCartesian, {30, 175, 40, -175}, Kind::Sea},
+    {"Atlantic, tall", projection::kCartesian, {-50, -30, -20, -29}, Kind::Sea},
+    {"Sahara", projection::kCartesian, {20, 5, 25, 10}, Kind::Land},
+    {"Siberia", projection::kMercator, {60, 100, 65, 110}, Kind::Land},
+    {"Antarctica", projection::kMercator, {-82, 0, -76, 20}, Kind::Land},
+    {"Antarctica, date line", projection::kCartesian, {-90, 150, -60, -150}, Kind::Both},
+    {"Fiji, date line", projection::kCartesian, {-20, 174, -14, -177}, Kind::Both},
+    {"Chukotka, date line", projection::kMercator, {62, 170, 72, -165}, Kind::Both},
+    {"Strait of Gibraltar", projection::kCartesian, {33, -9, 39, 1}, Kind::Both}};
+
+void ShowView(const ViewRow& row, std::int16_t precision) {
+    MapDocument& map = CurrentMap();
+    map.projection = row.projection;
+    map.precision = precision;
+    map.south = row.edges[0];
+    map.west = row.edges[1];
+    map.north = row.edges[2];
+    map.east = row.edges[3];
+}
+
+TEST_F(Sea, ViewNamedByItsEdgesIsPaintedAsAZoomToItWouldBe) {
+    for (const ViewRow& row : kViewRows) {
+        for (const std::int16_t precision : {1, 5}) {
+            ASSERT_EQ(OpenMap(kData + "/world.ovm", kFalse), kFalse);
+            ShowView(row, precision);
+            ImageSurface window(1200, 800);
+            ASSERT_TRUE(ZoomFromWorld(window));
+            SeaCount count = Picture(640, 400).Count();
+            const std::string what = row.name + " " + std::to_string(precision);
+            const MapRect& rect = mapView.rect;
+            const long all = static_cast<long>(rect.width - 1) * (rect.height - 1);
+            if (row.kind != Kind::Both) {
+                EXPECT_EQ(count.filledSea, row.kind == Kind::Sea ? all : 0) << what;
+                EXPECT_EQ(count.filledLand, 0) << what;
+                continue;
+            }
+            EXPECT_LE(count.worstLeak, 20) << what;
+            EXPECT_GT(count.filledSea, all / 10) << what;
+            EXPECT_LT(count.bareSea, count.filledSea / 20) << what;
+        }
+    }
+}
+
+// One zoom by hand on the world of the shipped map, which shows it from date line to date line.
+TEST_F(Sea, ViewNamedByItsEdgesIsThePictureOfAZoomByHand) {
+    for (const ViewRow& row : kViewRows) {
+        if (row.edges[1] > row.edges[3] || row.edges[0] == -82) continue;
+        ShowView(row, 3);
+        ImageSurface window(1200, 800);
+        ASSERT_TRUE(ZoomFromWorld(window));
+        const Image named = Picture(640, 400).Pixels();
+
+        ASSERT_EQ(OpenMap(kData + "/world.ovm", kFalse), kFalse);
+        CurrentMap().precision = 3;
+        CurrentMap().projection = row.projection;
+        PlotMap4(kFalse, window, kTrue);
+        std::array<std::int16_t, 4> at{};
+        for (std::size_t i = 0; i < 4; i += 2) {
+            ProjectPoint(static_cast<std::int16_t>(row.edges[i] * 60),
+                         static_cast<std::int16_t>(row.edges[i + 1] * 60), at[i], at[i + 1]);
+        }
+        SeedsFromZoom(1, window, at[1], at[2], at[3], at[0]);
+        ShowView(row, 3);
+        EXPECT_EQ(Picture(640, 400).Pixels().pixels, named.pixels) << row.name;
+        ASSERT_EQ(OpenMap(kData + "/world.ovm", kFalse), kFalse);
+    }
+}
+
+TEST_F(Sea, ZoomFromTheWorldLeavesTheDocumentsEdgesAndOtherViewsAlone) {
+    const auto edges = [] {
+        const MapDocument& map = CurrentMap();
+        return std::array<float, 5>{map.south, map.west, map.north, map.east,
+                                    static_cast<float>(map.projection)};
+    };
+    ImageSurface window(300, 200);
+    window.Clear(0x123456);
+    std::vector<ViewRow> rows = {
+        {"world", projection::kCartesian, {-90, -180, 90, 180}, Kind::Both},
+        {"band", projection::kMercator, {-10, 20, 10, 20}, Kind::Both},
+        {"globe", projection::kGlobeSphere, {10, -90, 10, 90}, Kind::Both},
+        {"upside down", projection::kCartesian, {10, 0, -10, 20}, Kind::Both},
+        {"beyond a pole", projection::kCartesian, {80, 0, 100, 20}, Kind::Both},
+        {"no view", projection::kCartesian, {0, 0, 10, 1e30F}, Kind::Both}};
+    for (const ViewRow& row : rows) {
+        ShowView(row, 5);
+        const auto before = edges();
+        EXPECT_TRUE(ZoomFromWorld(window)) << row.name;
+        EXPECT_EQ(edges(), before) << row.name;
+        EXPECT_EQ(window.GetPixel(150, 100), 0x123456) << row.name << " is plotted by no zoom";
+    }
+    ShowView(kViewRows[1], 5);
+    const auto before = edges();
+    EXPECT_TRUE(ZoomFromWorld(window));
+    EXPECT_EQ(edges(), before);
+    EXPECT_NE(window.GetPixel(150, 100), 0x123456);
 }
 
 }  // namespace
