@@ -69,9 +69,19 @@ void PutStoredImage(const PlotJob& job) {
     RefreshUnlessHeld();
 }
 
+// From here on the stored image is of no view until KeepImage. Its memory stays for that.
+void ForgetImage() {
+    plotState.imageLost = true;
+    session.StoredImage.width = 0;
+    session.StoredImage.height = 0;
+}
+
 void ClearPicture(const PlotJob& job) {
     mapView.surface->ClearClip();
-    if (OnScreen(job) && job.redraw != kFalse) mapView.surface->Clear(PlainColour(LandColour()));
+    if (OnScreen(job) && job.redraw != kFalse) {
+        ForgetImage();
+        mapView.surface->Clear(PlainColour(LandColour()));
+    }
     plotState.outlineColour = OutlineColour();
     SetOutlinePen();
 }
@@ -147,6 +157,7 @@ void KeepImage(const PlotJob& job) {
     if (!OnScreen(job) || job.redraw == kFalse) return;
     mapView.surface->Refresh();
     mapView.surface->CopyImage(session.StoredImage);
+    plotState.imageLost = false;
 }
 
 void DrawLines(const PlotJob& job) {
@@ -233,6 +244,10 @@ void PlotMap4(Flag printing, DrawingSurface& picture, Flag redraw) {
     plotState.printing = printing;
     printState.inColour =
         printing != kFalse && printState.colourMode >= kLeastColourMode ? kTrue : kFalse;
+    // A full plot that was given up left no image for a quick pass.
+    if (plotState.imageLost && session.StoredImage.width == 0) redraw = kTrue;
+    const MapView viewBefore = printing != kFalse ? mapView : MapView{};
+    const Colour outlineBefore = plotState.outlineColour;
     mapView.surface = &picture;
     RunTimeError stale;
     TakeRunTimeError(stale);  // what stood before belongs to others
@@ -248,6 +263,11 @@ void PlotMap4(Flag printing, DrawingSurface& picture, Flag redraw) {
     options.extraAnnotation = extraAnnotation;
     plotState.printing = kFalse;
     printState.inColour = kFalse;
+    if (printing != kFalse) {
+        // Between plots the screen's map is asked about, not the page's.
+        mapView = viewBefore;
+        plotState.outlineColour = outlineBefore;
+    }
     mapView.surface = nullptr;
     plotState.inProgress = false;
     SetPointer(Pointer::Default);

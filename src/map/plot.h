@@ -39,6 +39,7 @@ struct PlotState {
                                         ///< flags tell something
     bool inProgress = false;            ///< PlotMap4 runs
     bool interrupted = false;           ///< the user cancelled after a failure
+    bool imageLost = false;  ///< the last full plot was given up before it kept its image
 };
 
 extern PlotState plotState;
@@ -52,11 +53,13 @@ struct PrintState {
 
 extern PrintState printState;
 
-/// Draws the map on `picture`. `printing` nonzero draws a page: no fills, no images. `redraw`
-/// nonzero draws the bare map from the database and keeps it in StoredImage; zero puts StoredImage
-/// down. The chart's lines follow in either case. A run-time failure shows a box with Retry, which
-/// runs the failed step again, and Cancel, after which the picture stays as it stands. A call while
-/// another one runs, from an event that a box or a refresh lets through, does nothing.
+/// Draws the map on `picture`. `printing` nonzero draws a page: no fills, no images; mapView and
+/// the outline's colour are the screen's again afterwards. `redraw` nonzero draws the bare map from
+/// the database and keeps it in StoredImage, which is empty from its start until then; zero puts
+/// StoredImage down, or draws the map after all if there is none. The chart's lines follow in
+/// either case. A run-time failure shows a box with Retry, which runs the failed step again, and
+/// Cancel, after which the picture stays as it stands. A call while another one runs, from an event
+/// that a box or a refresh lets through, does nothing.
 void PlotMap4(Flag printing, DrawingSurface& picture, Flag redraw);
 
 /// Draws all line classes that are shown.
@@ -91,6 +94,7 @@ extern void (*plotCountryNames)(bool capitals);  ///< labels of countries
 extern void (*plotCities)();                     ///< dots and names of cities
 extern void (*plotMouseMarks)();                 ///< rulers of the mouse modes
 extern std::string (*pageHeading)();             ///< of the chart, for a page; "" none
-extern std::string (*pageLines)();               ///< list of the chart's lines; "" none
+extern std::string (*pageLines)();  ///< list of the chart's lines, as in the window's title; ""
+                                    ///< none: nothing makes such a list yet
 
 }  // namespace orvantis

@@ -41,11 +41,11 @@ LatBand BandOf(std::int16_t projectionNumber) {
     return projectionNumber == projection::kMercator ? LatBand{-80, 85} : LatBand{};
 }
 
-// The view that is left keeps the bare map, or nothing: what an earlier lap of the ring left there
-// is no picture of it, nor is the stored image once its own plot was given up.
+// The view that is left keeps the bare map, or nothing, if its own plot was given up: what an
+// earlier lap of the ring left there is no picture of it.
 void KeepPicture() {
     Image& kept = mapState.viewImages[static_cast<std::size_t>(mapState.current)];
-    if (options.storeImages != kFalse && !plotState.interrupted) {
+    if (options.storeImages != kFalse && session.StoredImage.width > 0) {
         kept = session.StoredImage;
     } else {
         kept = {};

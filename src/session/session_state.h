@@ -48,7 +48,8 @@ struct SessionState {
     std::array<std::string, 4> RecentMaps;  ///< recent map documents, most recent first
     std::int16_t RecentCount = 0;           ///< entries of RecentMaps in use, 0 to 4
 
-    Image StoredImage;  ///< the last map drawn, without any chart lines
+    Image StoredImage;  ///< the map as last drawn, without any chart lines; width 0 while it is
+                        ///< drawn anew, and after that was given up
 };
 
 extern SessionState session;

@@ -40,13 +40,15 @@ class PagePlotTest : public MapTest {
 TEST_F(PagePlotTest, PageHasMarginsOfOnePercentOfItsHeightAndRoomForTheTitle) {
     RecordingSurface page(800, 600);
     options.extraAnnotation = kFalse;
+    plotChartLines = [](Flag, Flag, std::int16_t) {
+        EXPECT_EQ(mapView.rect.left, 36);
+        EXPECT_EQ(mapView.rect.top, 59);
+        EXPECT_EQ(mapView.rect.width, 729);
+        EXPECT_EQ(mapView.rect.height, 495);
+    };
     PlotMap4(kTrue, page, kTrue);
     EXPECT_EQ(page.Calls("Rectangle"),
               (Log{"Rectangle 6 19 794 594 none", "Rectangle 36 59 766 555 none"}));
-    EXPECT_EQ(mapView.rect.left, 36);
-    EXPECT_EQ(mapView.rect.top, 59);
-    EXPECT_EQ(mapView.rect.width, 729);
-    EXPECT_EQ(mapView.rect.height, 495);
 }
 
 TEST_F(PagePlotTest, TitleLineHoldsHeadingLinesTitleAndProgram) {
@@ -139,8 +141,8 @@ TEST_F(PagePlotTest, PageIsWhiteSoItsOutlineIsBlackOnBlackLandToo) {
     settings.mapBackColour = 0;
     PlotMap4(kFalse, surface, kTrue);
     EXPECT_EQ(plotState.outlineColour, 0xFFFFFF);
+    plotChartLines = [](Flag, Flag, std::int16_t) { EXPECT_EQ(plotState.outlineColour, 0); };
     PlotMap4(kTrue, surface, kTrue);
-    EXPECT_EQ(plotState.outlineColour, 0);
 }
 
 struct ColourRow {
@@ -321,14 +323,64 @@ TEST_F(PagePlotTest, QuickPassAndPageLeaveTheStoredImageAsItIs) {
     EXPECT_EQ(session.StoredImage.pixels, kept);
 }
 
-TEST_F(PagePlotTest, FullPlotThatIsCancelledBeforeItsEndKeepsTheOlderImage) {
-    PlotMap4(kFalse, surface, kTrue);
-    const std::vector<std::uint32_t> kept = session.StoredImage.pixels;
-    CurrentMap().gridOn = kTrue;
+// The older image is of another view, perhaps, or of this one before a change.
+TEST_F(PagePlotTest, QuickPassAfterAFullPlotThatWasGivenUpDrawsTheMapAnew) {
+    for (const char* words : {"Rectangle", "SetPixel", "SelectFont QX Symbol 9", "Refresh"}) {
+        CurrentMap().gridOn = kFalse;
+        PlotMap4(kFalse, surface, kTrue);
+        CurrentMap().gridOn = kTrue;
+        TestShell().boxAnswers = {BoxAnswer::Cancel};
+        FailAt(words, 1);
+        PlotMap4(kFalse, surface, kTrue);
+        ASSERT_TRUE(plotState.interrupted) << words;
+        EXPECT_EQ(session.StoredImage.width, 0) << words;
+
+        surface.onCall = nullptr;
+        surface.log.clear();
+        PlotMap4(kFalse, surface, kFalse);
+        EXPECT_EQ(surface.Calls("PutImage"), Log{}) << words;
+        EXPECT_EQ(surface.Calls("Clear").size(), 1U) << words;
+        const std::vector<std::uint32_t> kept = session.StoredImage.pixels;
+        PlotMap4(kFalse, surface, kTrue);
+        EXPECT_EQ(kept, session.StoredImage.pixels) << words << ": the map with its grid";
+        surface.log.clear();
+        PlotMap4(kFalse, surface, kFalse);
+        EXPECT_EQ(surface.Calls("PutImage"), Log{"PutImage 409 258"}) << words;
+    }
+}
+
+TEST_F(PagePlotTest, FullPlotThatIsGivenUpInItsLinesHasKeptItsImage) {
     TestShell().boxAnswers = {BoxAnswer::Cancel};
-    FailAt("SetPixel", 1);
+    plotChartLines = [](Flag, Flag, std::int16_t) { RaiseRunTimeError(error::kOverflow); };
     PlotMap4(kFalse, surface, kTrue);
-    EXPECT_EQ(session.StoredImage.pixels, kept);
+    ASSERT_TRUE(plotState.interrupted);
+    EXPECT_EQ(session.StoredImage.width, kSurfaceWidth);
+}
+
+// --- Between plots ------------------------------------------------------------------------------
+
+TEST_F(PagePlotTest, AfterAPageTheScreensMapIsAskedAboutHoweverThePageEnded) {
+    settings.mapBackColour = 0;  // land on which the outline is white
+    PlotMap4(kFalse, surface, kTrue);
+    const MapView before = mapView;
+    RecordingSurface page(800, 600);
+    for (const char* words : {"", "ClearClip", "Rectangle", "SetPixel", "MoveTo 100 100"}) {
+        TestShell().boxAnswers = {BoxAnswer::Cancel};
+        page.onCall = [words, failed = false](const std::string& line) mutable {
+            if (failed || *words == 0 || !line.starts_with(words)) return;
+            failed = true;
+            RaiseRunTimeError(error::kOverflow);
+        };
+        PlotMap4(kTrue, page, kTrue);
+        EXPECT_EQ(plotState.interrupted, *words != 0) << words;
+        EXPECT_EQ(mapView.rect.left, before.rect.left) << words;
+        EXPECT_EQ(mapView.rect.top, before.rect.top) << words;
+        EXPECT_EQ(mapView.rect.width, before.rect.width) << words;
+        EXPECT_EQ(mapView.rect.height, before.rect.height) << words;
+        EXPECT_EQ(mapView.glyphWidth, before.glyphWidth) << words;
+        EXPECT_EQ(mapView.surface, nullptr) << words;
+        EXPECT_EQ(plotState.outlineColour, 0xFFFFFF) << words;
+    }
 }
 
 // --- The vectors -------------------------------------------------------------------------------

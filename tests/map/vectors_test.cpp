@@ -454,8 +454,13 @@ TEST_F(VectorsTest, PrintingNeverFloods) {
     calls.clear();
     plotCountryNames = [](bool) { calls.emplace_back("countries"); };
     plotCities = [] { calls.emplace_back("cities"); };
-    plotChartLines = [](Flag, Flag, std::int16_t) { calls.emplace_back("lines"); };
+    static MapView page;
+    plotChartLines = [](Flag, Flag, std::int16_t) {
+        calls.emplace_back("lines");
+        page = mapView;
+    };
     PlotMap4(kTrue, surface, kTrue);
+    mapView = page;
     EXPECT_EQ(calls, (Log{"countries", "cities", "lines"}));
     EXPECT_EQ(surface.Calls("PutImage"), Log{});
     // The grid: three meridians and five parallels stand in view, from edge to edge.

@@ -154,8 +154,9 @@ TEST_F(ViewRingTest, WithoutStoreImagesNoPictureIsKeptAndTheViewIsPlottedInFull)
 TEST_F(ViewRingTest, ViewWhosePlotWasGivenUpKeepsNoPicture) {
     options.storeImages = kTrue;
     session.StoredImage = Picture(0xFF112233);  // of the view before
+    session.StoredImage.width = 0;
+    session.StoredImage.height = 0;
     mapState.viewImages[1] = Picture(0xFF000000);
-    plotState.interrupted = true;
     PushView({10, 20, 30, 40}, "");
     EXPECT_TRUE(mapState.viewImages[1].pixels.empty());
     PreviousView();
