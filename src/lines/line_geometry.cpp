@@ -1,6 +1,8 @@
 #include "lines/line_geometry.h"
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "charts/CALCCHRT.h"
 #include "charts/QXASTRO.h"
@@ -51,19 +53,35 @@ double CrossingLatitude(const LinePosition& a, const LinePosition& b) {
     const double normalX = u.y * v.z - u.z * v.y;
     const double normalZ = u.x * v.y - u.y * v.x;
     if (normalZ == 0) return std::copysign(90, a.lat + b.lat);
-    return RadToDeg(std::atan(normalX / normalZ));
+    const double lat = RadToDeg(std::atan(normalX / normalZ));
+    // Over a pole the quotient's sign may be that of rounding errors.
+    return std::abs(lat - a.lat) > 90 ? -lat : lat;
 }
 
-std::vector<LinePosition> HalfCircle(const HorizonCircle& circle, std::int16_t type) {
-    std::vector<LinePosition> samples;
-    samples.reserve(kRiseSetSpan / kSampleStep + 1);
-    const std::int16_t start = RiseSetStart(type);
-    for (std::int16_t u = start; u <= start + kRiseSetSpan; u += kSampleStep) {
-        LinePosition sample;
-        CircleSample(circle, u, sample.lat, sample.longitude);
-        samples.push_back(sample);
-    }
-    return samples;
+// Latitude, degrees, of a direction: its z, and the square of its distance from the axis. Near the
+// poles an arc sine would lose half of the digits.
+double LatitudeOf(double z, double asideSquared) {
+    constexpr double kNearPole = 0.99;
+    if (std::abs(z) < kNearPole) return RadToDeg(std::asin(z));
+    return RadToDeg(std::copysign(std::acos(std::min(std::sqrt(asideSquared), 1.0)), z));
+}
+
+// A sum of two longitudes, -180 to 180.
+double Wrapped(double longitude) {
+    if (longitude >= 180) return longitude - 360;
+    return longitude < -180 ? longitude + 360 : longitude;
+}
+
+// The position of an even degree of a circle's parameter.
+LinePosition PositionOn(const CircleQuarter& quarter, int u) {
+    const int k = u < 0 ? u + 360 : (u > 360 ? u - 360 : u);
+    const bool south = k > 180;
+    const bool nearNode = k <= 90 || k > 270;
+    const int known = nearNode ? (south ? 360 - k : k) : std::abs(180 - k);
+    const LinePosition& position = quarter.at[static_cast<std::size_t>(known / kSampleStep)];
+    const double origin = nearNode ? quarter.node : Wrapped(quarter.node + 180);
+    const double east = nearNode == south ? -position.longitude : position.longitude;
+    return {south ? -position.lat : position.lat, Wrapped(origin + east)};
 }
 
 }  // namespace
@@ -134,14 +152,41 @@ bool HasRiseSetLine(std::int16_t point) {
     return point != point::kSouthNode;
 }
 
-void GreatCircleStep(double bearing, double startLat, double s, double& lat, double& longitude) {
-    const double b = RadToDeg(ArcTan2(CosD(s), SinD(s) * CosD(bearing)));
-    const double c = RadToDeg(ArcSin(SinD(bearing) * SinD(s)));
-    const double g = b + startLat;
-    lat = RadToDeg(ArcSin(CosD(c) * SinD(g)));
-    // Cosines in the place of a tangent: 90 degrees off in a direction due west there is none, and
-    // one on the wrong side of it would put the position at the antipode.
-    longitude = RadToDeg(ArcTan2(CosD(g) * CosD(c), -SinD(c)));
+CircleQuarter QuarterOf(const HorizonCircle& circle) {
+    CircleQuarter quarter;
+    quarter.node = Modulo(circle.node + 180, 360) - 180;
+    for (std::size_t i = 0; i < quarter.at.size(); ++i) {
+        const double sine = WholeDegrees().sine[i * kSampleStep];
+        const double cosine = WholeDegrees().cosine[i * kSampleStep];
+        const double aside = circle.cosineTilt * sine;
+        quarter.at[i] = {LatitudeOf(circle.sineTilt * sine, cosine * cosine + aside * aside),
+                         RadToDeg(ArcTan2(cosine, aside))};
+    }
+    return quarter;
+}
+
+std::vector<LinePosition> CircleSamples(const CircleQuarter& quarter, std::int16_t from,
+                                        std::int16_t to) {
+    std::vector<LinePosition> samples;
+    samples.reserve(static_cast<std::size_t>((to - from) / kSampleStep) + 1);
+    for (int u = from; u <= to; u += kSampleStep) samples.push_back(PositionOn(quarter, u));
+    return samples;
+}
+
+// The direction at a place is the sum of its north and its west, by the cosine and the sine of the
+// bearing: (-sin, 0, cos) of the latitude, and (0, -1, 0).
+GreatCircle MakeGreatCircle(double bearing, double startLat) {
+    const double north = CosD(bearing);
+    const double sine = SinD(startLat);
+    const double cosine = CosD(startLat);
+    return {cosine, sine, -north * sine, -SinD(bearing), north * cosine};
+}
+
+LinePosition PositionOn(const GreatCircle& circle, double sine, double cosine) {
+    const double x = cosine * circle.startX + sine * circle.onX;
+    const double y = sine * circle.onY;
+    const double z = cosine * circle.startZ + sine * circle.onZ;
+    return {LatitudeOf(z, x * x + y * y), RadToDeg(ArcTan2(x, y))};
 }
 
 double NudgedBearing(double bearing) {
@@ -150,42 +195,66 @@ double NudgedBearing(double bearing) {
 
 std::vector<LinePosition> GreatCircleSamples(double bearing, double startLat, double longitude,
                                              std::int16_t extent) {
+    const GreatCircle circle = MakeGreatCircle(bearing, startLat);
+    const double origin = Modulo(longitude + 180, 360) - 180;
     std::vector<LinePosition> samples;
     samples.reserve(static_cast<std::size_t>(extent / kSampleStep) + 1);
     for (std::int16_t s = 0; s <= extent; s += kSampleStep) {
-        LinePosition sample;
-        GreatCircleStep(bearing, startLat, s, sample.lat, sample.longitude);
-        sample.longitude = Modulo(sample.longitude + longitude + 180, 360) - 180;
+        if (s >= 180) {
+            // Half a turn on lies the antipode.
+            const LinePosition& start = samples[static_cast<std::size_t>((s - 180) / kSampleStep)];
+            samples.push_back({-start.lat, Wrapped(start.longitude + 180)});
+            continue;
+        }
+        const auto k = static_cast<std::size_t>(s);
+        LinePosition sample = PositionOn(circle, WholeDegrees().sine[k], WholeDegrees().cosine[k]);
+        sample.longitude = Wrapped(sample.longitude + origin);
         samples.push_back(sample);
     }
     return samples;
 }
 
-std::vector<std::vector<LinePosition>> CutAtAntimeridian(const std::vector<LinePosition>& samples) {
-    std::vector<std::vector<LinePosition>> runs(1);
-    runs.back().reserve(samples.size() + 1);
-    const LinePosition* before = nullptr;
-    for (const LinePosition& sample : samples) {
-        if (before != nullptr && std::abs(sample.longitude - before->longitude) > 180) {
-            const double lat = CrossingLatitude(*before, sample);
-            const double out = before->longitude > 0 ? 180 : -180;
-            runs.back().push_back({lat, out});
-            runs.push_back({{lat, -out}});
+LineParts CutAtAntimeridian(std::vector<LinePosition> samples) {
+    LineParts parts(1);
+    parts.back() = std::move(samples);
+    std::size_t i = 1;
+    while (i < parts.back().size()) {
+        std::vector<LinePosition>& part = parts.back();
+        const LinePosition& before = part[i - 1];
+        if (!(std::abs(part[i].longitude - before.longitude) > 180)) {
+            ++i;
+            continue;
         }
-        runs.back().push_back(sample);
-        before = &sample;
+        const double lat = CrossingLatitude(before, part[i]);
+        const double out = before.longitude > 0 ? 180 : -180;
+        std::vector<LinePosition> rest;
+        rest.reserve(part.size() - i + 2);
+        rest.push_back({lat, -out});
+        rest.insert(rest.end(), part.begin() + static_cast<std::ptrdiff_t>(i), part.end());
+        part.resize(i);
+        part.push_back({lat, out});
+        parts.push_back(std::move(rest));
+        i = 2;  // past the crossing and the sample that follows it
     }
-    return runs;
+    return parts;
 }
 
-std::vector<std::vector<LinePosition>> LineRuns(const LineFrame& frame, std::int16_t point,
-                                                std::int16_t type) {
+LineParts MeridianParts(double longitude) {
+    return {{{-90, longitude}, {90, longitude}}};
+}
+
+LineParts RiseSetParts(const CircleQuarter& quarter, std::int16_t type) {
+    const std::int16_t start = RiseSetStart(type);
+    return CutAtAntimeridian(
+        CircleSamples(quarter, start, static_cast<std::int16_t>(start + kRiseSetSpan)));
+}
+
+LineParts LineRuns(const LineFrame& frame, std::int16_t point, std::int16_t type) {
     if (type == line_type::kCulminate || type == line_type::kAnticulminate) {
-        const double longitude = MeridianLineLongitude(frame, point, type);
-        return {{{-90, longitude}, {90, longitude}}};
+        return MeridianParts(MeridianLineLongitude(frame, point, type));
     }
     if (!HasRiseSetLine(point)) return {};
-    return CutAtAntimeridian(HalfCircle(RiseSetCircle(frame, point), type));
+    return RiseSetParts(QuarterOf(RiseSetCircle(frame, point)), type);
 }
 
 }  // namespace orvantis

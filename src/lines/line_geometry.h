@@ -2,6 +2,7 @@
 // drawing, the exports and the tests all take their positions from here.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -66,11 +67,36 @@ struct LinePosition {
     double longitude = 0;
 };
 
-/// Position `s` degrees along the great circle that leaves a place at latitude `startLat` in a
-/// direction (0 north, 90 WEST), and its longitude east of the place, -180 to 180. Degrees. By the
-/// spherical triangle of pole, place and position (W. Smart, Textbook on Spherical Astronomy,
-/// chapter 1); a direction of exactly 90 or -90 is to be moved by NudgedBearing.
-void GreatCircleStep(double bearing, double startLat, double s, double& lat, double& longitude);
+/// Positions of a circle, every 2 degrees of its parameter, from a quarter of them: the rest mirror
+/// these, at u, 180 - u, 180 + u and -u. `longitude` is counted from the circle's node.
+struct CircleQuarter {
+    double node = 0;                                      ///< degrees, -180 to 180
+    std::array<LinePosition, 90 / kSampleStep + 1> at{};  ///< of u = 0, 2 to 90
+};
+
+CircleQuarter QuarterOf(const HorizonCircle& circle);
+
+/// Positions from one even degree of the parameter to another (-360 to 720). Longitude -180 to 180.
+std::vector<LinePosition> CircleSamples(const CircleQuarter& quarter, std::int16_t from,
+                                        std::int16_t to);
+
+/// The great circle that leaves a place in a direction, as two unit vectors at right angles: to the
+/// place and to the position 90 degrees on. x points to the place's meridian on the equator, y to
+/// the east, z to the north pole.
+struct GreatCircle {
+    double startX = 1;
+    double startZ = 0;
+    double onX = 0;
+    double onY = 0;
+    double onZ = 1;
+};
+
+/// The circle from a place at a latitude in a direction: degrees, 0 north, 90 WEST.
+GreatCircle MakeGreatCircle(double bearing, double startLat);
+
+/// The position s degrees along the circle, by the sine and cosine of s; longitude east of the
+/// place, -180 to 180. Degrees.
+LinePosition PositionOn(const GreatCircle& circle, double sine, double cosine);
 
 /// Due east and due west are moved by 0.01 degrees: so houses and signs have always been drawn.
 double NudgedBearing(double bearing);
@@ -79,13 +105,20 @@ double NudgedBearing(double bearing);
 std::vector<LinePosition> GreatCircleSamples(double bearing, double startLat, double longitude,
                                              std::int16_t extent);
 
-/// Samples of a great circle as runs that don't cross the antimeridian: a crossing ends one run at
-/// 180 or -180 degrees and starts the next at the other, on the exact circle.
-std::vector<std::vector<LinePosition>> CutAtAntimeridian(const std::vector<LinePosition>& samples);
+/// Parts of a line that don't cross the antimeridian, one after the other.
+using LineParts = std::vector<std::vector<LinePosition>>;
 
-/// The whole line of a point of type 1 to 4 as such runs. Meridians run from pole to pole. Empty
-/// where the point has no such line.
-std::vector<std::vector<LinePosition>> LineRuns(const LineFrame& frame, std::int16_t point,
-                                                std::int16_t type);
+/// Samples of a great circle as such parts: a crossing ends one at 180 or -180 degrees and starts
+/// the next at the other, on the exact circle.
+LineParts CutAtAntimeridian(std::vector<LinePosition> samples);
+
+/// A meridian, from pole to pole.
+LineParts MeridianParts(double longitude);
+
+/// Half of a point's horizon circle: where it rises (type 3) or sets (type 4).
+LineParts RiseSetParts(const CircleQuarter& quarter, std::int16_t type);
+
+/// The whole line of a point of type 1 to 4. Empty where the point has no such line.
+LineParts LineRuns(const LineFrame& frame, std::int16_t point, std::int16_t type);
 
 }  // namespace orvantis

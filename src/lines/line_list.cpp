@@ -1,6 +1,8 @@
 #include "lines/line_list.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -18,50 +20,66 @@ namespace orvantis {
 namespace {
 
 // A parallel isn't the shortest way between its positions, so it has one every few degrees.
-std::vector<std::vector<LinePosition>> Parallel(double lat) {
+LineParts Parallel(double lat) {
     std::vector<LinePosition> positions;
     positions.reserve(360 / kSampleStep + 1);
     for (int longitude = -180; longitude <= 180; longitude += kSampleStep) {
         positions.push_back({lat, static_cast<double>(longitude)});
     }
-    return {std::move(positions)};
+    LineParts parts(1);
+    parts.front() = std::move(positions);
+    return parts;
 }
 
-std::vector<std::vector<LinePosition>> Meridian(double longitude) {
-    return {{{-90, longitude}, {90, longitude}}};
+LineParts WholeCircle(const HorizonCircle& circle) {
+    return CutAtAntimeridian(CircleSamples(QuarterOf(circle), 0, 360));
 }
 
-std::vector<std::vector<LinePosition>> WholeCircle(const HorizonCircle& circle) {
-    std::vector<LinePosition> samples;
-    samples.reserve(360 / kSampleStep + 1);
-    for (std::int16_t u = 0; u <= 360; u += kSampleStep) {
-        LinePosition sample;
-        CircleSample(circle, u, sample.lat, sample.longitude);
-        samples.push_back(sample);
-    }
-    return CutAtAntimeridian(samples);
-}
-
-void ListParans(std::vector<MapLine>& lines, std::int16_t slot, std::int16_t type, std::int16_t p) {
+void ListParans(std::vector<MapLine>& lines, std::int16_t slot, std::int16_t type) {
     const std::int16_t paranPoint = options.paranPoint;
-    if (paranPoint == p || !HasParans(slot, paranPoint)) return;
-    for (const Paran& paran : ParansOfPair(slot, p, paranPoint, type, options.paranLimit)) {
-        const auto code = static_cast<std::int16_t>(paran.relation * 100 + p);
-        lines.push_back({type, p, code, paran.lat, Parallel(paran.lat)});
+    if (!HasParans(slot, paranPoint)) return;
+    for (std::int16_t p = 1; p <= point::kLast; ++p) {
+        if (p == paranPoint || !IsPointDrawn(slot, p)) continue;
+        for (const Paran& paran : ParansOfPair(slot, p, paranPoint, type, options.paranLimit)) {
+            const auto code = static_cast<std::int16_t>(paran.relation * 100 + p);
+            lines.push_back({type, p, code, paran.lat, Parallel(paran.lat)});
+        }
     }
 }
 
-void ListOfPoint(std::vector<MapLine>& lines, const LineFrame& frame, std::int16_t type,
-                 std::int16_t p) {
-    if (type == line_type::kParanRiseRise || type == line_type::kParanRiseCulm) {
-        ListParans(lines, frame.slot, type, p);
-    } else if (type == line_type::kLocalSpace) {
-        lines.push_back({type, p, p, 0,
+void ListMeridians(std::vector<MapLine>& lines, const LineFrame& frame, std::int16_t type) {
+    for (std::int16_t p = 1; p <= point::kLast; ++p) {
+        if (!IsPointDrawn(frame.slot, p)) continue;
+        lines.push_back({type, p, p, 0, MeridianParts(MeridianLineLongitude(frame, p, type))});
+    }
+}
+
+// Rise lines and then set lines: each two are halves of one circle, which is computed once.
+void ListRiseAndSet(std::vector<MapLine>& lines, const LineFrame& frame) {
+    const bool rising = IsLineTypeOn(line_type::kRise);
+    const bool setting = IsLineTypeOn(line_type::kSet);
+    if (!rising && !setting) return;
+    std::vector<MapLine> setLines;
+    setLines.reserve(point::kLast);
+    for (std::int16_t p = 1; p <= point::kLast; ++p) {
+        if (!IsPointDrawn(frame.slot, p) || !HasRiseSetLine(p)) continue;
+        const CircleQuarter quarter = QuarterOf(RiseSetCircle(frame, p));
+        if (rising) {
+            lines.push_back({line_type::kRise, p, p, 0, RiseSetParts(quarter, line_type::kRise)});
+        }
+        if (setting) {
+            setLines.push_back({line_type::kSet, p, p, 0, RiseSetParts(quarter, line_type::kSet)});
+        }
+    }
+    std::move(setLines.begin(), setLines.end(), std::back_inserter(lines));
+}
+
+void ListDirections(std::vector<MapLine>& lines, const LineFrame& frame) {
+    for (std::int16_t p = 1; p <= point::kLast; ++p) {
+        if (!IsPointDrawn(frame.slot, p)) continue;
+        lines.push_back({line_type::kLocalSpace, p, p, 0,
                          CutAtAntimeridian(LocalSamples(frame, LocalBearing(frame, p),
                                                         options.localLineExtent))});
-    } else {
-        std::vector<std::vector<LinePosition>> runs = LineRuns(frame, p, type);
-        if (!runs.empty()) lines.push_back({type, p, p, 0, std::move(runs)});
     }
 }
 
@@ -75,46 +93,39 @@ void ListHouses(std::vector<MapLine>& lines, const LineFrame& frame) {
 void ListSigns(std::vector<MapLine>& lines, const LineFrame& frame) {
     for (const SignLine& line : SignLines(frame)) {
         const bool geodetic = options.mapZodiac == 1;
-        lines.push_back(
-            {line_type::kSigns, 0, line.sign, 0,
-             geodetic ? Meridian(line.longitude) : CutAtAntimeridian(SignSamples(frame, line))});
+        lines.push_back({line_type::kSigns, 0, line.sign, 0,
+                         geodetic ? MeridianParts(line.longitude)
+                                  : CutAtAntimeridian(SignSamples(frame, line))});
     }
 }
 
-// Lines that belong to no point.
-void ListOfChart(std::vector<MapLine>& lines, const LineFrame& frame, std::int16_t type) {
-    const bool geodetic = options.mapZodiac == 1;
-    if (type == line_type::kLocalHouse) {
-        if (!geodetic) ListHouses(lines, frame);
-    } else if (type == line_type::kHorizon) {
-        if (!geodetic) lines.push_back({type, 0, 'H', 0, WholeCircle(PlaceHorizon(frame))});
-    } else if (type == line_type::kEcliptic) {
-        lines.push_back({type, 0, 'E', 0, WholeCircle(EclipticCircle(frame))});
-    } else {
-        ListSigns(lines, frame);
-    }
-}
-
-bool BelongsToPoints(std::int16_t type) {
-    return type <= line_type::kLocalSpace;
-}
+// How many lines a chart has at most: two of a point's circle, two meridians, six parans and one
+// direction, and 12 houses, 12 signs, horizon and ecliptic.
+constexpr std::size_t kMostLines = 11 * point::kLast + 26;
 
 }  // namespace
 
 std::vector<MapLine> ListLines(std::int16_t slot) {
     std::vector<MapLine> lines;
+    lines.reserve(kMostLines);
     const LineFrame frame = MakeLineFrame(slot);
-    for (std::int16_t type = line_type::kCulminate; type <= line_type::kSigns; ++type) {
-        if (!IsLineTypeOn(type)) continue;
-        if (!BelongsToPoints(type)) {
-            ListOfChart(lines, frame, type);
-            continue;
-        }
-        if (type == line_type::kLocalSpace && options.mapZodiac == 1) continue;
-        for (std::int16_t p = 1; p <= point::kLast; ++p) {
-            if (IsPointDrawn(slot, p)) ListOfPoint(lines, frame, type, p);
-        }
+    const bool geodetic = options.mapZodiac == 1;
+    for (const std::int16_t type : {line_type::kCulminate, line_type::kAnticulminate}) {
+        if (IsLineTypeOn(type)) ListMeridians(lines, frame, type);
     }
+    ListRiseAndSet(lines, frame);
+    for (const std::int16_t type : {line_type::kParanRiseRise, line_type::kParanRiseCulm}) {
+        if (IsLineTypeOn(type)) ListParans(lines, slot, type);
+    }
+    if (IsLineTypeOn(line_type::kLocalSpace) && !geodetic) ListDirections(lines, frame);
+    if (IsLineTypeOn(line_type::kLocalHouse) && !geodetic) ListHouses(lines, frame);
+    if (IsLineTypeOn(line_type::kHorizon) && !geodetic) {
+        lines.push_back({line_type::kHorizon, 0, 'H', 0, WholeCircle(PlaceHorizon(frame))});
+    }
+    if (IsLineTypeOn(line_type::kEcliptic)) {
+        lines.push_back({line_type::kEcliptic, 0, 'E', 0, WholeCircle(EclipticCircle(frame))});
+    }
+    if (IsLineTypeOn(line_type::kSigns)) ListSigns(lines, frame);
     return lines;
 }
 

@@ -16,7 +16,7 @@ struct MapLine {
     std::int16_t code = 0;   ///< of its marks in the map's frame: the point, plus 100 times the
                              ///< relation of a paran; a house; a character; a sign
     float lat = 0;           ///< of a paran, degrees
-    std::vector<std::vector<LinePosition>> runs;  ///< cut at the antimeridian
+    LineParts runs;          ///< cut at the antimeridian
 };
 
 /// The lines of the types that are on, of the points that are drawn, by type. Parans are those with

@@ -133,6 +133,55 @@ TEST_F(LineGeometry, NoRunCrossesTheAntimeridianAndRunsMeetThere) {
     }
 }
 
+// Straight-line distance of two positions on a globe of radius 1, in degrees.
+double Apart(const LinePosition& a, const LinePosition& b) {
+    const double dx = CosD(a.lat) * CosD(a.longitude) - CosD(b.lat) * CosD(b.longitude);
+    const double dy = CosD(a.lat) * SinD(a.longitude) - CosD(b.lat) * SinD(b.longitude);
+    const double dz = SinD(a.lat) - SinD(b.lat);
+    return RadToDeg(std::sqrt(dx * dx + dy * dy + dz * dz));
+}
+
+// A point on the equator rises on a meridian, over both poles, where every longitude is as good.
+TEST_F(LineGeometry, ALineOverThePolesIsCutWithoutALeap) {
+    std::mt19937 random(19);
+    std::uniform_real_distribution<float> any(0, 360);
+    for (int round = 0; round < 300; ++round) {
+        Place(8, any(random), 0);
+        const LineFrame frame = MakeLineFrame(1);
+        for (const std::int16_t type : {line_type::kRise, line_type::kSet}) {
+            LinePosition before;
+            bool first = true;
+            for (const auto& run : LineRuns(frame, 8, type)) {
+                for (const LinePosition& position : run) {
+                    ASSERT_TRUE(first || Apart(before, position) < 2 + 1e-6) << round;
+                    first = false;
+                    before = position;
+                }
+            }
+        }
+    }
+}
+
+// The other positions of a circle mirror those of a quarter of it.
+TEST_F(LineGeometry, SamplesOfACircleAreThoseOfItsFormula) {
+    std::mt19937 random(23);
+    std::uniform_real_distribution<double> anyTilt(-179, 179);
+    std::uniform_real_distribution<double> anyNode(-180, 180);
+    for (int round = 0; round < 200; ++round) {
+        const HorizonCircle circle = MakeCircle(anyTilt(random), anyNode(random));
+        const std::vector<LinePosition> samples = CircleSamples(QuarterOf(circle), -360, 720);
+        ASSERT_EQ(samples.size(), 541U);
+        for (std::size_t i = 0; i < samples.size(); ++i) {
+            LinePosition expected;
+            CircleSample(circle, static_cast<std::int16_t>(static_cast<int>(2 * i) - 360),
+                         expected.lat, expected.longitude);
+            // The formula's arc sine has half of the digits near a pole.
+            ASSERT_LT(Apart(samples[i], expected), 1e-9) << round << " sample " << i;
+            ASSERT_LE(std::abs(samples[i].longitude), 180);
+        }
+    }
+}
+
 TEST_F(LineGeometry, APointThatIsNotCalculatedOrNotSelectedIsNotDrawn) {
     Place(3, 10, 10);
     EXPECT_TRUE(IsPointDrawn(1, 3));

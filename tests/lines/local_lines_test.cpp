@@ -10,6 +10,7 @@
 #include "lines/independent_sky.h"
 #include "lines/line_geometry.h"
 #include "lines/lines_fixture.h"
+#include "text/numbers.h"
 
 namespace orvantis {
 namespace {
@@ -108,10 +109,11 @@ TEST_F(LocalLines, ALinePassesWhereItsBodyIsOverheadAndThroughTheAntipodeOfThePl
             OnSphere(Chart().Dec[3], static_cast<double>(Chart().RA[3]) -
                                          static_cast<double>(Chart().RA[23]) - chartNow.PlaceLongW);
         const Vec place = OnSphere(chartNow.PlaceLat, -chartNow.PlaceLongW);
-        double lat = 0;
-        double longitude = 0;
-        GreatCircleStep(bearing, chartNow.PlaceLat, AngleBetween(place, under), lat, longitude);
-        EXPECT_LT(AngleBetween(OnSphere(lat, longitude - chartNow.PlaceLongW), under), 2e-6);
+        const double distance = AngleBetween(place, under);
+        const LinePosition met =
+            PositionOn(MakeGreatCircle(bearing, chartNow.PlaceLat), SinD(distance), CosD(distance));
+        EXPECT_LT(AngleBetween(OnSphere(met.lat, met.longitude - chartNow.PlaceLongW), under),
+                  2e-6);
         const std::vector<LinePosition> samples = LocalSamples(frame, bearing, 180);
         EXPECT_LT(AngleBetween(OnSphere(samples[90].lat, samples[90].longitude), -1.0 * place),
                   2e-6);
