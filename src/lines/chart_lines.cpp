@@ -48,19 +48,20 @@ void PlotMeridianLine(const LineFrame& frame, std::int16_t point, std::int16_t t
 }
 
 // One half of a point's horizon circle. The labels stand at the samples on the equator.
-void PlotRiseSetLine(const HorizonCircle& circle, std::int16_t point, std::int16_t type) {
+void PlotRiseSetLine(const CircleQuarter& quarter, std::int16_t point, std::int16_t type) {
     SetLinePen(type, point);
-    const std::int16_t start = RiseSetStart(type);
+    std::int16_t u = RiseSetStart(type);
+    const auto end = static_cast<std::int16_t>(u + kRiseSetSpan);
     bool visible = false;
-    for (std::int16_t u = start; u <= start + kRiseSetSpan; u += kSampleStep) {
-        double lat = 0;
-        double longitude = 0;
-        CircleSample(circle, u, lat, longitude);
-        DrawMapSegment(lat, longitude, u == start, visible, point, type);
+    bool first = true;
+    for (const auto& [lat, longitude] : CircleSamples(quarter, u, end)) {
+        DrawMapSegment(lat, longitude, first, visible, point, type);
         if (visible) chartLines.anyVisible = true;
         if (((u == 0 && visible) || u == 180) && IsLongitudeShown(longitude)) {
             LabelPoint(lat, longitude, point);
         }
+        first = false;
+        u += kSampleStep;
     }
 }
 
@@ -138,9 +139,9 @@ void PlotRiseSetLines(Flag /*printing*/, std::int16_t slot) {
     const LineFrame frame = MakeLineFrame(slot);
     for (std::int16_t p = 1; p <= point::kLast; ++p) {
         if (!IsPointDrawn(slot, p) || !HasRiseSetLine(p)) continue;
-        const HorizonCircle circle = RiseSetCircle(frame, p);
+        const CircleQuarter quarter = QuarterOf(RiseSetCircle(frame, p));
         for (const std::int16_t type : {line_type::kRise, line_type::kSet}) {
-            if (IsLineTypeOn(type)) PlotRiseSetLine(circle, p, type);
+            if (IsLineTypeOn(type)) PlotRiseSetLine(quarter, p, type);
         }
     }
 }

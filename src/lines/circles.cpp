@@ -29,15 +29,6 @@ double EclipticPoleWest(const LineFrame& frame) {
     return -(Modulo(-90 - frame.midheavenRA - frame.offset - frame.placeLongW + 180, 360) - 180);
 }
 
-void DrawCircleSample(const HorizonCircle& circle, std::int16_t u, bool first, bool& visible,
-                      std::int16_t kind, std::int16_t type) {
-    double lat = 0;
-    double longitude = 0;
-    CircleSample(circle, u, lat, longitude);
-    DrawMapSegment(lat, longitude, first, visible, kind, type);
-    if (visible) chartLines.anyVisible = true;
-}
-
 // The boundaries of Cancer and Capricorn leave the ecliptic's pole along one meridian, Cancer to
 // the north. Over the Earth's pole it comes to the meridian opposite and has all of it down to the
 // other pole of the ecliptic: the pole's meridian is Capricorn's at its foot, the one opposite
@@ -110,12 +101,8 @@ std::vector<LinePosition> SignSamples(const LineFrame& frame, const SignLine& li
 }
 
 void PlotGreatCircle(char labelChar, std::int16_t type, double tilt, double node) {
-    const HorizonCircle circle = MakeCircle(tilt, node);
     SetLinePen(type);
-    bool visible = false;
-    for (std::int16_t u = 0; u <= 360; u += kSampleStep) {
-        DrawCircleSample(circle, u, u == 0, visible, labelChar, type);
-    }
+    DrawSamples(CircleSamples(QuarterOf(MakeCircle(tilt, node)), 0, 360), labelChar, type);
 }
 
 void PlotGreatArc(double tilt, double node, std::int16_t from, std::int16_t to) {
