@@ -8,7 +8,9 @@
 #include <cmath>
 #include <cstring>
 
+#include "raster/blend.h"
 #include "raster/picture_memory.h"
+#include "raster/wide_line.h"
 #include "text/numbers.h"
 
 namespace orvantis {
@@ -17,29 +19,6 @@ namespace {
 
 // Distance between the lines of the cross hatch.
 constexpr int kHatchPeriod = 8;
-
-// `above` laid over `below` with a weight of 0 to 256. Red and blue are worked together: each has
-// the room of the byte above it for the product.
-std::uint32_t Blend(std::uint32_t below, std::uint32_t above, std::uint32_t weight) {
-    const std::uint32_t rest = 256 - weight;
-    const std::uint32_t redBlue = (below & 0xFF00FF) * rest + (above & 0xFF00FF) * weight;
-    const std::uint32_t green = (below & 0x00FF00) * rest + (above & 0x00FF00) * weight;
-    return 0xFF000000 | (redBlue >> 8 & 0xFF00FF) | (green >> 8 & 0x00FF00);
-}
-
-// Share of the ink, in 256ths, that the pixel further aside has: 256 * error / run of a walk's
-// place, by a multiplication with the inverse in place of a division for every pixel.
-class SmoothShare {
-  public:
-    explicit SmoothShare(const LineWalk& walk)
-        : inverse_(((std::uint64_t{1} << 32) + walk.run - 1) / walk.run) {}
-    std::uint32_t operator()(int error) const {
-        return static_cast<std::uint32_t>(static_cast<std::uint64_t>(error) * inverse_ >> 24);
-    }
-
-  private:
-    std::uint64_t inverse_;
-};
 
 // The box with `pixels` more on each side; an empty one stays empty.
 PixelBox Grown(const PixelBox& box, int pixels) {
@@ -152,7 +131,8 @@ void ImageSurface::LineTo(int x, int y) {
         wideLine_.push_back(to);
         return;
     }
-    if (pen_.smooth) {
+    const bool level = from.x == to.x || from.y == to.y;
+    if (pen_.smooth && !level) {
         // A smooth line touches the pixels on both sides of its path.
         const LineWalk walk = WalkLine(from, to, Grown(clip_.box, 1), LineRounding::Down);
         const PixelBox inner = Grown(clip_.box, -1);
@@ -165,6 +145,7 @@ void ImageSurface::LineTo(int x, int y) {
         dashStep_ += walk.total;
         return;
     }
+    // A smooth line along a row or a column has no pixel to share its ink with: it is a hard one.
     const LineWalk walk = WalkLine(from, to, clip_.box, LineRounding::Nearest);
     const bool whole =
         clip_.rows.empty() || (DeepInClip(clip_, from.x, from.y) && DeepInClip(clip_, to.x, to.y));
@@ -266,6 +247,11 @@ void ImageSurface::WithPainter(const Work& work) {
 
 void ImageSurface::FlushWideLine() {
     if (wideLine_.empty()) return;
+    if (pen_.smooth && pen_.dash == LineDash::Solid && pen_.width <= kWidestSmoothLine) {
+        DrawWideLine(image_, clip_, wideLine_, pen_.width, ink_);
+        wideLine_.clear();
+        return;
+    }
     QPolygonF path;
     double length = 0;
     for (const SurfacePoint& point : wideLine_) {

@@ -1,7 +1,8 @@
 // The drawing surface on a picture in memory: what the window shows, what a picture file holds.
 //
-// Hard lines, floods, texts and whole pictures are drawn straight onto the rows of the picture;
-// Qt paints wide lines, and arcs and ellipses with smooth edges.
+// Lines, floods, texts and whole pictures are drawn straight onto the rows of the picture; Qt
+// paints wide lines that are hard, dashed or more than three pixels wide, and arcs and ellipses
+// with smooth edges.
 #pragma once
 
 #include <QImage>

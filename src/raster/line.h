@@ -51,6 +51,20 @@ inline void NextPixel(LineWalk& walk) {
     }
 }
 
+/// Share of the ink, in 256ths, that the pixel further aside has: 256 * error / run of a walk's
+/// place, by a multiplication with the inverse in place of a division for every pixel.
+class SmoothShare {
+  public:
+    explicit SmoothShare(const LineWalk& walk)
+        : inverse_(((std::uint64_t{1} << 32) + walk.run - 1) / walk.run) {}
+    std::uint32_t operator()(int error) const {
+        return static_cast<std::uint32_t>(static_cast<std::uint64_t>(error) * inverse_ >> 24);
+    }
+
+  private:
+    std::uint64_t inverse_;
+};
+
 /// Pixels after which every dash pattern begins anew.
 inline constexpr int kDashPeriod = 24;
 

@@ -1,0 +1,205 @@
+#include "raster/wide_line.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdlib>
+
+#include "raster/blend.h"
+#include "raster/line.h"
+
+namespace orvantis {
+
+namespace {
+
+constexpr int kWhole = 256;  // share of the ink of a pixel that is covered wholly
+
+// Pixels that a line of the greatest width reaches aside of its path: half of its width across the
+// longer axis, at most 1.5 * sqrt 2, from a path between two pixels.
+constexpr int kReach = 4;
+
+struct Canvas {
+    Image& image;
+    const Clip& clip;
+    std::uint32_t ink;
+};
+
+std::uint32_t& PixelAt(const Canvas& canvas, int x, int y) {
+    return canvas.image
+        .pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(canvas.image.width) +
+                static_cast<std::size_t>(x)];
+}
+
+void BlendWithin(const Canvas& canvas, int x, int y, int share) {
+    if (share == 0 || !InClip(canvas.clip, x, y)) return;
+    std::uint32_t& pixel = PixelAt(canvas, x, y);
+    pixel = Blend(pixel, canvas.ink, static_cast<std::uint32_t>(share));
+}
+
+PixelBox Grown(const PixelBox& box, int pixels) {
+    return {box.left - pixels, box.top - pixels, box.right + pixels, box.bottom + pixels};
+}
+
+bool Holds(const PixelBox& box, SurfacePoint point) {
+    return point.x >= box.left && point.x < box.right && point.y >= box.top && point.y < box.bottom;
+}
+
+// Half of a line's width as it is measured across the longer axis, in 256ths of a pixel.
+int HalfAcross(SurfacePoint from, SurfacePoint to, int width) {
+    const double dx = static_cast<double>(to.x) - from.x;
+    const double dy = static_cast<double>(to.y) - from.y;
+    const double longer = std::max(std::abs(dx), std::abs(dy));
+    return static_cast<int>(
+        std::lround(kWhole / 2.0 * width * std::sqrt(dx * dx + dy * dy) / longer));
+}
+
+// The pixels across a step of a walk: from `first` to `last`, counted from the step's pixel in the
+// direction aside. Both are covered in part, those between them wholly.
+struct Across {
+    int first = 0;
+    int last = 0;
+    int firstShare = 0;
+    int lastShare = 0;
+};
+
+Across AcrossStep(int further, int half) {
+    // The edges, in 256ths, from the outer side of the step's pixel.
+    const int low = further + kWhole / 2 - half;
+    const int high = further + kWhole / 2 + half;
+    Across across;
+    across.first = low >> 8;
+    across.last = high >> 8;
+    across.firstShare = (across.first + 1) * kWhole - low;
+    across.lastShare = high - across.last * kWhole;
+    return across;
+}
+
+// All of it can be drawn.
+void DrawWhole(const Canvas& canvas, const LineWalk& walk, int half) {
+    const std::ptrdiff_t stride = canvas.image.width;
+    const std::ptrdiff_t forward = walk.forwardX + walk.forwardY * stride;
+    const std::ptrdiff_t aside = walk.asideX + walk.asideY * stride;
+    const SmoothShare shareOf(walk);
+    std::uint32_t* path = &PixelAt(canvas, walk.x, walk.y);
+    int error = walk.error;
+    for (int left = walk.count; left > 0; --left) {
+        const Across across = AcrossStep(static_cast<int>(shareOf(error)), half);
+        std::uint32_t* pixel = path + across.first * aside;
+        *pixel = Blend(*pixel, canvas.ink, static_cast<std::uint32_t>(across.firstShare));
+        for (int i = across.first + 1; i < across.last; ++i) {
+            pixel += aside;
+            *pixel = canvas.ink;
+        }
+        if (across.lastShare != 0) {
+            pixel += aside;
+            *pixel = Blend(*pixel, canvas.ink, static_cast<std::uint32_t>(across.lastShare));
+        }
+        // Ends and all that they reach lie inside, and so does the place after the last.
+        path += forward;
+        error += walk.rise;
+        if (error >= walk.run) {
+            error -= walk.run;
+            path += aside;
+        }
+    }
+}
+
+void DrawClipped(const Canvas& canvas, LineWalk walk, int half) {
+    const SmoothShare shareOf(walk);
+    for (int left = walk.count; left > 0; --left) {
+        const Across across = AcrossStep(static_cast<int>(shareOf(walk.error)), half);
+        for (int i = across.first; i <= across.last; ++i) {
+            const int share = i == across.first  ? across.firstShare
+                              : i == across.last ? across.lastShare
+                                                 : kWhole;
+            BlendWithin(canvas, walk.x + i * walk.asideX, walk.y + i * walk.asideY, share);
+        }
+        NextPixel(walk);
+    }
+}
+
+void DrawPiece(const Canvas& canvas, SurfacePoint from, SurfacePoint to, int width) {
+    const PixelBox& box = canvas.clip.box;
+    const LineWalk walk = WalkLine(from, to, Grown(box, kReach), LineRounding::Down);
+    if (walk.count == 0) return;
+    const int half = HalfAcross(from, to, width);
+    const PixelBox inner = Grown(box, -kReach);
+    if (canvas.clip.rows.empty() && Holds(inner, from) && Holds(inner, to)) {
+        DrawWhole(canvas, walk, half);
+    } else {
+        DrawClipped(canvas, walk, half);
+    }
+}
+
+// Shares of the pixels around a point that a disc covers, counted on a fine grid.
+constexpr int kDiscReach = kWidestSmoothLine / 2 + 1;
+constexpr int kDiscSide = 2 * kDiscReach + 1;
+using Disc = std::array<std::array<int, kDiscSide>, kDiscSide>;
+
+Disc MakeDisc(int width) {
+    constexpr int kFine = 16;  // its square is kWhole
+    Disc disc{};
+    for (int y = 0; y < kDiscSide * kFine; ++y) {
+        for (int x = 0; x < kDiscSide * kFine; ++x) {
+            const double dx = (x + 0.5) / kFine - kDiscSide / 2.0;
+            const double dy = (y + 0.5) / kFine - kDiscSide / 2.0;
+            if (4 * (dx * dx + dy * dy) > width * width) continue;
+            ++disc[static_cast<std::size_t>(y / kFine)][static_cast<std::size_t>(x / kFine)];
+        }
+    }
+    return disc;
+}
+
+const Disc& DiscOf(int width) {
+    static const std::array<Disc, kWidestSmoothLine + 1> discs = [] {
+        std::array<Disc, kWidestSmoothLine + 1> made{};
+        for (int w = 1; w <= kWidestSmoothLine; ++w)
+            made[static_cast<std::size_t>(w)] = MakeDisc(w);
+        return made;
+    }();
+    return discs[static_cast<std::size_t>(width)];
+}
+
+void DrawDisc(const Canvas& canvas, SurfacePoint centre, int width) {
+    if (!Holds(Grown(canvas.clip.box, kDiscReach), centre)) return;
+    const Disc& disc = DiscOf(width);
+    for (int y = 0; y < kDiscSide; ++y) {
+        for (int x = 0; x < kDiscSide; ++x) {
+            BlendWithin(canvas, centre.x + x - kDiscReach, centre.y + y - kDiscReach,
+                        disc[static_cast<std::size_t>(y)][static_cast<std::size_t>(x)]);
+        }
+    }
+}
+
+// The way that a piece goes along its longer axis. Pieces that go the same way share the columns or
+// rows between them and leave no gap.
+enum class Way { None, Left, Right, Up, Down };
+
+Way WayOf(SurfacePoint from, SurfacePoint to) {
+    const int dx = to.x - from.x;
+    const int dy = to.y - from.y;
+    if (dx == 0 && dy == 0) return Way::None;
+    if (std::abs(dy) > std::abs(dx)) return dy > 0 ? Way::Down : Way::Up;
+    return dx > 0 ? Way::Right : Way::Left;
+}
+
+}  // namespace
+
+void DrawWideLine(Image& image, const Clip& clip, const std::vector<SurfacePoint>& points,
+                  int width, std::uint32_t ink) {
+    if (points.empty() || clip.box.right <= clip.box.left || clip.box.bottom <= clip.box.top)
+        return;
+    const Canvas canvas{image, clip, ink};
+    Way last = Way::None;
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        const Way way = WayOf(points[i - 1], points[i]);
+        if (way == Way::None) continue;
+        if (way != last) DrawDisc(canvas, points[i - 1], width);
+        DrawPiece(canvas, points[i - 1], points[i], width);
+        last = way;
+    }
+    DrawDisc(canvas, points.back(), width);
+}
+
+}  // namespace orvantis
