@@ -12,6 +12,7 @@
 #include "session/settings.h"
 #include "session/tables.h"
 #include "text/numbers.h"
+#include "text/run_time_error.h"
 #include "text/strings.h"
 
 namespace orvantis {
@@ -65,13 +66,21 @@ void PlotRiseSetLine(const CircleQuarter& quarter, std::int16_t point, std::int1
     }
 }
 
+// A step that fails is the last one.
 void PlotLinesOfChart(Flag printing, std::int16_t slot) {
-    PlotNightSide(printing, slot);
-    PlotLocalLines(printing, slot);
-    PlotParans(printing, slot);
-    PlotMeridianLines(printing, slot);
-    PlotRiseSetLines(printing, slot);
-    PlotCircles(printing, slot);
+    using Step = void (*)(Flag, std::int16_t);
+    constexpr Step steps[] = {PlotNightSide,     PlotLocalLines,   PlotParans,
+                              PlotMeridianLines, PlotRiseSetLines, PlotCircles};
+    for (const Step step : steps) {
+        step(printing, slot);
+        if (PendingRunTimeError() != 0) return;
+    }
+}
+
+void PlotLines(Flag printing, std::int16_t slot) {
+    if (session.ChartNumber >= 1) PlotLinesOfChart(printing, slot);
+    if (PendingRunTimeError() != 0) return;
+    if (session.EclipseNumber >= 1 && plotEclipseLines != nullptr) plotEclipseLines(printing);
 }
 
 bool IsKept(std::string_view first, std::string_view second, std::string_view third) {
@@ -104,7 +113,10 @@ void AskAboutHiddenLines() {
 
 void PlotChartLines(Flag printing, Flag fullPlot, std::int16_t slot) {
     if (refreshCaption != nullptr) refreshCaption();
-    if (session.ChartNumber < 1 && session.EclipseNumber < 1) return;
+    if (session.ChartNumber < 1 && session.EclipseNumber < 1) {
+        chartLines.askedByUser = kFalse;  // there is nothing to ask about
+        return;
+    }
     if (fullPlot != 0) {
         mapView.edgeMarks.clear();
         chartLines.labels.clear();
@@ -112,8 +124,9 @@ void PlotChartLines(Flag printing, Flag fullPlot, std::int16_t slot) {
     }
 
     chartLines.anyVisible = false;
-    if (session.ChartNumber >= 1) PlotLinesOfChart(printing, slot);
-    if (session.EclipseNumber >= 1 && plotEclipseLines != nullptr) plotEclipseLines(printing);
+    PlotLines(printing, slot);
+    // What a failure left undrawn may well be in view: the plot that is run again asks.
+    if (PendingRunTimeError() != 0) return;
     AskAboutHiddenLines();
     chartLines.askedByUser = kFalse;
 
@@ -130,6 +143,7 @@ void PlotMeridianLines(Flag /*printing*/, std::int16_t slot) {
         if (!IsLineTypeOn(type)) continue;
         for (std::int16_t p = 1; p <= point::kLast; ++p) {
             if (IsPointDrawn(slot, p)) PlotMeridianLine(frame, p, type);
+            if (PendingRunTimeError() != 0) return;
         }
     }
 }
@@ -142,6 +156,7 @@ void PlotRiseSetLines(Flag /*printing*/, std::int16_t slot) {
         const CircleQuarter quarter = QuarterOf(RiseSetCircle(frame, p));
         for (const std::int16_t type : {line_type::kRise, line_type::kSet}) {
             if (IsLineTypeOn(type)) PlotRiseSetLine(quarter, p, type);
+            if (PendingRunTimeError() != 0) return;
         }
     }
 }

@@ -9,6 +9,7 @@
 #include "map/projection.h"
 #include "session/settings.h"
 #include "text/numbers.h"
+#include "text/run_time_error.h"
 
 namespace orvantis {
 
@@ -125,9 +126,10 @@ void PlotSignLines(Flag /*printing*/, std::int16_t slot) {
     for (const SignLine& line : SignLines(frame)) {
         if (line.isMeridian) {
             PlotSignMeridian(line);
-            continue;
+        } else {
+            DrawSamples(SignSamples(frame, line), line.sign, line_type::kSigns);
         }
-        DrawSamples(SignSamples(frame, line), line.sign, line_type::kSigns);
+        if (PendingRunTimeError() != 0) return;
     }
 }
 
@@ -136,7 +138,9 @@ void PlotCircles(Flag printing, std::int16_t slot) {
         const HorizonCircle circle = EclipticCircle(MakeLineFrame(slot));
         PlotGreatCircle('E', line_type::kEcliptic, circle.tilt, circle.node);
     }
+    if (PendingRunTimeError() != 0) return;
     PlotSignLines(printing, slot);
+    if (PendingRunTimeError() != 0) return;
     if (IsLineTypeOn(line_type::kHorizon) && !IsGeodetic()) {
         const HorizonCircle circle = PlaceHorizon(MakeLineFrame(slot));
         PlotGreatCircle('H', line_type::kHorizon, circle.tilt, circle.node);

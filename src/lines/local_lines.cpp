@@ -6,6 +6,7 @@
 #include "map/projection.h"
 #include "session/settings.h"
 #include "text/numbers.h"
+#include "text/run_time_error.h"
 
 namespace orvantis {
 
@@ -31,6 +32,7 @@ void PlotDirections(const LineFrame& frame) {
         DrawSamples(LocalSamples(frame, LocalBearing(frame, p), options.localLineExtent), p,
                     line_type::kLocalSpace);
         if (!IsLineTypeOn(line_type::kCulminate)) LabelOverhead(frame, p);
+        if (PendingRunTimeError() != 0) return;
     }
 }
 
@@ -54,6 +56,7 @@ void PlotHouses(const LineFrame& frame) {
             DrawSamples(LocalSamples(frame, line.bearing, kLocalHouseExtent), line.house,
                         line_type::kLocalHouse);
         }
+        if (PendingRunTimeError() != 0) return;
     }
 }
 
@@ -96,7 +99,7 @@ void PlotLocalLines(Flag /*printing*/, std::int16_t slot) {
     if (!directions && !houses) return;
     const LineFrame frame = MakeLineFrame(slot);
     if (directions) PlotDirections(frame);
-    if (houses) PlotHouses(frame);
+    if (houses && PendingRunTimeError() == 0) PlotHouses(frame);
 }
 
 }  // namespace orvantis

@@ -12,6 +12,7 @@
 #include "session/settings.h"
 #include "session/tables.h"
 #include "text/numbers.h"
+#include "text/run_time_error.h"
 
 namespace orvantis {
 
@@ -169,6 +170,7 @@ void PlotParans(Flag /*printing*/, std::int16_t slot) {
                 const auto code = static_cast<std::int16_t>(paran.relation * 100 + p);
                 DrawParallel(paran.lat, code, type, MarkEnds::Both);
             }
+            if (PendingRunTimeError() != 0) return;
         }
     }
 }

@@ -6,6 +6,7 @@
 
 #include "lines/lines_fixture.h"
 #include "map/plot.h"
+#include "text/run_time_error.h"
 
 namespace orvantis {
 namespace {
@@ -556,6 +557,151 @@ TEST_F(ChartLines, AFloatingFaultInALineReachesThePlotsReport) {
         EXPECT_FALSE(plotState.interrupted);
         EXPECT_EQ(TestShell().boxes.size(), 1U) << "the next plot is whole again";
     }
+}
+
+// The lines of each kind in the order in which they are drawn, each with the kind that follows.
+struct FaultRow {
+    std::int16_t type;
+    std::int16_t later;
+    bool ofPoints;
+};
+
+// Pens tell the type by their width and the point by their colour.
+void GiveEachTypeAndPointItsPen() {
+    for (std::size_t type = 1; type <= 11; ++type) {
+        LineStyle& style = settings.lineStyle[type];
+        style.thickness = static_cast<std::int16_t>(type);
+        style.style = 0;
+        style.colour = 0;
+        style.planetColour = kTrue;
+    }
+    for (std::size_t p = 1; p < pointColour.size(); ++p) {
+        pointColour[p] = static_cast<Colour>(1000 + p);
+    }
+}
+
+std::string PenOf(std::int16_t type, int colour) {
+    return "SetPen " + std::to_string(type) + " 0 " + std::to_string(colour);
+}
+
+TEST_F(ChartLines, AFaultLeavesLaterPointsAndTypesUndrawn) {
+    constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
+    GiveEachTypeAndPointItsPen();
+    for (const FaultRow& row :
+         {FaultRow{7, 8, true}, FaultRow{8, 5, false}, FaultRow{5, 6, true}, FaultRow{6, 1, true},
+          FaultRow{1, 2, true}, FaultRow{2, 3, true}, FaultRow{3, 4, true}, FaultRow{4, 10, true},
+          FaultRow{10, 11, false}, FaultRow{11, 9, false}}) {
+        ShowTypes({static_cast<std::size_t>(row.type), static_cast<std::size_t>(row.later)});
+        options.paranLimit = 90;
+        options.paranPoint = 2;
+        for (const std::size_t p : {1, 2, 3, 5}) Place(p, 40.0F * static_cast<float>(p), 10);
+        Chart().RA[23] = row.type >= 10 ? kNone : 0;
+        chartNow.PlaceLat = row.type == 8 ? kNone : 30;
+        if (row.ofPoints) Chart().Dec[3] = Chart().RA[3] = kNone;
+        Draw();
+        RunTimeError fault;
+        EXPECT_TRUE(TakeRunTimeError(fault)) << row.type;
+        EXPECT_EQ(fault.number, error::kOverflow);
+        const int first = row.ofPoints ? 1001 : 0;
+        EXPECT_FALSE(surface_.Calls(PenOf(row.type, first)).empty()) << row.type;
+        EXPECT_TRUE(surface_.Calls(PenOf(row.type, 1005)).empty()) << row.type;
+        // Rise and set lines are drawn point by point.
+        for (const int colour : {0, 1001, 1003, 1005}) {
+            if (row.type == 3 && colour == 1001) continue;
+            EXPECT_TRUE(surface_.Calls(PenOf(row.later, colour)).empty()) << row.type;
+        }
+        EXPECT_TRUE(surface_.Calls("TextOut").empty()) << "neither labels nor marks";
+    }
+}
+
+TEST_F(ChartLines, AFaultIsReportedBeforeAnyQuestionAndARetryAsks) {
+    ShowTypes({5});
+    Place(1, 100, -20);
+    Place(3, 40, std::numeric_limits<float>::quiet_NaN());
+    const std::string report = "Orvantis: An error occurred whilst plotting: / Overflow / ";
+    chartLines.askedByUser = kTrue;
+    TestShell().boxAnswers = {BoxAnswer::Cancel};
+    PlotMap4(kFalse, surface_, kFalse);
+    EXPECT_EQ(TestShell().boxes, std::vector<std::string>{report});
+    EXPECT_EQ(session.ChartNumber, 1);
+    EXPECT_NE(chartLines.askedByUser, kFalse);
+
+    // The second time there is nothing to draw, and so nothing to be seen.
+    refreshCaption = [] {
+        if (TestShell().boxes.size() == 1) calcChart[1].Lon[3] = -1;
+    };
+    TestShell().boxes.clear();
+    TestShell().boxAnswers = {BoxAnswer::Retry, BoxAnswer::Cancel};
+    PlotMap4(kFalse, surface_, kFalse);
+    ASSERT_EQ(TestShell().boxes.size(), 2U);
+    EXPECT_EQ(TestShell().boxes[0], report);
+    EXPECT_TRUE(TestShell().boxes[1].starts_with("Orvantis: Lines for the selected chart are not"));
+    EXPECT_EQ(session.ChartNumber, 0);
+    EXPECT_EQ(chartLines.askedByUser, kFalse);
+}
+
+TEST_F(ChartLines, AfterAFaultInTheChartsLinesNoEclipseIsDrawn) {
+    ShowTypes({1});
+    Place(3, std::numeric_limits<float>::quiet_NaN(), 10);
+    session.EclipseNumber = 1;
+    plotEclipseLines = [](Flag) { Log("eclipse"); };
+    Draw();
+    EXPECT_TRUE(surface_.Calls("eclipse").empty());
+    RunTimeError fault;
+    EXPECT_TRUE(TakeRunTimeError(fault));
+    Chart().RA[3] = 40;
+    Draw();
+    EXPECT_EQ(surface_.Calls("eclipse").size(), 1U);
+}
+
+TEST_F(ChartLines, AHiddenChartAndAHiddenEclipseAreEachAskedAboutInOnePlot) {
+    ShowTypes({});
+    struct Row {
+        BoxAnswer ofChart, ofEclipse;
+        std::int16_t chart, eclipse;  // what is kept
+    };
+    for (const Row& row :
+         {Row{BoxAnswer::Cancel, BoxAnswer::Ok, 0, 5}, Row{BoxAnswer::Ok, BoxAnswer::Cancel, 1, 0},
+          Row{BoxAnswer::Ok, BoxAnswer::Ok, 1, 5}}) {
+        session.ChartNumber = 1;
+        session.EclipseNumber = 5;
+        chartLines.askedByUser = kTrue;
+        TestShell().boxes.clear();
+        TestShell().boxAnswers = {row.ofChart, row.ofEclipse};
+        Draw();
+        ASSERT_EQ(TestShell().boxes.size(), 2U);
+        EXPECT_TRUE(TestShell().boxes[0].starts_with("Orvantis: Lines for the selected chart "));
+        EXPECT_TRUE(TestShell().boxes[1].starts_with("Orvantis: Lines for the selected eclipse "));
+        EXPECT_EQ(session.ChartNumber, row.chart);
+        EXPECT_EQ(session.EclipseNumber, row.eclipse);
+    }
+}
+
+TEST_F(ChartLines, NothingIsAskedIfTheChartOrTheEclipseIsVisible) {
+    session.EclipseNumber = 5;
+    ShowTypes({});
+    plotEclipseLines = [](Flag) { chartLines.anyVisible = true; };
+    chartLines.askedByUser = kTrue;
+    Draw();
+    EXPECT_TRUE(TestShell().boxes.empty()) << "the eclipse is visible";
+    EXPECT_EQ(chartLines.askedByUser, kFalse);
+
+    plotEclipseLines = nullptr;
+    ShowTypes({1});
+    Place(3, 40, 10);
+    chartLines.askedByUser = kTrue;
+    Draw();
+    EXPECT_TRUE(TestShell().boxes.empty()) << "the chart is";
+}
+
+TEST_F(ChartLines, APlotWithNothingToDrawIsTheOneThatWasAskedFor) {
+    ShowTypes({});
+    session.ChartNumber = 0;
+    chartLines.askedByUser = kTrue;
+    Draw();
+    session.ChartNumber = 1;
+    Draw();
+    EXPECT_TRUE(TestShell().boxes.empty());
 }
 
 TEST_F(ChartLines, TheZodiacalModeIsDrawnFromTheEclipticLongitude) {
