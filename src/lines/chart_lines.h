@@ -23,6 +23,8 @@ inline constexpr std::int16_t kLocalHouse = 8;
 inline constexpr std::int16_t kHorizon = 9;
 inline constexpr std::int16_t kEcliptic = 10;
 inline constexpr std::int16_t kSigns = 11;
+inline constexpr std::int16_t kEclipseCentral = 12;
+inline constexpr std::int16_t kEclipsePartial = 13;
 inline constexpr std::int16_t kPointLabel = 14;
 }  // namespace line_type
 
@@ -58,7 +60,7 @@ void PlotRiseSetLines(Flag printing, std::int16_t slot);
 void AddLineLabel(std::int16_t x, std::int16_t y, std::int16_t code, std::int16_t type);
 
 /// Draws the labels, which then are the object list. One whose box would reach over an edge of the
-/// map is moved inside, so that it can be read.
+/// map is moved inside, on a globe towards its centre, so that it can be read.
 void DrawLineLabels();
 
 /// Draws the marks in the frame around the map, none over another and each beside its own side of

@@ -1,6 +1,7 @@
 // Labels on the map and marks in the frame around it.
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 
 #include "lines/chart_lines.h"
@@ -20,15 +21,8 @@ std::size_t Index(std::int16_t number) {
     return static_cast<std::size_t>(number);
 }
 
-constexpr std::int16_t kHouseType = 8;
-constexpr std::int16_t kHorizonType = 9;
-constexpr std::int16_t kEclipticType = 10;
-constexpr std::int16_t kSignType = 11;
-constexpr std::int16_t kEclipseType = 12;
-constexpr std::int16_t kPartialType = 13;
-
 bool IsOfPoint(std::int16_t type) {
-    return type < kHouseType || type == line_type::kPointLabel;
+    return type < line_type::kLocalHouse || type == line_type::kPointLabel;
 }
 
 std::int16_t PointOf(std::int16_t code) {
@@ -77,6 +71,47 @@ int MovedInside(int at, int length, int low, int high) {
     const int start = at - (length - 1) / 2;
     if (start + length <= low || start >= high) return at;
     return at - start + std::max(low, std::min(start, high - length));
+}
+
+// Of the way from the globe's centre to a label's position, `x` and `y` pixels from it, the
+// greatest part, up to 1, at which the box lies within the globe: its outermost corner is (x t +
+// box / 2, y t
+// + box / 2) in one quarter of the ellipse, which is solved for t. 0 for a box that is too large.
+double PartWithinGlobe(double x, double y, const SurfaceSize& box) {
+    // Room for the outline, and for a position in whole pixels.
+    constexpr int kRim = 2;
+    const double a = mapView.rect.width / 2.0 - kRim;
+    const double b = mapView.rect.height / 2.0 - kRim;
+    if (a <= 0 || b <= 0) return 0;
+    const double u = std::abs(x) / a;
+    const double v = std::abs(y) / b;
+    const int halfWidth = box.width / 2;
+    const int halfHeight = box.height / 2;
+    const double halfU = halfWidth / a;
+    const double halfV = halfHeight / b;
+    const double square = u * u + v * v;
+    const double mixed = u * halfU + v * halfV;
+    const double beyond = halfU * halfU + halfV * halfV - 1;
+    if (beyond >= 0 || square == 0) return 0;
+    return std::min(1.0, (std::sqrt(mixed * mixed - square * beyond) - mixed) / square);
+}
+
+// Moves a label so that its box lies within the map.
+void MoveInside(LineLabel& label, const SurfaceSize& box) {
+    const MapRect& rect = mapView.rect;
+    if (IsFlat(mapView.extent.projection)) {
+        label.x =
+            RoundToInt16(MovedInside(label.x, box.width, rect.left + 1, rect.left + rect.width));
+        label.y =
+            RoundToInt16(MovedInside(label.y, box.height, rect.top + 1, rect.top + rect.height));
+        return;
+    }
+    const double centreX = rect.left + rect.width / 2.0;
+    const double centreY = rect.top + rect.height / 2.0;
+    const double part = PartWithinGlobe(label.x - centreX, label.y - centreY, box);
+    if (part >= 1) return;
+    label.x = RoundToInt16(centreX + (label.x - centreX) * part);
+    label.y = RoundToInt16(centreY + (label.y - centreY) * part);
 }
 
 // A mark as it is written: glyph and letter in line outward from the map's edge, so that they are
@@ -201,16 +236,16 @@ void Write(const WrittenMark& written) {
 
 std::string LabelText(std::int16_t code, std::int16_t type) {
     switch (type) {
-        case kHouseType:
+        case line_type::kLocalHouse:
             return std::to_string(code);
-        case kHorizonType:
-        case kEclipticType:
+        case line_type::kHorizon:
+        case line_type::kEcliptic:
             return std::string(1, static_cast<char>(code));
-        case kSignType:
+        case line_type::kSigns:
             return std::string(1, SignGlyph(code));
-        case kEclipseType:
+        case line_type::kEclipseCentral:
             return std::string(1, kSolarEclipseGlyph);
-        case kPartialType:
+        case line_type::kEclipsePartial:
             return MagnitudeText(code);
         default:
             break;
@@ -223,17 +258,12 @@ std::string LabelText(std::int16_t code, std::int16_t type) {
 void DrawLineLabels() {
     DrawingSurface& surface = *mapView.surface;
     SelectGlyphFont(plotState.printing != 0);
-    const MapRect& rect = mapView.rect;
     chartLines.objects.clear();
     for (LineLabel label : chartLines.labels) {
         const auto shape = static_cast<LabelShape>(
             ClampInt(settings.lineStyle[Index(label.type)].symbolShape, 0, 2));
         const std::string text = LabelText(label.code, label.type);
-        const SurfaceSize box = LabelBox(surface, text, shape);
-        label.x =
-            RoundToInt16(MovedInside(label.x, box.width, rect.left + 1, rect.left + rect.width));
-        label.y =
-            RoundToInt16(MovedInside(label.y, box.height, rect.top + 1, rect.top + rect.height));
+        MoveInside(label, LabelBox(surface, text, shape));
         DrawLabel(surface, label.x, label.y, text, shape,
                   AreaColour(LineColour(label.code, label.type)));
         chartLines.objects.push_back(label);

@@ -1,15 +1,21 @@
 #include "lines/chart_lines.h"
 
+#include <algorithm>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <string_view>
 #include <vector>
 
 #include "lines/lines_fixture.h"
 #include "map/plot.h"
+#include "session/tables.h"
 #include "text/run_time_error.h"
 
 namespace orvantis {
 namespace {
+
+constexpr double kDegree = 3.14159265358979323846 / 180;
 
 class ChartLines : public LinesOnASurface {};
 
@@ -168,7 +174,16 @@ TEST_F(ChartLines, LabelsShowTheTextOfTheirType) {
     EXPECT_EQ(LabelText(0, 13), "0");
     EXPECT_EQ(LabelText(3, 14), "\xB8");
     EXPECT_EQ(LabelText(1203, 5), "\xB8");
-    EXPECT_EQ(LabelText(37, 14), "");
+    EXPECT_EQ(LabelText(5, 12), "\xE5");
+}
+
+TEST_F(ChartLines, AStarsLabelIsWhatTheStarsSayAndEmptyWithoutStars) {
+    for (const std::int16_t star : {37, 40, 72}) EXPECT_EQ(LabelText(star, 14), "");
+    starLabel = [](std::int16_t p) { return "*" + std::to_string(p); };
+    EXPECT_EQ(LabelText(37, 14), "*37");
+    EXPECT_EQ(LabelText(72, 14), "*72");
+    EXPECT_EQ(LabelText(3140, 5), "*40") << "of a paran";
+    EXPECT_EQ(LabelText(36, 14), std::string(1, PointGlyph(36))) << "the last of the points";
 }
 
 TEST_F(ChartLines, SidesOfLinesHaveTheirWords) {
@@ -225,44 +240,151 @@ Box BoxOf(const std::string& call) {
     return box;
 }
 
+// Draws a single label of the Sun and gives its box.
+Box DrawOneLabel(RecordingSurface& surface, int x, int y) {
+    chartLines.labels.clear();
+    AddLineLabel(static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 3, 14);
+    surface.log.clear();
+    DrawLineLabels();
+    constexpr std::string_view kShapes[] = {"Rectangle", "Polygon", "Ellipse"};
+    const auto shape = static_cast<std::size_t>(settings.lineStyle[14].symbolShape);
+    const std::string call = surface.Calls(kShapes[shape]).at(0);
+    if (shape != 1) return BoxOf(call);
+    Box box{32767, 32767, 0, 0};
+    for (const std::string& vertex : surface.Calls("  vertex")) {
+        const auto [vertexX, vertexY] = PlaceOfCall(vertex);
+        box.left = std::min(box.left, vertexX);
+        box.top = std::min(box.top, vertexY);
+        box.right = std::max(box.right, vertexX + 1);
+        box.bottom = std::max(box.bottom, vertexY + 1);
+    }
+    return box;
+}
+
 // Boxes at the four edges and corners, at a distance of 0 and 5 pixels on either side of the edge.
 TEST_F(ChartLines, NoLabelLiesOverTheFrameAtAnyEdge) {
-    for (const bool globe : {false, true}) {
+    SetView();
+    const MapRect rect = mapView.rect;
+    const int right = rect.left + rect.width;
+    const int bottom = rect.top + rect.height;
+    for (const std::int16_t shape : {0, 2}) {
+        settings.lineStyle[14].symbolShape = shape;
+        for (const int x : {rect.left - 5, rect.left + 0, rect.left + 5, rect.left + 200, right - 5,
+                            right, right + 5}) {
+            for (const int y : {rect.top - 5, rect.top + 0, rect.top + 5, rect.top + 100,
+                                bottom - 5, bottom, bottom + 5}) {
+                const Box box = DrawOneLabel(surface_, x, y);
+                EXPECT_GT(box.left, rect.left) << x << " " << y;
+                EXPECT_GT(box.top, rect.top) << x << " " << y;
+                EXPECT_LE(box.right, right) << x << " " << y;
+                EXPECT_LE(box.bottom, bottom) << x << " " << y;
+                // It is moved no farther than it must, and a click finds it where it is.
+                ASSERT_EQ(chartLines.objects.size(), 1U);
+                const LineLabel& object = chartLines.objects[0];
+                EXPECT_EQ(object.x, (box.left + box.right - 1) / 2);
+                EXPECT_EQ(object.y, (box.top + box.bottom - 1) / 2);
+                EXPECT_TRUE(x != rect.left + 200 || object.x == x);
+                EXPECT_TRUE(y != rect.top + 100 || object.y == y);
+                EXPECT_LE(std::abs(object.x - x), 6 + (box.right - box.left + 1) / 2);
+                EXPECT_EQ(chartLines.labels[0].x, x) << "the list of labels stays";
+            }
+        }
+    }
+}
+
+// Of the globe's radius in its direction, how far off the centre the outermost corner of a box lies
+// that stands `further` pixels more to the outside.
+double OutermostCorner(const Box& box, double furtherX, double furtherY) {
+    const MapRect& rect = mapView.rect;
+    double outermost = 0;
+    for (const int x : {box.left, box.right - 1}) {
+        for (const int y : {box.top, box.bottom - 1}) {
+            const double u = (x + furtherX - rect.left) * 2 / rect.width - 1;
+            const double v = (y + furtherY - rect.top) * 2 / rect.height - 1;
+            outermost = std::max(outermost, std::hypot(u, v));
+        }
+    }
+    return outermost;
+}
+
+TEST_F(ChartLines, ALabelAtTheLimbOfAGlobeLiesWholeWithinIt) {
+    for (const std::int16_t globe : {projection::kGlobeSphere, projection::kGlobeOblate}) {
         CurrentMap() = {};
-        if (globe) Globe(20, 0, projection::kGlobeSphere);
+        Globe(20, 0, globe);
         SetView();
         const MapRect rect = mapView.rect;
-        const int right = rect.left + rect.width;
-        const int bottom = rect.top + rect.height;
-        for (const std::int16_t shape : {0, 2}) {
+        const double centreX = rect.left + rect.width / 2.0;
+        const double centreY = rect.top + rect.height / 2.0;
+        int moved = 0;
+        for (const std::int16_t shape : {0, 1, 2}) {
             settings.lineStyle[14].symbolShape = shape;
-            for (const int x : {rect.left - 5, rect.left + 0, rect.left + 5, rect.left + 200,
-                                right - 5, right, right + 5}) {
-                for (const int y : {rect.top - 5, rect.top + 0, rect.top + 5, rect.top + 100,
-                                    bottom - 5, bottom, bottom + 5}) {
-                    chartLines.labels.clear();
-                    AddLineLabel(static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 3, 14);
-                    surface_.log.clear();
-                    DrawLineLabels();
-                    const auto boxes = surface_.Calls(shape == 0 ? "Rectangle" : "Ellipse");
-                    ASSERT_EQ(boxes.size(), 1U);
-                    const Box box = BoxOf(boxes[0]);
-                    EXPECT_GT(box.left, rect.left) << boxes[0];
-                    EXPECT_GT(box.top, rect.top) << boxes[0];
-                    EXPECT_LE(box.right, right) << boxes[0];
-                    EXPECT_LE(box.bottom, bottom) << boxes[0];
-                    // It is moved no farther than it must, and a click finds it where it is.
-                    ASSERT_EQ(chartLines.objects.size(), 1U);
-                    const LineLabel& object = chartLines.objects[0];
+            for (int angle = 0; angle < 360; angle += 7) {
+                for (const double part : {0.0, 0.5, 0.9, 0.95, 0.98, 1.0}) {
+                    const double dx = std::cos(angle * kDegree) * rect.width / 2;
+                    const double dy = std::sin(angle * kDegree) * rect.height / 2;
+                    const int x = static_cast<int>(std::lround(centreX + dx * part));
+                    const int y = static_cast<int>(std::lround(centreY + dy * part));
+                    const Box box = DrawOneLabel(surface_, x, y);
+                    EXPECT_LT(OutermostCorner(box, 0, 0), 1) << angle << " " << part;
+                    const LineLabel& object = chartLines.objects.at(0);
                     EXPECT_EQ(object.x, (box.left + box.right - 1) / 2);
                     EXPECT_EQ(object.y, (box.top + box.bottom - 1) / 2);
-                    EXPECT_TRUE(x != rect.left + 200 || object.x == x);
-                    EXPECT_TRUE(y != rect.top + 100 || object.y == y);
-                    EXPECT_LE(std::abs(object.x - x), 6 + (box.right - box.left + 1) / 2);
-                    EXPECT_EQ(chartLines.labels[0].x, x) << "the list of labels stays";
+                    EXPECT_TRUE(part > 0.5 || (object.x == x && object.y == y)) << angle;
+                    if (object.x == x && object.y == y) continue;
+                    ++moved;
+                    // Straight towards the centre, and no farther than it must: five pixels (the
+                    // rim, and whole pixels) more to the outside it would reach over the limb.
+                    const double length = std::hypot(dx, dy);
+                    EXPECT_NEAR((object.x - centreX) * dy, (object.y - centreY) * dx, length * 1.5)
+                        << angle << " " << part;
+                    EXPECT_GT(OutermostCorner(box, 5.5 * dx / length, 5.5 * dy / length), 1)
+                        << angle << " " << part;
                 }
             }
         }
+        EXPECT_GT(moved, 300);
+    }
+}
+
+TEST_F(ChartLines, ALabelLargerThanTheGlobeStandsInItsMiddle) {
+    Globe(20, 0, projection::kGlobeSphere);
+    SetView();
+    mapView.rect.width = mapView.rect.height = 9;
+    DrawOneLabel(surface_, mapView.rect.left + 8, mapView.rect.top + 5);
+    EXPECT_NEAR(chartLines.objects.at(0).x, mapView.rect.left + 4.5, 0.5);
+    EXPECT_NEAR(chartLines.objects.at(0).y, mapView.rect.top + 4.5, 0.5);
+}
+
+// The colour of the box that is drawn around a label.
+std::string LabelColour(RecordingSurface& surface, std::int16_t code, std::int16_t type) {
+    settings.lineStyle[static_cast<std::size_t>(type)].symbolShape = 0;
+    chartLines.labels.clear();
+    AddLineLabel(100, 100, code, type);
+    surface.log.clear();
+    DrawLineLabels();
+    const std::string call = surface.Calls("Rectangle").at(0);
+    return call.substr(call.find("solid"));
+}
+
+TEST_F(ChartLines, ALabelsBoxHasTheColourOfItsTypeOrOfItsPoint) {
+    SetView();
+    for (std::size_t type = 1; type <= 14; ++type) {
+        settings.lineStyle[type].colour = static_cast<Colour>(0x100 + type);
+        settings.lineStyle[type].planetColour = kTrue;
+    }
+    pointColour[3] = 0x112233;
+    pointColour[12] = 0x445566;
+    pointColour[72] = 0x778899;
+    const auto solid = [](int colour) { return "solid " + std::to_string(colour); };
+    EXPECT_EQ(LabelColour(surface_, 3, 14), solid(0x112233));
+    EXPECT_EQ(LabelColour(surface_, 72, 14), solid(0x778899));
+    EXPECT_EQ(LabelColour(surface_, 3412, 5), solid(0x445566)) << "the point of a paran";
+    for (const std::int16_t type : {8, 9, 10, 11, 12, 13}) {
+        EXPECT_EQ(LabelColour(surface_, 3, type), solid(0x100 + type)) << "no point's";
+    }
+    for (const std::int16_t type : {5, 14}) {
+        settings.lineStyle[static_cast<std::size_t>(type)].planetColour = kFalse;
+        EXPECT_EQ(LabelColour(surface_, 3, type), solid(0x100 + type));
     }
 }
 
