@@ -12,9 +12,9 @@ namespace orvantis {
 /// Latitude at which two bodies stand on the horizon together, and the right ascension of the
 /// zenith at that moment; the same bodies stand so at the opposite latitude when the zenith's right
 /// ascension is 180 degrees on. All in degrees, the zenith's from -180 to 180. The zenith is the
-/// pole of the plane through both bodies. False, and the outputs keep their values, if every
-/// latitude or none will do: the bodies stand at one place of the sky, opposite to one another, or
-/// both on one meridian.
+/// pole of the plane through both bodies. False, and the outputs keep their values, if the pole's z
+/// comes out as exactly 0, as for bodies at one place of the sky; for opposite ones the result is
+/// whatever rounding leaves.
 bool ParanLatitude(float ra1, float dec1, float ra2, float dec2, float& lat, float& zenithRA);
 
 /// Relations of two points at a paran: tens digit for `p`, units digit for `paranPoint`; 1
