@@ -77,9 +77,11 @@ void ListRiseAndSet(std::vector<MapLine>& lines, const LineFrame& frame) {
 void ListDirections(std::vector<MapLine>& lines, const LineFrame& frame) {
     for (std::int16_t p = 1; p <= point::kLast; ++p) {
         if (!IsPointDrawn(frame.slot, p)) continue;
-        lines.push_back({line_type::kLocalSpace, p, p, 0,
-                         CutAtAntimeridian(LocalSamples(frame, LocalBearing(frame, p),
-                                                        options.localLineExtent))});
+        LineParts parts =
+            CutAtAntimeridian(LocalSamples(frame, LocalBearing(frame, p), options.localLineExtent));
+        // An extent below the step leaves the place alone, which is no line.
+        std::erase_if(parts, [](const auto& run) { return run.size() < 2; });
+        if (!parts.empty()) lines.push_back({line_type::kLocalSpace, p, p, 0, std::move(parts)});
     }
 }
 

@@ -40,11 +40,15 @@ void PlotDirections(const LineFrame& frame) {
 // which it has down to the antipode; the line due south does the reverse. So the near meridian is
 // the southern line's at its foot, the far one the northern line's at its head, and there their
 // marks stand.
+MarkEnds EndsOf(const LocalHouse& line) {
+    if (!IsFlat(mapView.extent.projection)) return MarkEnds::None;
+    return line.bearing == 0 ? MarkEnds::Second : MarkEnds::First;
+}
+
 void PlotHouseMeridian(const LocalHouse& line) {
     if (!IsMeridianShown(line.longitude)) return;
     chartLines.anyVisible = true;
-    const MarkEnds end = line.bearing == 0 ? MarkEnds::Second : MarkEnds::First;
-    DrawMeridian(line.longitude, line.opposite, line_type::kLocalHouse, end);
+    DrawMeridian(line.longitude, line.opposite, line_type::kLocalHouse, EndsOf(line));
 }
 
 void PlotHouses(const LineFrame& frame) {

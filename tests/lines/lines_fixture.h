@@ -11,6 +11,7 @@
 
 #include "charts/CALCCHRT.h"
 #include "lines/chart_lines.h"
+#include "lines/line_geometry.h"
 #include "map/map_document.h"
 #include "map/plot.h"
 #include "map/projection.h"
@@ -102,6 +103,57 @@ inline std::pair<int, int> PixelsOf(double lat, double longitude) {
     ProjectPoint(static_cast<std::int16_t>(std::lround(lat * 60)),
                  static_cast<std::int16_t>(std::lround(longitude * 60)), y, x);
     return {x, y};
+}
+
+// The calls of a record that move the pen or draw with it.
+inline std::vector<std::string> PenCalls(const RecordingSurface& surface) {
+    std::vector<std::string> calls;
+    for (const std::string& call : surface.log) {
+        if (call.starts_with("MoveTo") || call.starts_with("LineTo")) calls.push_back(call);
+    }
+    return calls;
+}
+
+// Pen calls from `at` on are those of a curve through each of the samples in their order, on a flat
+// map of the whole world; where its seam lies between two, the line goes out at one side and comes
+// in at the other. `at` moves behind them.
+inline void ExpectCurve(const std::vector<std::string>& calls, std::size_t& at,
+                        const std::vector<LinePosition>& samples) {
+    const MapRect& rect = mapView.rect;
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        const auto [x, y] = PixelsOf(samples[i].lat, samples[i].longitude);
+        std::string expected = i == 0 ? "MoveTo " : "LineTo ";
+        expected.append(std::to_string(x)).append(" ").append(std::to_string(y));
+        ASSERT_LT(at, calls.size()) << "sample " << i;
+        if (i > 0 && calls[at] != expected) {
+            ASSERT_LT(at + 2, calls.size()) << "sample " << i;
+            const int out = PlaceOfCall(calls[at]).first;
+            EXPECT_TRUE(calls[at].starts_with("LineTo"));
+            EXPECT_TRUE(out <= rect.left || out >= rect.left + rect.width) << calls[at];
+            EXPECT_TRUE(calls[at + 1].starts_with("MoveTo"));
+            at += 2;
+        }
+        ASSERT_EQ(calls[at], expected) << "sample " << i;
+        ++at;
+    }
+}
+
+// The same of a meridian: from the map's top to its bottom.
+inline void ExpectMeridian(const std::vector<std::string>& calls, std::size_t& at,
+                           double longitude) {
+    const MapRect& rect = mapView.rect;
+    const std::string x = std::to_string(PixelsOf(0, longitude).first);
+    ASSERT_LT(at + 1, calls.size());
+    EXPECT_EQ(calls[at], "MoveTo " + x + " " + std::to_string(rect.top));
+    EXPECT_EQ(calls[at + 1], "LineTo " + x + " " + std::to_string(rect.top + rect.height));
+    at += 2;
+}
+
+// Where a mark at the left or right side of a map of the whole world stands, degrees.
+inline LinePosition PositionOfSideMark(const EdgeMark& mark) {
+    const MapRect& rect = mapView.rect;
+    return {90 - (mark.y - rect.top) * 180.0 / rect.height,
+            mark.side == side::kLeft ? -180.0 : 180.0};
 }
 
 }  // namespace orvantis

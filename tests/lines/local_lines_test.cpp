@@ -9,6 +9,7 @@
 #include "lines/chart_lines.h"
 #include "lines/independent_sky.h"
 #include "lines/line_geometry.h"
+#include "lines/line_list.h"
 #include "lines/lines_fixture.h"
 #include "text/numbers.h"
 
@@ -174,6 +175,54 @@ TEST_F(LocalLines, TheMarkOfAHouseMeridianStandsAtTheEndThatItsHouseLooksTo) {
     }
 }
 
+// At the sides of the map a mark has the house whose line crosses there: the one whose direction
+// leads from the place to it. Tolerance: the pixels of the mark, and that between two samples a
+// line is straight on the map.
+TEST_F(LocalLines, AMarkAtASideOfTheMapIsThatOfTheHouseWhoseLineCrossesThere) {
+    std::mt19937 random(34);
+    ShowTypes({8});
+    int marks = 0;
+    for (const float lat : TriedLatitudes(random, 10)) {
+        const IndependentSky sky = RandomChart(random, lat);
+        Draw();
+        const Vec place = OnSphere(sky.lat, sky.longEast);
+        for (const EdgeMark& mark : mapView.edgeMarks) {
+            if (mark.side != side::kLeft && mark.side != side::kRight) continue;
+            const LinePosition at = PositionOfSideMark(mark);
+            if (std::abs(at.lat) > 85 || std::abs(lat) > 85) continue;
+            double bearing = 999;
+            for (const LocalHouse& house : LocalHouses(MakeLineFrame(1))) {
+                if (house.house == mark.kind) bearing = house.bearing;
+            }
+            const Vec there = OnSphere(at.lat, at.longitude);
+            const double azimuth = std::atan2(Dot(there, EastAt(sky.longEast)),
+                                              Dot(there, NorthAt(sky.lat, sky.longEast))) /
+                                   kRad;
+            const double off = Turned(azimuth, -bearing);
+            EXPECT_NEAR(off * std::sin(AngleBetween(place, there) * kRad), 0, 1)
+                << "lat " << lat << " house " << mark.kind << " at " << at.lat;
+            ++marks;
+        }
+    }
+    EXPECT_GT(marks, 200);
+}
+
+TEST_F(LocalLines, OnGlobesTheMeridiansOfHousesHaveNoMarks) {
+    chartNow.PlaceLat = 50;
+    chartNow.PlaceLongW = -15;
+    ShowTypes({8});
+    for (const std::int16_t globe : {projection::kGlobeSphere, projection::kGlobeOblate}) {
+        for (int longitude = -180; longitude < 180; longitude += 45) {
+            Globe(35, static_cast<float>(longitude), globe);
+            Draw();
+            EXPECT_FALSE(mapView.edgeMarks.empty());
+            for (const EdgeMark& mark : mapView.edgeMarks) {
+                EXPECT_TRUE(mark.kind != 4 && mark.kind != 10) << longitude;
+            }
+        }
+    }
+}
+
 // ---- Cases --------------------------------------------------------------------------------------
 
 TEST_F(LocalLines, AtAPlaceOnTheEquatorWithTheMidheavenNorthTheHousesRunNorthabout) {
@@ -237,6 +286,18 @@ TEST_F(LocalLines, AnExtentOf1DrawsASinglePointAndNoVisibleLine) {
     EXPECT_TRUE(surface_.Calls("LineTo").empty());
     EXPECT_EQ(surface_.Calls("MoveTo").size(), 1U);
     EXPECT_TRUE(mapView.edgeMarks.empty());
+}
+
+TEST_F(LocalLines, AnExtentOf1IsNoLineInTheList) {
+    Place(3, 40, 10);
+    ShowTypes({7});
+    options.localLineExtent = 1;
+    EXPECT_TRUE(ListLines(1).empty());
+    options.localLineExtent = 2;
+    const std::vector<MapLine> lines = ListLines(1);
+    ASSERT_EQ(lines.size(), 1U);
+    ASSERT_EQ(lines[0].runs.size(), 1U);
+    EXPECT_EQ(lines[0].runs[0].size(), 2U);
 }
 
 TEST_F(LocalLines, AnOddExtentStopsOneShort) {
@@ -332,6 +393,42 @@ TEST_F(LocalLines, PointsAreDrawnByTheRulesOfAllLines) {
     pointSelection[21] = kTrue;
     Draw();
     EXPECT_GE(surface_.Calls("LineTo").size(), 180U) << "the South Node has a direction";
+}
+
+TEST_F(LocalLines, DirectionsAreDrawnPointByPointThroughTheirSamplesInOrder) {
+    chartNow.PlaceLat = 25;
+    chartNow.PlaceLongW = -70;
+    Place(3, 40, 10);
+    Place(5, 200, -35);
+    ShowTypes({7});
+    options.localLineExtent = 300;
+    Draw();
+    const LineFrame frame = MakeLineFrame(1);
+    const std::vector<std::string> calls = PenCalls(surface_);
+    std::size_t at = 0;
+    for (const std::int16_t p : {3, 5}) {
+        ExpectCurve(calls, at, LocalSamples(frame, LocalBearing(frame, p), 300));
+    }
+    EXPECT_EQ(at, calls.size()) << "nothing else is drawn";
+}
+
+TEST_F(LocalLines, HousesAreDrawnInTheirOrderThroughTheirSamplesOrAsMeridians) {
+    chartNow.PlaceLat = 50;
+    chartNow.PlaceLongW = -15;
+    Chart().Dec[23] = 20;
+    ShowTypes({8});
+    Draw();
+    const LineFrame frame = MakeLineFrame(1);
+    const std::vector<std::string> calls = PenCalls(surface_);
+    std::size_t at = 0;
+    for (const LocalHouse& house : LocalHouses(frame)) {
+        if (house.isMeridian) {
+            ExpectMeridian(calls, at, house.longitude);
+        } else {
+            ExpectCurve(calls, at, LocalSamples(frame, house.bearing, kLocalHouseExtent));
+        }
+    }
+    EXPECT_EQ(at, calls.size());
 }
 
 TEST_F(LocalLines, TwelveHousesAreDrawnTwoOfThemAsMeridians) {
