@@ -187,7 +187,7 @@ void PlotNightSide(Flag /*printing*/, std::int16_t /*slot*/) {
     if (options.dayNight == 0 || !CanShadeNight()) return;
     if (calcChart[kChartOnDisplay].Lon[point::kSun] < 0) return;
     mapView.surface->Polygon(NightPolygon(MakeLineFrame(kChartOnDisplay)),
-                             {FillKind::DiagonalCross, AreaColour(ClassicColour(kNightColour))},
+                             {FillKind::DiagonalCross, InkColour(ClassicColour(kNightColour))},
                              false);
 }
 

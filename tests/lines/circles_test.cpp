@@ -254,30 +254,81 @@ TEST_F(Circles, EachCircleHasItsPenAndItsCharacterAtTheMapsEdge) {
 }
 
 TEST_F(Circles, ACircleIsDrawnThroughItsSamplesInOrder) {
-    ShowTypes({9});
     chartNow.PlaceLat = 30;
     chartNow.PlaceLongW = -20;
+    Chart().RA[23] = 77;
+    for (const std::size_t type : {9, 10}) {
+        ShowTypes({type});
+        Draw();
+        const LineFrame frame = MakeLineFrame(1);
+        const std::vector<std::string> calls = PenCalls(surface_);
+        std::size_t at = 0;
+        ExpectCurve(calls, at,
+                    WholeCircle(type == 9 ? PlaceHorizon(frame) : EclipticCircle(frame)));
+        EXPECT_EQ(at, calls.size()) << "nothing else is drawn";
+        EXPECT_EQ(calls.size(), 183U) << "the samples, and once out and in";
+    }
+}
+
+TEST_F(Circles, SignBoundariesAreDrawnInTheirOrderThroughTheirSamplesOrAsMeridians) {
+    std::mt19937 random(12);
+    RandomChart(random, 40);
+    ShowTypes({11});
     Draw();
-    const std::vector<LinePosition> samples = WholeCircle(PlaceHorizon(MakeLineFrame(1)));
-    std::vector<std::pair<int, int>> expected;
-    expected.reserve(samples.size());
-    for (const LinePosition& sample : samples) {
-        expected.push_back(PixelsOf(sample.lat, sample.longitude));
-    }
-    std::vector<std::pair<int, int>> seen;
-    for (const std::string& call : surface_.log) {
-        if (call.starts_with("MoveTo") || call.starts_with("LineTo")) {
-            seen.push_back(PlaceOfCall(call));
+    const LineFrame frame = MakeLineFrame(1);
+    const std::vector<std::string> calls = PenCalls(surface_);
+    std::size_t at = 0;
+    for (const SignLine& line : SignLines(frame)) {
+        if (line.isMeridian) {
+            ExpectMeridian(calls, at, line.longitude);
+        } else {
+            ExpectCurve(calls, at, SignSamples(frame, line));
         }
-        if (call == "ClearClip") break;
     }
-    // But for the two positions of the way over the seam.
-    ASSERT_EQ(seen.size(), expected.size() + 2);
-    std::size_t found = 0;
-    for (const std::pair<int, int>& pixel : seen) {
-        if (found < expected.size() && pixel == expected[found]) ++found;
+    EXPECT_EQ(at, calls.size());
+}
+
+// At the sides of the map a mark has the sign whose boundary crosses there. Tolerance: the pixels
+// of the mark, and that between two samples a line is straight on the map.
+TEST_F(Circles, AMarkAtASideOfTheMapIsThatOfTheSignWhoseBoundaryCrossesThere) {
+    std::mt19937 random(89);
+    ShowTypes({11});
+    int marks = 0;
+    for (int round = 0; round < 20; ++round) {
+        const IndependentSky sky = RandomChart(random, static_cast<float>(round));
+        Draw();
+        for (const EdgeMark& mark : mapView.edgeMarks) {
+            if (mark.side != side::kLeft && mark.side != side::kRight) continue;
+            const LinePosition at = PositionOfSideMark(mark);
+            if (std::abs(at.lat) > 85) continue;
+            const double toPole = AngleBetween(EclipticPole(sky), OnSphere(at.lat, at.longitude));
+            const double off = Turned(ZenithLongitude(sky, at), (mark.kind - 1) * 30.0);
+            EXPECT_NEAR(off * std::sin(toPole * kRad), 0, 1)
+                << "round " << round << " sign " << mark.kind << " at " << at.lat;
+            ++marks;
+        }
     }
-    EXPECT_EQ(found, expected.size());
+    EXPECT_GE(marks, 200);
+}
+
+TEST_F(Circles, OnGlobesTheMeridiansOfSignsHaveNoMarks) {
+    std::mt19937 random(90);
+    RandomChart(random, 40);
+    ShowTypes({11});
+    for (const std::int16_t globe : {projection::kGlobeSphere, projection::kGlobeOblate}) {
+        for (int longitude = -180; longitude < 180; longitude += 45) {
+            Globe(35, static_cast<float>(longitude), globe);
+            Draw();
+            EXPECT_FALSE(mapView.edgeMarks.empty());
+            for (const EdgeMark& mark : mapView.edgeMarks) {
+                EXPECT_TRUE(mark.kind != 4 && mark.kind != 10) << "Cancer and Capricorn";
+            }
+        }
+    }
+    options.mapZodiac = 1;
+    Draw();
+    EXPECT_GT(PenCalls(surface_).size(), 100U);
+    EXPECT_TRUE(mapView.edgeMarks.empty()) << "all are meridians";
 }
 
 TEST_F(Circles, BearingsDueEastAndWestAreMovedSoThatTangentsStayFinite) {
@@ -511,6 +562,43 @@ TEST_F(Circles, TheOutlineGoesRoundByTheDarkPoleWhereItCrossesTheSeam) {
     }
 }
 
+// The circle goes once round the Earth, at a declination of 0 too, where it is two meridians.
+TEST_F(Circles, TheOutlineCrossesTheSeamOnceWhereverItLies) {
+    for (const float west : {-180.0F, -90.0F, 33.3F}) {
+        View(-90, west, 90, west);
+        SetView();
+        for (const double dec : {0.0, 1e-6, -1e-6, 0.0001, -0.0001, 0.01, -0.01, 23.0}) {
+            for (int longitude = -180; longitude < 180; longitude += 3) {
+                SunOver(dec, longitude);
+                EXPECT_EQ(NightPolygon(MakeLineFrame(1)).size(), 186U)
+                    << west << " " << dec << " " << longitude;
+            }
+        }
+    }
+}
+
+// On a map of a few pixels one step may be more than half of its width, and look like a crossing.
+TEST_F(Circles, OnTheSmallestMapsTheOutlineEndsWithItsHundredAndNinetiethPoint) {
+    SetView();
+    std::size_t longest = 0;
+    for (std::int16_t width = 1; width <= 8; ++width) {
+        mapView.rect.width = width;
+        for (const double dec : {0.0, 0.0001, -20.0}) {
+            for (int longitude = -180; longitude < 180; longitude += 3) {
+                SunOver(dec, longitude);
+                const LineFrame frame = MakeLineFrame(1);
+                const std::vector<SurfacePoint> polygon = NightPolygon(frame);
+                longest = std::max(longest, polygon.size());
+                const LinePosition first = WholeCircle(NightCircle(frame)).front();
+                EXPECT_EQ((std::pair<int, int>{polygon[0].x, polygon[0].y}),
+                          PixelsOf(first.lat, first.longitude))
+                    << "it begins where it always does";
+            }
+        }
+    }
+    EXPECT_EQ(longest, 190U);
+}
+
 TEST_F(Circles, TheNightIsHatchedInBlueWithoutAnOutlineAndBeforeAllLines) {
     SunOver(20, 0);
     pointSelection[3] = kTrue;
@@ -522,6 +610,24 @@ TEST_F(Circles, TheNightIsHatchedInBlueWithoutAnOutlineAndBeforeAllLines) {
     EXPECT_EQ(surface_.log.front(), polygons.front());
     EXPECT_NE(polygons.front().find("cross " + std::to_string(ClassicColour(1))), std::string::npos)
         << polygons.front();
+}
+
+TEST_F(Circles, OnAPageTheNightIsHatchedInBlueOrInBlackOnOneWithoutColours) {
+    SunOver(20, 0);
+    ShowTypes({});
+    options.dayNight = kTrue;
+    for (const auto& [mode, colour] : {std::pair{0, 0}, std::pair{3, int{ClassicColour(1)}}}) {
+        printState.colourMode = mode;
+        surface_.log.clear();
+        PlotMap4(kTrue, surface_, kFalse);
+        std::vector<std::string> hatches;
+        for (const std::string& polygon : surface_.Calls("Polygon")) {
+            if (polygon.find("cross") != std::string::npos) hatches.push_back(polygon);
+        }
+        ASSERT_EQ(hatches.size(), 1U) << mode;
+        EXPECT_NE(hatches[0].find("cross " + std::to_string(colour) + " "), std::string::npos)
+            << hatches[0];
+    }
 }
 
 TEST_F(Circles, TheNightIsShownOnFlatMapsOfTheWholeWorldAlone) {
