@@ -278,6 +278,39 @@ TEST_F(Parans, TwoBodiesAtOnePlaceGiveNoNewValue) {
     EXPECT_TRUE(ParansOfPair(1, kP, kOther, line_type::kParanRiseRise, 90).empty());
 }
 
+// One sets as the other rises, everywhere and at every hour: the pole of their plane is what
+// rounding leaves of nothing.
+TEST_F(Parans, OppositeBodiesGiveSomeLatitudeOfTheEarthOrNoneAndNoFault) {
+    std::mt19937 random(180);
+    std::uniform_real_distribution<float> anyRA(0, 180);
+    std::uniform_real_distribution<float> anyDec(-90, 90);
+    int some = 0;
+    int none = 0;
+    for (int round = 0; round < 2000; ++round) {
+        const float ra = round < 8 ? 45.0F * static_cast<float>(round % 4) : anyRA(random);
+        const float dec = round < 4 ? 0.0F : round < 8 ? 30.0F : anyDec(random);
+        float lat = 500;
+        float zenith = 600;
+        if (ParanLatitude(ra, dec, ra + 180, -dec, lat, zenith)) {
+            EXPECT_LE(std::abs(lat), 90) << ra << " " << dec;
+            EXPECT_LE(std::abs(zenith), 180) << ra << " " << dec;
+            ++some;
+        } else {
+            EXPECT_EQ(lat, 500);
+            EXPECT_EQ(zenith, 600);
+            ++none;
+        }
+    }
+    EXPECT_GT(some, 0);
+    EXPECT_GT(none, 0);
+
+    Place(3, 50, 20);
+    Place(1, 230, -20);
+    ShowTypes({5, 6});
+    PlotMap4(kFalse, surface_, kFalse);
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
 TEST_F(Parans, TwoBodiesOnTheEquator90DegreesApartGiveALatitudeOfNearly90) {
     float lat = 0;
     float zenith = 0;
@@ -482,6 +515,27 @@ TEST_F(Parans, AParanIsAParallelWithItsCodeAtBothEnds) {
         EXPECT_EQ(mark.type, line_type::kParanRiseRise);
     }
     EXPECT_TRUE(chartLines.objects.empty()) << "parans have no labels on the map";
+}
+
+TEST_F(Parans, AParanWithOnePointOnTheMeridianHasItsCodeAtBothEndsToo) {
+    Place(3, 30, 20);
+    Place(1, 100, -15);
+    options.paranLimit = 90;
+    ShowTypes({6});
+    Draw();
+    const std::vector<Paran> parans = ParansOfPair(1, kP, kOther, line_type::kParanRiseCulm, 90);
+    ASSERT_EQ(parans.size(), 4U);
+    ASSERT_EQ(mapView.edgeMarks.size(), 8U);
+    for (std::size_t i = 0; i < 8; ++i) {
+        const EdgeMark& mark = mapView.edgeMarks[i];
+        EXPECT_EQ(mark.side, i % 2 == 0 ? side::kLeft : side::kRight);
+        EXPECT_EQ(mark.kind, parans[i / 2].relation * 100 + 3);
+        EXPECT_EQ(mark.type, line_type::kParanRiseCulm);
+        EXPECT_EQ(mark.y, PixelsOf(static_cast<double>(parans[i / 2].lat), 0).second);
+        // First those in which the point itself is on the meridian, then those of the paran point.
+        EXPECT_EQ(mark.kind / 1000 <= 2, i < 4) << mark.kind;
+        EXPECT_EQ(mark.kind / 100 % 10 <= 2, i >= 4) << mark.kind;
+    }
 }
 
 TEST_F(Parans, OnFlatMapsAParallelMustLieStrictlyWithinTheView) {
