@@ -33,9 +33,10 @@ bool IsParan(const MapLine& line) {
     return line.type == line_type::kParanRiseRise || line.type == line_type::kParanRiseCulm;
 }
 
-// Nine decimals: a tenth of a millimetre on the ground, and no digits beyond what a double holds.
+// Nine decimals: a tenth of a millimetre on the ground, and no digits beyond what a double holds. A
+// zero has no sign.
 double Rounded(double degrees) {
-    return std::round(degrees * 1e9) / 1e9;
+    return std::round(degrees * 1e9) / 1e9 + 0.0;
 }
 
 Json Coordinates(const std::vector<LinePosition>& run) {
@@ -89,7 +90,7 @@ void PrintCsv(const std::vector<MapLine>& lines) {
         for (std::size_t run = 0; run < line.runs.size(); ++run) {
             for (const LinePosition& position : line.runs[run]) {
                 std::snprintf(numbers.data(), numbers.size(), "%zu,%.9f,%.9f", run + 1,
-                              position.lat, position.longitude);
+                              Rounded(position.lat), Rounded(position.longitude));
                 std::cout << head << numbers.data() << "\n";
             }
         }
@@ -114,8 +115,8 @@ void PrintKml(const std::vector<MapLine>& lines) {
         for (const auto& run : line.runs) {
             std::cout << "<LineString><tessellate>1</tessellate><coordinates>";
             for (const LinePosition& position : run) {
-                std::snprintf(numbers.data(), numbers.size(), "%.9f,%.9f ", position.longitude,
-                              position.lat);
+                std::snprintf(numbers.data(), numbers.size(), "%.9f,%.9f ",
+                              Rounded(position.longitude), Rounded(position.lat));
                 std::cout << numbers.data();
             }
             std::cout << "</coordinates></LineString>\n";
@@ -197,7 +198,8 @@ bool ApplyParanPoint(const Arguments& call) {
     double p = options.paranPoint;
     if (!ApplyNumber(call, "--paran-point", 1, point::kLastBody, p)) return false;
     if (p != std::floor(p)) {
-        Complain(kWrongCall, "--paran-point", "a whole number is needed");
+        Complain(kWrongCall, "--paran-point " + *call.Value("--paran-point"),
+                 "a whole number is needed");
         return false;
     }
     options.paranPoint = RoundToInt16(p);

@@ -1,8 +1,10 @@
 // The command line as a user calls it.
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <random>
 #include <set>
@@ -85,7 +87,7 @@ TEST_F(CommandLine, AWrongCallIsToldInOneLineWithExitCode2) {
          "orvantis-cli: --geodetic 181: a number from -180 to 180 is needed\n"},
         {{"lines", kSample, "--csv", "--paran-point", "1.5"},
          2,
-         "orvantis-cli: --paran-point: a whole number is needed\n"},
+         "orvantis-cli: --paran-point 1.5: a whole number is needed\n"},
         {{"lines", kSample, "--csv", "--limit", "x"},
          2,
          "orvantis-cli: --limit x: a number from 0 to 90 is needed\n"},
@@ -159,7 +161,8 @@ TEST_F(CommandLine, AWrongCallIsToldInOneLineWithExitCode2) {
 }
 
 TEST_F(CommandLine, HelpOfEveryVerbShowsAnExample) {
-    for (const char* verb : {"chart", "charts", "convert", "lines", "render", "database"}) {
+    for (const char* verb :
+         {"chart", "charts", "convert", "lines", "parans", "render", "database"}) {
         const ProgramResult result = Run({verb, "--help"});
         EXPECT_EQ(result.exitCode, 0);
         EXPECT_NE(result.output.find("Example: orvantis-cli " + std::string(verb)),
@@ -175,6 +178,8 @@ TEST_F(CommandLine, AFileThatCannotBeReadIsToldInOneLineWithExitCode3) {
         {{"chart", none}, 3, "orvantis-cli: " + none + ": File not found\n"},
         {{"charts", none}, 3, "orvantis-cli: " + none + ": File not found\n"},
         {{"lines", none, "--csv"}, 3, "orvantis-cli: " + none + ": File not found\n"},
+        {{"parans", none}, 3, "orvantis-cli: " + none + ": File not found\n"},
+        {{"parans", empty}, 3, "orvantis-cli: " + empty + ": holds no chart 1\n"},
         {{"charts", empty}, 3, "orvantis-cli: " + empty + ": holds no charts\n"},
         {{"charts", cut}, 3, "orvantis-cli: " + cut + ": holds no charts\n"},
         {{"chart", folder_.Path()},
@@ -270,6 +275,7 @@ TEST_F(CommandLine, RandomBytesInEveryKindOfFileNeitherCrashNorHang) {
                  {"charts", chart, "--json"},
                  {"chart", chart, "--json"},
                  {"lines", chart, "--geojson"},
+                 {"parans", chart},
                  {"render", "-o", out, "--size", "200x200", "--map", map},
                  {"render", "-o", out, "--size", "200x200", "--settings", settings},
                  {"render", kSample, "-o", out, "--size", "200x200", "--points", points},
@@ -418,6 +424,169 @@ TEST_F(CommandLine, ParansAreListedFromNorthToSouthWithBothPointsAngles) {
     EXPECT_EQ(rows.front()["latitude"].get<double>(), -rows.back()["latitude"].get<double>());
 }
 
+std::vector<std::string> Split(const std::string& text, char separator) {
+    std::vector<std::string> parts;
+    std::istringstream stream(text);
+    for (std::string part; std::getline(stream, part, separator);) parts.push_back(part);
+    return parts;
+}
+
+// The words of a relation's digit.
+std::string SideOf(int digit) {
+    return std::vector<std::string>{"", " Upper", " Lower", " Rising", " Setting"}.at(
+        static_cast<std::size_t>(digit));
+}
+
+TEST_F(CommandLine, ParansAsJsonHaveTheirTypeAndWordsByTheirAngles) {
+    const ProgramResult result = Run({"parans", kSample, "--points", "1,3,5", "--json"});
+    ASSERT_EQ(result.exitCode, 0) << result.errors;
+    const Json chart = Json::parse(Run({"chart", kSample, "--json"}).output);
+    const Json rows = Json::parse(result.output)["parans"];
+    std::set<int> types;
+    for (const Json& row : rows) {
+        std::string words;
+        int onMeridian = 0;
+        for (const char* number : {"1", "2"}) {
+            const std::string angle = row["angle" + std::string(number)];
+            const std::size_t p = row["point" + std::string(number)];
+            onMeridian += angle == "culminates" || angle == "anticulminates" ? 1 : 0;
+            if (!words.empty()) words += " / ";
+            words += chart["points"][p - 1]["name"].get<std::string>();
+            words += angle == "culminates"       ? " Upper"
+                     : angle == "anticulminates" ? " Lower"
+                     : angle == "rises"          ? " Rising"
+                                                 : " Setting";
+        }
+        EXPECT_EQ(row["words"], words);
+        EXPECT_EQ(row["type"], onMeridian == 0 ? 5 : 6) << words;
+        EXPECT_LE(onMeridian, 1) << words;
+        types.insert(row["type"].get<int>());
+    }
+    EXPECT_EQ(types.size(), 2U) << "the sample has both";
+}
+
+TEST_F(CommandLine, PlainParansAreOneALineWithTheLatitudeInDegreesAndMinutes) {
+    const std::vector<std::string> points = {"--points", "1,3,5,6,7"};
+    const ProgramResult plain = Run({"parans", kSample, points[0], points[1]});
+    const ProgramResult json = Run({"parans", kSample, points[0], points[1], "--json"});
+    ASSERT_EQ(plain.exitCode, 0) << plain.errors;
+    const std::vector<std::string> lines = Split(plain.output, '\n');
+    const Json rows = Json::parse(json.output)["parans"];
+    ASSERT_EQ(lines.size(), rows.size());
+    ASSERT_GT(lines.size(), 4U);
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const double lat = rows[i]["latitude"];
+        int degrees = 0;
+        int minutes = 0;
+        char side = 0;
+        ASSERT_EQ(std::sscanf(lines[i].c_str(), "%2d%c%2d", &degrees, &side, &minutes), 3);
+        EXPECT_EQ(side, lat < 0 ? 'S' : 'N') << lines[i];
+        EXPECT_NEAR(degrees + minutes / 60.0, std::abs(lat), 0.5 / 60 + 1e-9) << lines[i];
+        EXPECT_EQ(lines[i].substr(5), "  " + rows[i]["words"].get<std::string>());
+    }
+}
+
+TEST_F(CommandLine, ParansLeaveOutTheSouthNode) {
+    // Point 20 is the North Node, 21 the South Node.
+    const auto parans = [](const char* points) {
+        return Json::parse(Run({"parans", kSample, "--points", points, "--json"}).output)["parans"];
+    };
+    const Json both = parans("3,20,21");
+    EXPECT_EQ(both, parans("3,20"));
+    EXPECT_FALSE(both.empty());
+    EXPECT_TRUE(parans("3,21").empty());
+}
+
+TEST_F(CommandLine, ParansReachTo60DegreesUnlessTheCallSaysOtherwise) {
+    const auto parans = [](std::vector<std::string> limit) {
+        std::vector<std::string> call = {"parans", kSample, "--points", "1-20", "--json"};
+        call.insert(call.end(), limit.begin(), limit.end());
+        return Json::parse(Run(call).output)["parans"];
+    };
+    const Json unsaid = parans({});
+    EXPECT_EQ(unsaid, parans({"--limit", "60"}));
+    Json within60 = Json::array();
+    std::size_t beyond = 0;
+    for (const Json& row : parans({"--limit", "90"})) {
+        if (std::abs(row["latitude"].get<double>()) <= 60) {
+            within60.push_back(row);
+        } else {
+            ++beyond;
+        }
+    }
+    EXPECT_EQ(unsaid, within60);
+    EXPECT_GT(beyond, 0U);
+}
+
+TEST_F(CommandLine, LinesOfEveryTypeTellTheirCodeAndTheirWords) {
+    const ProgramResult result = Run({"lines", kSample, "--geojson", "--types", "1-11", "--points",
+                                      "3,5", "--limit", "90", "--paran-point", "6"});
+    ASSERT_EQ(result.exitCode, 0) << result.errors;
+    const std::vector<std::string> signs = {"Aries",       "Taurus",    "Gemini",   "Cancer",
+                                            "Leo",         "Virgo",     "Libra",    "Scorpio",
+                                            "Sagittarius", "Capricorn", "Aquarius", "Pisces"};
+    std::map<int, int> found;
+    const Json lines = Json::parse(result.output);
+    for (const Json& feature : lines["features"]) {
+        const Json& properties = feature["properties"];
+        const int type = properties["type"];
+        const int code = properties["code"];
+        const std::string words = properties.value("words", "");
+        ++found[type];
+        EXPECT_EQ(properties.contains("point"), type <= 7) << type;
+        EXPECT_EQ(properties.contains("latitude"), type == 5 || type == 6) << type;
+        if (type <= 4) {
+            EXPECT_EQ(code, properties["point"]);
+            EXPECT_EQ(" " + words, SideOf(type));
+        } else if (type <= 6) {
+            EXPECT_EQ(code % 100, properties["point"]);
+            EXPECT_EQ(words, properties["pointName"].get<std::string>() + SideOf(code / 1000) +
+                                 " / Venus" + SideOf(code / 100 % 10));
+            ForEachVertex(feature["geometry"], [&](double, double lat) {
+                EXPECT_EQ(lat, properties["latitude"]) << words;
+            });
+        } else if (type == 7) {
+            EXPECT_EQ(code, properties["point"]);
+            EXPECT_EQ(words, "");
+        } else if (type == 8) {
+            EXPECT_EQ(words, "House " + std::to_string(code));
+        } else if (type == 11) {
+            EXPECT_EQ(words, signs.at(static_cast<std::size_t>(code) - 1));
+        } else {
+            EXPECT_EQ(code, type == 9 ? 'H' : 'E');
+            EXPECT_EQ(words, "");
+        }
+    }
+    const std::map<int, int> expected = {{1, 2}, {2, 2},  {3, 2}, {4, 2},  {5, 4},  {6, 8},
+                                         {7, 2}, {8, 12}, {9, 1}, {10, 1}, {11, 12}};
+    EXPECT_EQ(found, expected);
+}
+
+TEST_F(CommandLine, ParansOfLinesAreWithThePointAndUpToTheLimitOfTheCall) {
+    const auto lines = [](const char* p, const char* limit) {
+        const ProgramResult result =
+            Run({"lines", kSample, "--geojson", "--types", "5,6", "--points", "1-20",
+                 "--paran-point", p, "--limit", limit});
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        return Json::parse(result.output)["features"];
+    };
+    const Json all = lines("3", "90");
+    Json within25 = Json::array();
+    for (const Json& feature : all) {
+        const Json& properties = feature["properties"];
+        EXPECT_NE(properties["point"], 3);
+        EXPECT_NE(properties["words"].get<std::string>().find(" / The Sun "), std::string::npos);
+        if (std::abs(properties["latitude"].get<double>()) <= 25) within25.push_back(feature);
+    }
+    EXPECT_EQ(lines("3", "25"), within25);
+    EXPECT_FALSE(within25.empty());
+    EXPECT_LT(within25.size(), all.size());
+    for (const Json& feature : lines("5", "90")) {
+        EXPECT_NE(feature["properties"]["words"].get<std::string>().find(" / Mercury "),
+                  std::string::npos);
+    }
+}
+
 TEST_F(CommandLine, TheGeodeticZodiacBeginsAtTheLongitudeOfTheCallEastPositive) {
     const ProgramResult result =
         Run({"lines", kSample, "--csv", "--types", "11", "--geodetic", "10"});
@@ -453,17 +622,25 @@ TEST_F(CommandLine, GeoJsonIsCutAtTheAntimeridian) {
 
 // One exported line: all of its vertices, run by run.
 struct ExportedLine {
-    std::string name;                                          // point and type
+    std::string name;                                          // as NameOf makes it
     std::vector<std::vector<std::pair<double, double>>> runs;  // longitude and latitude, degrees
 };
+
+// What KML calls a line.
+std::string NameOf(int type, const std::string& typeName, const std::string& pointName,
+                   const std::string& words) {
+    if (type == 5 || type == 6) return typeName + ": " + words;
+    if (!pointName.empty()) return pointName + " " + typeName;
+    return words.empty() ? typeName : typeName + ": " + words;
+}
 
 std::vector<ExportedLine> LinesOfGeoJson(const std::string& text) {
     std::vector<ExportedLine> lines;
     const Json collection = Json::parse(text);
     for (const Json& feature : collection["features"]) {
         const Json& properties = feature["properties"];
-        lines.push_back({properties["pointName"].get<std::string>() + " " +
-                             properties["typeName"].get<std::string>(),
+        lines.push_back({NameOf(properties["type"], properties["typeName"],
+                                properties.value("pointName", ""), properties.value("words", "")),
                          {}});
         const Json& geometry = feature["geometry"];
         const Json runs = geometry["type"] == "LineString" ? Json::array({geometry["coordinates"]})
@@ -476,13 +653,6 @@ std::vector<ExportedLine> LinesOfGeoJson(const std::string& text) {
     return lines;
 }
 
-std::vector<std::string> Split(const std::string& text, char separator) {
-    std::vector<std::string> parts;
-    std::istringstream stream(text);
-    for (std::string part; std::getline(stream, part, separator);) parts.push_back(part);
-    return parts;
-}
-
 std::vector<ExportedLine> LinesOfCsv(const std::string& text) {
     std::vector<ExportedLine> lines;
     std::vector<std::string> rows = Split(text, '\n');
@@ -492,7 +662,7 @@ std::vector<ExportedLine> LinesOfCsv(const std::string& text) {
         const std::vector<std::string> cells = Split(row, ',');
         EXPECT_EQ(cells.size(), 9U) << row;
         if (cells.size() != 9) return lines;
-        const std::string name = cells[3] + " " + cells[1];
+        const std::string name = NameOf(std::stoi(cells[0]), cells[1], cells[3], cells[5]);
         if (lines.empty() || lines.back().name != name) lines.push_back({name, {}});
         auto& runs = lines.back().runs;
         if (runs.size() < std::stoul(cells[6])) runs.emplace_back();
@@ -553,12 +723,18 @@ TEST_F(CommandLine, GeoJsonCsvAndKmlHoldTheSameVertices) {
     std::vector<std::string> texts;
     for (const char* format : {"--geojson", "--csv", "--kml"}) {
         const ProgramResult result =
-            Run({"lines", kSample, format, "--points", "1-36", "--types", "1-4"});
+            Run({"lines", kSample, format, "--points", "1-36", "--types", "1-11", "--limit", "90"});
         ASSERT_EQ(result.exitCode, 0) << result.errors;
         texts.push_back(result.output);
     }
     const std::vector<ExportedLine> lines = LinesOfGeoJson(texts[0]);
-    ASSERT_GT(lines.size(), 100U);
+    ASSERT_GT(lines.size(), 300U);
+    for (const char* kind : {"Paran RS/RS: ", "Paran RS/MI: ", "Local House: House ", "Horizon",
+                             "Ecliptic", "Signs: ", " Local Space", " Culminate"}) {
+        EXPECT_TRUE(std::any_of(lines.begin(), lines.end(), [&](const ExportedLine& line) {
+            return line.name.find(kind) != std::string::npos;
+        })) << kind;
+    }
     std::size_t vertices = 0;
     std::size_t cut = 0;
     for (const ExportedLine& line : lines) {
@@ -621,6 +797,14 @@ TEST_F(CommandLine, AZeroIsPrintedWithoutASign) {
         EXPECT_EQ(result.output.find("\"longitude\":-0.0"), std::string::npos) << call[0];
         EXPECT_EQ(result.output.find("\"longitude\": -0.0"), std::string::npos) << call[0];
     }
+    // The ecliptic of the geodetic zodiac is the equator.
+    for (const char* format : {"--geojson", "--csv", "--kml"}) {
+        const ProgramResult result =
+            Run({"lines", kSample, format, "--types", "10", "--geodetic", "0"});
+        ASSERT_EQ(result.exitCode, 0) << result.errors;
+        EXPECT_EQ(result.output.find("-0.0"), std::string::npos) << format;
+        EXPECT_NE(result.output.find(",0.0"), std::string::npos) << format;
+    }
 }
 
 TEST_F(CommandLine, APlainChartIsATableOfPointsAndHouses) {
@@ -640,8 +824,12 @@ TEST_F(CommandLine, APlainChartIsATableOfPointsAndHouses) {
 }
 
 TEST_F(CommandLine, WithoutANumberTheFirstChartIsTaken) {
-    for (const std::vector<std::string>& verb : std::vector<std::vector<std::string>>{
-             {"chart"}, {"chart", "--json"}, {"lines", "--csv"}}) {
+    for (const std::vector<std::string>& verb :
+         std::vector<std::vector<std::string>>{{"chart"},
+                                               {"chart", "--json"},
+                                               {"lines", "--csv"},
+                                               {"parans"},
+                                               {"parans", "--json"}}) {
         const auto call = [&](const std::string& file) {
             std::vector<std::string> arguments = verb;
             arguments.insert(arguments.begin() + 1, file);
@@ -659,7 +847,8 @@ TEST_F(CommandLine, HelpOfTheProgramNamesEveryVerbAndTheExitCodes) {
     const ProgramResult result = Run({"--help"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.errors, "");
-    for (const char* verb : {"chart", "charts", "convert", "lines", "render", "database"}) {
+    for (const char* verb :
+         {"chart", "charts", "convert", "lines", "parans", "render", "database"}) {
         EXPECT_NE(result.output.find("\n  " + std::string(verb) + " "), std::string::npos) << verb;
     }
     EXPECT_NE(result.output.find("Exit code: 0 done, 1 the work failed, 2 the call is wrong, 3 the "
@@ -706,6 +895,7 @@ TEST_F(CommandLine, AFullStandardOutputIsTheWorkFailed) {
           "chart '" + kSample + "' --json", "charts '" + kSample + "'",
           "charts '" + kSample + "' --json", "lines '" + kSample + "' --geojson",
           "lines '" + kSample + "' --csv", "lines '" + kSample + "' --kml",
+          "parans '" + kSample + "'", "parans '" + kSample + "' --json",
           "render -o '" + out + "' --size 200x200 --json"}) {
         std::string command = "'";
         command.append(kProgram).append("' ").append(arguments).append(" >/dev/full");
