@@ -1,13 +1,13 @@
 // The verbs "lines" and "parans": every line of a chart, and every paran, for other programs.
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <iostream>
 #include <nlohmann/json.hpp>
 
 #include "charts/CALCCHRT.h"
+#include "cli/line_options.h"
 #include "cli/verbs.h"
 #include "lines/chart_lines.h"
 #include "lines/line_geometry.h"
@@ -24,10 +24,6 @@ namespace orvantis::cli {
 using Json = nlohmann::ordered_json;
 
 namespace {
-
-std::size_t Index(std::int16_t number) {
-    return static_cast<std::size_t>(number);
-}
 
 bool IsParan(const MapLine& line) {
     return line.type == line_type::kParanRiseRise || line.type == line_type::kParanRiseCulm;
@@ -126,86 +122,6 @@ void PrintKml(const std::vector<MapLine>& lines) {
     std::cout << "</Document>\n</kml>\n";
 }
 
-// What the call says of line types takes the place of the settings'.
-bool ApplyTypes(const Arguments& call) {
-    const auto types = call.Value("--types");
-    if (!types) return true;
-    const auto numbers = ParseNumberList(*types, line_type::kCulminate, line_type::kSigns);
-    if (!numbers) {
-        Complain(kWrongCall, "--types " + *types, "a list of numbers from 1 to 11 is needed");
-        return false;
-    }
-    for (LineStyle& style : settings.lineStyle) style.displayed = kFalse;
-    for (const std::int16_t type : *numbers) settings.lineStyle[Index(type)].displayed = kTrue;
-    return true;
-}
-
-bool ApplyPoints(const Arguments& call) {
-    const auto points = call.Value("--points");
-    if (!points) return true;
-    const auto numbers = ParseNumberList(*points, 1, point::kLastBody);
-    if (!numbers) {
-        Complain(kWrongCall, "--points " + *points, "a list of numbers from 1 to 36 is needed");
-        return false;
-    }
-    pointSelection.fill(kFalse);
-    for (const std::int16_t p : *numbers) pointSelection[Index(p)] = kTrue;
-    return true;
-}
-
-bool ApplyMode(const Arguments& call) {
-    const auto mode = call.Value("--mode");
-    if (!mode) return true;
-    if (*mode != "mundo" && *mode != "zodiacal") {
-        Complain(kWrongCall, "--mode " + *mode, "mundo or zodiacal is needed");
-        return false;
-    }
-    options.lineMode = *mode == "mundo" ? 1 : 2;
-    return true;
-}
-
-// A number of the call within bounds; false if it is none, which has been told.
-bool ApplyNumber(const Arguments& call, std::string_view option, double low, double high,
-                 double& number) {
-    const auto text = call.Value(option);
-    if (!text) return true;
-    const auto end = text->data() + text->size();
-    const auto [rest, failure] = std::from_chars(text->data(), end, number);
-    if (failure == std::errc() && rest == end && number >= low && number <= high) return true;
-    std::array<char, 80> needed{};
-    std::snprintf(needed.data(), needed.size(), "a number from %g to %g is needed", low, high);
-    Complain(kWrongCall, std::string(option) + " " + *text, needed.data());
-    return false;
-}
-
-bool ApplyGeodetic(const Arguments& call) {
-    if (!call.Value("--geodetic")) return true;
-    options.mapZodiac = 1;
-    double east = 0;
-    if (!ApplyNumber(call, "--geodetic", -180, 180, east)) return false;
-    options.geodeticStart = -east;
-    return true;
-}
-
-bool ApplyLimit(const Arguments& call) {
-    double limit = static_cast<double>(options.paranLimit);
-    if (!ApplyNumber(call, "--limit", 0, 90, limit)) return false;
-    options.paranLimit = static_cast<float>(limit);
-    return true;
-}
-
-bool ApplyParanPoint(const Arguments& call) {
-    double p = options.paranPoint;
-    if (!ApplyNumber(call, "--paran-point", 1, point::kLastBody, p)) return false;
-    if (p != std::floor(p)) {
-        Complain(kWrongCall, "--paran-point " + *call.Value("--paran-point"),
-                 "a whole number is needed");
-        return false;
-    }
-    options.paranPoint = RoundToInt16(p);
-    return true;
-}
-
 // A paran of two points of a chart, as the verb lists it.
 struct ListedParan {
     Paran paran;
@@ -299,18 +215,16 @@ Example: orvantis-cli parans data/sample.cht:1 --limit 50 --points 1,3,6
 )";
 
 int RunLines(const std::vector<std::string>& words, CliShell& shell) {
-    const std::optional<Arguments> call = TakeApart(
-        words, {{"--types", "--points", "--mode", "--geodetic", "--paran-point", "--limit"},
-                {"--geojson", "--csv", "--kml"}});
+    std::vector<std::string_view> names(kLineOptions.begin(), kLineOptions.end());
+    names.emplace_back("--points");
+    const std::optional<Arguments> call =
+        TakeApart(words, {names, {"--geojson", "--csv", "--kml"}});
     if (!call) return kWrongCall;
     if (call->words.size() != 1) return Complain(kWrongCall, "lines", "takes one FILE[:N]");
     if (call->flags.size() != 1) {
         return Complain(kWrongCall, "lines", "one of --geojson, --csv and --kml is needed");
     }
-    if (!ApplyTypes(*call) || !ApplyPoints(*call) || !ApplyMode(*call) || !ApplyGeodetic(*call) ||
-        !ApplyParanPoint(*call) || !ApplyLimit(*call)) {
-        return kWrongCall;
-    }
+    if (!ApplyLineOptions(*call) || !ApplyPoints(*call)) return kWrongCall;
     const int opened = OpenNamedChart(call->words.front(), shell);
     if (opened != kDone) return opened;
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "cli/line_options.h"
 #include "cli/load_picture.h"
 #include "cli/verbs.h"
 #include "map/map_document.h"
@@ -201,16 +202,30 @@ void ApplyToMap(const RenderCall& render) {
     ChangeProjection(wanted, before);
 }
 
+// True if --points has a list of numbers and not the name of a file.
+bool ListsPoints(const Arguments& call) {
+    const auto points = call.Value("--points");
+    return points && points->find_first_not_of("0123456789,-") == std::string::npos;
+}
+
+// What the call says of lines and points in so many words.
+bool ApplyLinesAndPoints(const Arguments& call) {
+    return ApplyLineOptions(call) && (!ListsPoints(call) || ApplyPoints(call));
+}
+
 // Settings, points and map that the call names.
 int LoadNamedFiles(const Arguments& call) {
     for (const std::string_view option : {"--settings", "--points", "--map"}) {
+        if (option == "--points" && ListsPoints(call)) continue;
         const auto path = call.Value(option);
         if (path && FileExists(*path) == 0) return Complain(kUnreadable, *path, WhyNoFile(*path));
     }
     if (const auto path = call.Value("--settings"); path && LoadSettings(*path, kFalse) != 0) {
         return Complain(kUnreadable, *path, "not a settings file");
     }
-    if (const auto path = call.Value("--points")) LoadPointSelection(*path);
+    if (const auto path = call.Value("--points"); path && !ListsPoints(call)) {
+        LoadPointSelection(*path);
+    }
     if (const auto path = call.Value("--map")) {
         if (OpenMap(*path, kFalse) != 0) return kUnreadable;
     } else {
@@ -237,8 +252,10 @@ void PrintView() {
 
 const std::string_view kRenderHelp =
     R"(orvantis-cli render [FILE[:N]] -o OUT.png|OUT.svg|OUT.pdf [--size 1920x1080] [--map F.ovm]
-    [--settings F.ovs] [--points F.pts] [--projection cartesian|mercator|sphere|oblate]
+    [--settings F.ovs] [--points F.pts|1,3,5-12] [--projection cartesian|mercator|sphere|oblate]
     [--precision 1..5] [--view S,W,N,E] [--grid [LAT,LONG]] [--json]
+    [--types 1-4,10] [--mode mundo|zodiacal] [--geodetic START] [--paran-point P]
+    [--limit LATITUDE]
 
 Draws the map with the lines of chart N (the first if N isn't given), or without a chart, as the
 window shows it. The view's edges are degrees; latitude north positive, longitude EAST positive;
@@ -246,6 +263,8 @@ a west above its east crosses the date line, equal ones are the whole way round.
 takes latitudes from -89 to 89. A globe looks at the middle of the view.
 In an SVG or a PDF lines, texts and glyphs are vectors, land and sea a picture beneath them; 96
 pixels of the size are an inch.
+The last two rows of options and a list of points are those of the verb lines; they go before what
+the settings say.
 --grid shows the coordinate grid, every LAT and LONG degrees, 1 to 90, or in the map's own steps.
 --json prints the view and where the map lies in the picture, in pixels.
 
@@ -300,18 +319,20 @@ int DrawPicture(const RenderCall& render, CliShell& shell) {
 }  // namespace
 
 int RunRender(const std::vector<std::string>& words, CliShell& shell) {
-    const std::optional<Arguments> call =
-        TakeApart(words, {{"-o", "--size", "--map", "--settings", "--points", "--projection",
-                           "--precision", "--view"},
-                          {"--json"},
-                          {"--grid"}});
+    std::vector<std::string_view> names = {"-o",       "--size",       "--map",       "--settings",
+                                           "--points", "--projection", "--precision", "--view"};
+    names.insert(names.end(), kLineOptions.begin(), kLineOptions.end());
+    const std::optional<Arguments> call = TakeApart(words, {names, {"--json"}, {"--grid"}});
     if (!call) return kWrongCall;
     RenderCall render;
     int status = ParseCall(*call, render);
     if (status != kDone) return status;
+    // Once to find what is wrong before any work, and again over what the settings' file says.
+    if (!ApplyLinesAndPoints(*call)) return kWrongCall;
     if (LoadDatabase() != 0) return kUnreadable;
     status = LoadNamedFiles(*call);
     if (status != kDone) return status;
+    ApplyLinesAndPoints(*call);
     status = CheckMercator(render, render.projection.value_or(CurrentMap().projection));
     if (status != kDone) return status;
     ApplyToMap(render);

@@ -102,6 +102,12 @@ TEST_F(CommandLine, AWrongCallIsToldInOneLineWithExitCode2) {
          2,
          "orvantis-cli: --mode both: mundo or zodiacal is needed\n"},
         {{"render"}, 2, "orvantis-cli: render: -o OUT.png, OUT.svg or OUT.pdf is needed\n"},
+        {{"render", kSample, "-o", "a.png", "--types", "1,12"},
+         2,
+         "orvantis-cli: --types 1,12: a list of numbers from 1 to 11 is needed\n"},
+        {{"render", kSample, "-o", "a.png", "--points", "1,37"},
+         2,
+         "orvantis-cli: --points 1,37: a list of numbers from 1 to 36 is needed\n"},
         {{"render", "-o", "a.gif"},
          2,
          "orvantis-cli: -o a.gif: a name that ends in .png, .svg or .pdf is needed\n"},
@@ -978,6 +984,24 @@ TEST_F(CommandLine, RenderPaintsTheOpenSeaAndLeavesOpenLandBare) {
     EXPECT_EQ(picture("30,175,40,-175", "cartesian"), pacific) << "over the date line";
     EXPECT_EQ(picture("-50,-30,-40,-20", "mercator"), pacific);
     EXPECT_EQ(picture("-25,121,-22,124", "mercator"), sahara) << "Australia";
+}
+
+// What no setting says otherwise: of the picture's lines, those of the types and points named.
+TEST_F(CommandLine, RenderDrawsTheLinesAndPointsThatTheCallNames) {
+    const auto picture = [this](const std::vector<std::string>& more) {
+        const std::string out = folder_.File("types.svg");
+        std::vector<std::string> call = {"render", kSample, "-o", out, "--size", "640x360"};
+        call.insert(call.end(), more.begin(), more.end());
+        EXPECT_EQ(Run(call).exitCode, 0);
+        return FileBytes(out);
+    };
+    const Bytes all = picture({});
+    const Bytes meridians = picture({"--types", "1"});
+    const Bytes one = picture({"--types", "1", "--points", "3"});
+    const Bytes geodetic = picture({"--types", "1", "--points", "3", "--geodetic", "0"});
+    EXPECT_GT(all.size(), meridians.size());
+    EXPECT_GT(meridians.size(), one.size());
+    EXPECT_NE(one, geodetic);
 }
 
 TEST_F(CommandLine, RenderOfTheSameCallGivesTheSameBytes) {
