@@ -206,7 +206,9 @@ TEST_F(LineList, TheGeodeticZodiacHasNoLocalLinesNorHorizonAndItsSignsAreMeridia
         const double expected = 30.0 * (line.code - 1);
         EXPECT_NEAR(std::remainder(line.runs[0][0].longitude - expected, 360), 0, 1e-9);
     }
-    for (const LinePosition& position : OfType(line_type::kEcliptic)[0].runs[0]) {
+    const std::vector<MapLine> ecliptic = OfType(line_type::kEcliptic);
+    ASSERT_EQ(ecliptic.size(), 1U);
+    for (const LinePosition& position : ecliptic[0].runs[0]) {
         EXPECT_NEAR(position.lat, 0, 1e-9) << "the ecliptic serves as equator";
     }
 }
@@ -238,9 +240,9 @@ TEST_F(LineList, WordsSayWhatALineTells) {
     EXPECT_EQ(words(2, 3, 3), "Lower");
     EXPECT_EQ(words(3, 3, 3), "Rising");
     EXPECT_EQ(words(4, 3, 3), "Setting");
-    EXPECT_EQ(words(5, 3, 3403), "Sun Rising / Moon Setting");
-    EXPECT_EQ(words(6, 3, 1403), "Sun Upper / Moon Setting");
-    EXPECT_EQ(words(6, 3, 3203), "Sun Rising / Moon Lower");
+    EXPECT_EQ(words(5, 3, 3403), "The Sun Rising / The Moon Setting");
+    EXPECT_EQ(words(6, 3, 1403), "The Sun Upper / The Moon Setting");
+    EXPECT_EQ(words(6, 3, 3203), "The Sun Rising / The Moon Lower");
     EXPECT_EQ(words(7, 3, 3), "");
     EXPECT_EQ(words(8, 0, 10), "House 10");
     EXPECT_EQ(words(9, 0, 'H'), "");
