@@ -273,7 +273,7 @@ int NumberFromEnvironment(const char* name, int otherwise) {
 // are no land here: a view of a degree with four such islands would alone outweigh a hundred
 // others. They may be so much of all land:
 constexpr double kLostLand = 0.005;
-constexpr std::array<double, 6> kLandShare = {0, 0.005, 0.01, 0.01, 0.02, 0.02};
+constexpr std::array<double, 6> kLandShare = {0, 0.005, 0.01, 0.01, 0.02, 0.03};
 
 // What is land or sea for sure, pixels of the map: a leak fills far more than the first, which a
 // river mouth may have that is narrower than the mask tells; the second is half a percent.
