@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <set>
+#include <vector>
 
 #include "charts/KVCharts.h"
 #include "charts/chart_lists.h"
@@ -89,6 +90,29 @@ std::int32_t AppendBlock(Bytes& blocks) {
     return number;
 }
 
+// True if a free list from that block on ends, without a block that is taken or comes twice, within
+// the first `count` blocks.
+bool IsSoundFreeList(Bytes& blocks, std::int32_t free, std::int32_t count,
+                     const std::set<std::int32_t>& taken) {
+    for (std::int32_t walked = 0; free != 0; ++walked) {
+        const bool sound = walked < count && IsCommentBlock(free, count) && taken.count(free) == 0;
+        if (!sound) return false;
+        free = GetI32(Block(blocks, free));
+    }
+    return true;
+}
+
+// Which of the blocks, by their numbers, are on the free list.
+std::vector<bool> FreeBlocks(Bytes& blocks, std::int32_t count) {
+    std::vector<bool> isFree(static_cast<std::size_t>(count) + 1);
+    std::int32_t free = GetI32(Block(blocks, kHead));
+    while (IsCommentBlock(free, count) && !isFree[static_cast<std::size_t>(free)]) {
+        isFree[static_cast<std::size_t>(free)] = true;
+        free = GetI32(Block(blocks, free));
+    }
+    return isFree;
+}
+
 }  // namespace
 
 std::string CommentPath(std::string_view chartPath) {
@@ -98,7 +122,10 @@ std::string CommentPath(std::string_view chartPath) {
     if (point == std::string_view::npos || point <= start) return std::string(chartPath);
     const std::string extension = LowerAscii(chartPath.substr(point + 1));
     if (extension == "ch6" || extension == "kvchx") return std::string(chartPath);
-    return std::string(chartPath.substr(0, point));
+    const std::string_view stem = chartPath.substr(0, point);
+    if (extension != "bak" || !HasExtension(stem)) return std::string(stem);
+    const std::string saved = CommentPath(stem);
+    return saved == stem ? std::string(chartPath) : saved + std::string(chartPath.substr(point));
 }
 
 std::string ReadComment(std::int16_t type, std::string_view path, std::int32_t ref) {
@@ -147,17 +174,20 @@ bool WriteComment(std::int16_t type, std::string_view path, std::int32_t& ref,
     return true;
 }
 
-std::string CleanEndMarks(std::string_view text) {
-    const std::size_t last = text.find_last_not_of(std::string_view("\0\x1A", 2));
-    text = text.substr(0, last == std::string_view::npos ? 0 : last + 1);
-    std::string clean;
+std::string WithLineEnds(std::string_view text) {
+    std::string whole;
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t pair = std::min(text.find("\x01\x01", at), text.size());
-        clean += text.substr(at, pair - at);
-        if (pair < text.size()) clean += kCrLf;
+        whole += text.substr(at, pair - at);
+        if (pair < text.size()) whole += kCrLf;
         at = pair + 2;
     }
-    return clean;
+    return whole;
+}
+
+std::string CleanEndMarks(std::string_view text) {
+    const std::size_t last = text.find_last_not_of(std::string_view("\0\x1A", 2));
+    return WithLineEnds(text.substr(0, last == std::string_view::npos ? 0 : last + 1));
 }
 
 std::string GetComment(const Bytes& blocks, std::int32_t ref) {
@@ -197,8 +227,8 @@ std::int32_t PutComment(Bytes& blocks, std::string_view text) {
         if (previous != 0) PutI32(Block(blocks, previous), number);
         previous = number;
     }
-    const bool sound = IsCommentBlock(free, count) && taken.count(free) == 0;
-    PutI32(Block(blocks, kHead), sound ? free : 0);
+    // Nor may what remains lead to a block that is in use now, or will be when the file has grown.
+    PutI32(Block(blocks, kHead), IsSoundFreeList(blocks, free, count, taken) ? free : 0);
     return first;
 }
 
@@ -206,14 +236,16 @@ void FreeComment(Bytes& blocks, std::int32_t ref) {
     const std::int32_t count = BlockCount(static_cast<std::int64_t>(blocks.size()));
     if (!IsCommentBlock(ref, count)) return;
     const std::int32_t kept = GetI32(Block(blocks, kHead));
-    if (ref == kept) return;  // free already
+    const std::vector<bool> isFree = FreeBlocks(blocks, count);
+    if (isFree[static_cast<std::size_t>(ref)]) return;
     PutI32(Block(blocks, kHead), ref);
     std::int32_t number = ref;
     for (std::size_t walked = 1; true; ++walked) {
         std::uint8_t* p = Block(blocks, number);
         PutText(p + kText, kTextWidth, "");
         const std::int32_t next = GetI32(p);
-        const bool last = !IsCommentBlock(next, count) || next == number || next == kept;
+        const bool last = !IsCommentBlock(next, count) || next == number ||
+                          isFree[static_cast<std::size_t>(next)];
         if (last || walked == kMostBlocks) {
             PutI32(p, kept);
             return;

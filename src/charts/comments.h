@@ -15,7 +15,9 @@ inline constexpr std::size_t kMostComment = std::size_t{1150} * 28;
 
 /// Path of the comment file of a chart file: the chart file's without its extension. That of a type
 /// 3 file ("ch6", "KVchx") is the chart file itself, and so is that of a file without an extension
-/// or without a name before it: such a file has no comment file.
+/// or without a name before it: such a file has no comment file. The backup of a file has the
+/// backup of its comments: that of "name.cht.bak" is "name.bak", that of "name.ch6.bak" itself; but
+/// "name.bak", which nothing with an extension left behind, is a chart file like others.
 std::string CommentPath(std::string_view chartPath);
 
 /// Comment that starts at block `ref` of the comment file of types 1 and 2, or of chart `ref` of an
@@ -30,8 +32,10 @@ std::string ReadComment(std::int16_t type, std::string_view path, std::int32_t r
 bool WriteComment(std::int16_t type, std::string_view path, std::int32_t& ref,
                   std::string_view text);
 
-/// A stored text as it is shown: the marks with which a text was closed (bytes 0 and 26 at its
-/// end) are cut, and a line's end that was stored as two bytes 1 becomes one again.
+/// A stored text whose line's ends, which were stored as two bytes 1, are such again.
+std::string WithLineEnds(std::string_view text);
+
+/// The same without the marks with which a text was closed: bytes 0 and 26 at its end.
 std::string CleanEndMarks(std::string_view text);
 
 // A comment file in memory.
@@ -40,10 +44,11 @@ std::string CleanEndMarks(std::string_view text);
 std::string GetComment(const Bytes& blocks, std::int32_t ref);
 
 /// Stores a text that isn't empty and returns its first block. 0, with a run-time error, for one
-/// longer than kMostComment.
+/// longer than kMostComment. A free list that doesn't end within the file is given up.
 std::int32_t PutComment(Bytes& blocks, std::string_view text);
 
-/// Blanks the chain at block `ref` and gives it to the free list.
+/// Blanks the chain at block `ref`, up to a block that is free already, and gives it to the free
+/// list.
 void FreeComment(Bytes& blocks, std::int32_t ref);
 
 }  // namespace orvantis

@@ -120,7 +120,7 @@ std::string ReadNote(const std::string& path, const Bytes& calculation) {
     Bytes bytes(static_cast<std::size_t>(there));
     const std::size_t read = ReadWhatIsThere(file, position, bytes);
     CloseFile(file);
-    return CleanEndMarks(GetText(bytes.data(), read));
+    return WithLineEnds(GetText(bytes.data(), read));
 }
 
 std::vector<ChartAttachment> TakeAttachments(ByteReader& reader) {

@@ -60,6 +60,16 @@ TEST_F(Comments, TheCommentFileIsTheChartFilesNameWithoutItsExtension) {
     EXPECT_EQ(CommentPath(""), "");
 }
 
+TEST_F(Comments, TheCommentFileOfABackupIsTheBackupOfTheCommentFile) {
+    EXPECT_EQ(CommentPath("a.b/charts.cht.bak"), "a.b/charts.bak");
+    EXPECT_EQ(CommentPath("charts.CHT.BAK"), "charts.BAK");
+    EXPECT_EQ(CommentPath("charts.cht.bak.bak"), "charts.bak.bak");
+    // No backup of a file that has a comment file of its own.
+    EXPECT_EQ(CommentPath("a.b/charts.bak"), "a.b/charts");
+    EXPECT_EQ(CommentPath("charts.ch6.bak"), "charts.ch6.bak");
+    EXPECT_EQ(CommentPath("folder/.cht.bak"), "folder/.cht.bak");
+}
+
 TEST_F(Comments, ACommentOfExactly28CharactersTakesOneBlockAndOneOf29Two) {
     EXPECT_EQ(Write(std::string(28, 'a')), 2);
     EXPECT_EQ(Blocks(), 2U);
@@ -196,6 +206,87 @@ TEST_F(Comments, AChainThatIsFreeAlreadyStaysSo) {
     const std::int32_t ref = Write(text);
     EXPECT_EQ(Read(ref), text);
     EXPECT_EQ(Blocks(), 6U);
+}
+
+// The text of a comment whose blocks can be told apart.
+std::string Numbered(char first, int blocks) {
+    std::string text;
+    for (int i = 0; i < blocks; ++i) text += std::string(28, static_cast<char>(first + i));
+    return text;
+}
+
+TEST_F(Comments, ARingInTheFreeListGivesNoBlockToASecondComment) {
+    // The free list goes 3, 4, 5 and back to 3.
+    Store({{3, ""}, {0, "kept"}, {4, ""}, {5, ""}, {3, ""}});
+    const std::string one = Numbered('a', 1);
+    const std::string two = Numbered('b', 4);
+    const std::int32_t first = Write(one);
+    EXPECT_EQ(first, 3);
+    EXPECT_EQ(Next(1), 0) << "what remains leads to the block that was taken";
+    const std::int32_t second = Write(two);
+    EXPECT_EQ(Read(first), one);
+    EXPECT_EQ(Read(second), two);
+    EXPECT_EQ(Read(2), "kept");
+    // A ring that leaves the taken block out is none either.
+    Store({{3, ""}, {0, "kept"}, {4, ""}, {5, ""}, {4, ""}});
+    EXPECT_EQ(Write(one), 3);
+    EXPECT_EQ(Next(1), 0);
+}
+
+TEST_F(Comments, AFreeListThatLeadsOutOfTheFileTakesNoBlockWhenTheFileHasGrown) {
+    Store({{2, ""}, {3, ""}, {6, ""}});  // block 6 isn't there yet
+    EXPECT_EQ(Write("a"), 2);
+    EXPECT_EQ(Next(1), 0);
+    const std::string text = Numbered('b', 4);
+    const std::int32_t ref = Write(text);
+    Write(Numbered('p', 3));
+    EXPECT_EQ(Read(ref), text);
+}
+
+TEST_F(Comments, AChainThatIsFreedTwiceWithAnotherInBetweenStaysFreeOnce) {
+    const std::int32_t shared = Write(Numbered('a', 2));
+    const std::int32_t other = Write(Numbered('c', 1));
+    EXPECT_EQ(Write("", shared), 0);
+    EXPECT_EQ(Write("", other), 0);
+    const Bytes before = FileBytes(folder_.File("charts"));
+    EXPECT_EQ(Write("", shared), 0);
+    EXPECT_EQ(FileBytes(folder_.File("charts")), before);
+    const std::string text = Numbered('d', 3);
+    EXPECT_EQ(Read(Write(text)), text);
+    EXPECT_EQ(Blocks(), 4U);
+}
+
+TEST_F(Comments, ATailThatTwoChainsShareIsFreedOnce) {
+    Store({{0, ""}, {4, "first"}, {4, "second"}, {0, "tail"}});
+    EXPECT_EQ(Write("", 2), 0);
+    EXPECT_EQ(Write("", 3), 0);
+    EXPECT_EQ(Next(1), 3);
+    EXPECT_EQ(Next(3), 2);
+    EXPECT_EQ(Next(2), 4);
+    EXPECT_EQ(Next(4), 0);
+}
+
+TEST_F(Comments, ACommentFileCutAtAnyByteGivesTheBlocksBeforeTheCut) {
+    const std::string one = Numbered('a', 3);
+    const std::string two = Numbered('k', 2);
+    Write(one);
+    Write(two);
+    const Bytes whole = FileBytes(folder_.File("charts"));
+    ASSERT_EQ(whole.size(), 192U);
+    for (std::size_t size = 0; size <= whole.size(); ++size) {
+        folder_.Write("charts", Bytes(whole.begin(), whole.begin() + std::ptrdiff_t(size)));
+        const std::size_t blocks = size / 32;
+        const auto part = [blocks](const std::string& text, std::size_t before) {
+            return text.substr(0, 28 * (blocks > before ? blocks - before : 0));
+        };
+        ASSERT_EQ(Read(2), part(one, 1)) << size;
+        ASSERT_EQ(Read(5), part(two, 4)) << size;
+        // Freeing what is there, and writing on, keeps the other chain.
+        ASSERT_EQ(Write("", 5), 0);
+        const std::string text = Numbered('t', 6);
+        ASSERT_EQ(Read(Write(text)), text) << size;
+        ASSERT_EQ(Read(2).substr(0, part(one, 1).size()), part(one, 1)) << size;
+    }
 }
 
 TEST_F(Comments, AFreeListOutOfRangeOrInARingIsGivenUp) {

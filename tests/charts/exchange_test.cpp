@@ -454,6 +454,9 @@ TEST_F(Exchange, TheNoteStandsAtItsPositionInTheCompanionM) {
     folder_.Write("~K500003.CM~", std::string("xxxxFirst\x01\x01second\x01 thirdyyyy"));
     EXPECT_EQ(ReadWithNote(5, 20).note, "First\r\nsecond\x01 third");
     EXPECT_EQ(ReadWithNote(1, 4).note, "xxxx");
+    folder_.Write("~K500003.CM~", std::string("end marks stay\x01\x01\x1A\0", 18));
+    EXPECT_EQ(ReadWithNote(1, 18).note, std::string("end marks stay\r\n\x1A\0", 18));
+    folder_.Write("~K500003.CM~", std::string("xxxxFirst\x01\x01second\x01 thirdyyyy"));
     const ExchangeChart exchange = ReadWithNote(5, 5);
     ASSERT_EQ(ExchangeChartToSlot(exchange, 1), kFalse);
     EXPECT_EQ(chartNotes[1].note, "First");
