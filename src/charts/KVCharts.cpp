@@ -76,8 +76,8 @@ bool ReadListedChart(FileHandle file, std::int32_t n, FileChart& record) {
 
 bool WriteListedChart(FileHandle file, std::int32_t n, const FileChart& record) {
     ChartList* list = OpenChartListOf(file);
-    const bool fits =
-        list != nullptr && n >= 1 && static_cast<std::size_t>(n) <= list->charts.size() + 1;
+    const bool fits = list != nullptr && list->damaged == 0 && n >= 1 &&
+                      static_cast<std::size_t>(n) <= list->charts.size() + 1;
     if (!fits) {
         RaiseRunTimeError(list == nullptr ? error::kBadFileName : error::kPastEnd);
         return false;
@@ -116,6 +116,14 @@ FileHandle OpenStoredCharts(std::string_view path, std::int16_t& type, std::int3
     type = blocks ? chart_file::kBlocks : TypeByVersion(file);
     count = CountCharts(type, FileLength(file));
     return file;
+}
+
+std::int16_t StoredChartType(std::string_view path) {
+    std::int16_t type = chart_file::kBlocks;
+    std::int32_t count = 0;
+    const FileHandle file = OpenStoredCharts(path, type, count, kFalse);
+    if (file != 0) CloseFile(file);
+    return type;
 }
 
 FileHandle OpenChartFile(std::string_view path, std::int32_t& count, Flag forceLegacy) {
@@ -157,7 +165,8 @@ bool ReadChart(std::int16_t type, FileHandle file, std::int32_t n, FileChart& re
 
     switch (type) {
         case chart_file::kFormat0:
-            return Format0ToChart(bytes.data(), record);
+            Format0ToChart(bytes.data(), record);
+            break;
         case chart_file::kFormat1:
             Format1ToChart(GetFormat1Record(bytes.data()), record);
             break;

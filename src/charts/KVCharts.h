@@ -124,8 +124,9 @@ bool HasExtension(std::string_view path);
 /// Returns 0 if it can't be opened; one that isn't there gives no message. Sets
 /// currentChartFileType, which every later call takes: it tells what the handle is. Of type 3 it
 /// is the number of an entry of openChartLists, which the file is read into unless it is there
-/// already; 0, with a run-time error, if it is damaged. Of the other types it is a file's.
-/// `forceLegacy`: the file counts as one without an extension.
+/// already; 0, with a run-time error, if none of its charts is whole. One with whole charts in
+/// front of a fault opens with these, and with a run-time error too. Of the other types it is a
+/// file's. `forceLegacy`: the file counts as one without an extension.
 FileHandle OpenChartFile(std::string_view path, std::int32_t& count, Flag forceLegacy);
 
 /// Opens a chart file as it stands on the disk: the handle is the file's for type 3 too, whose
@@ -133,20 +134,22 @@ FileHandle OpenChartFile(std::string_view path, std::int32_t& count, Flag forceL
 FileHandle OpenStoredCharts(std::string_view path, std::int16_t& type, std::int32_t& count,
                             Flag forceLegacy);
 
+/// Type of a chart file as it stands on the disk; kBlocks for one that can't be opened.
+std::int16_t StoredChartType(std::string_view path);
+
 /// Description in the head of an open chart file, trimmed; "" where the type has none, and, with a
 /// run-time error, where the file is too short for one.
 std::string ChartFileDescription(std::int16_t type, FileHandle file);
 
 /// Reads chart `n`, counted from 1; chartType is forced into 1 to 13 and chartSubType into 1 to 99.
-/// False, with a run-time error, if the file doesn't hold it or a number of a format 0 record
-/// doesn't fit; `record` is then as it was.
+/// False, with a run-time error, if the file doesn't hold it; `record` is then as it was.
 bool ReadChart(std::int16_t type, FileHandle file, std::int32_t n, FileChart& record);
 
 /// Writes chart `n`; the one behind the last is appended. Types 0 to 2 are written in place, what
 /// the record of the type has no room for is lost (see ChartToFormat0, ChartToFormat1). A type 3
 /// chart keeps its attachments and comment, and the list then counts as changed. False, with a
-/// run-time error, if it can't be written, `n` is further off, or a coordinate doesn't fit the
-/// record; nothing of the file is then changed.
+/// run-time error, if it can't be written, `n` is further off, a coordinate doesn't fit the record,
+/// or a type 3 file is damaged; nothing of the file is then changed.
 bool WriteChart(std::int16_t type, FileHandle file, std::int32_t n, const FileChart& record);
 
 /// Closes a chart file. A type 3 file that was changed is saved first; if that fails, which the
@@ -164,9 +167,9 @@ void ChartToFormat1(const FileChart& fileChart, Format1Record& record);
 /// A FileChart from a format 1 record; chartFlags, extraPair and extra3 aren't taken over.
 void Format1ToChart(const Format1Record& record, FileChart& fileChart);
 
-/// A FileChart from the 115 bytes of a format 0 record. False, with the run-time error "Overflow",
-/// if one of its numbers doesn't fit; `fileChart` is then as it was.
-bool Format0ToChart(const std::uint8_t* p, FileChart& fileChart);
+/// A FileChart from the 115 bytes of a format 0 record, whatever they are: of a number that a byte
+/// doesn't hold the low byte is taken.
+void Format0ToChart(const std::uint8_t* p, FileChart& fileChart);
 
 /// The 115 bytes of a format 0 record, coordinates in the packed form. It has no room for the name
 /// beyond 30 characters, ayanamsaValue, commentRef, event2, chartFlags and all that format 1 lacks

@@ -213,12 +213,16 @@ void PutTime(std::uint8_t* p, std::uint8_t hour, std::uint8_t minute, std::uint8
     p[2] = second;
 }
 
-// A value of an old record that goes into a byte; one that doesn't fit is an overflow.
-std::uint8_t ToByte(std::int32_t value, bool& fits) {
-    if (value >= 0 && value <= UINT8_MAX) return static_cast<std::uint8_t>(value);
-    fits = false;
+// Whole degrees that go into a byte; what doesn't fit is an overflow.
+std::uint8_t DegreeByte(std::int32_t degrees) {
+    if (degrees >= 0 && degrees <= UINT8_MAX) return static_cast<std::uint8_t>(degrees);
     RaiseRunTimeError(error::kOverflow);
     return 0;
+}
+
+// A number of an old record as it falls into a byte. None fails: whatever bytes are there are read.
+std::uint8_t LowByte(std::int16_t value) {
+    return static_cast<std::uint8_t>(value & UINT8_MAX);
 }
 
 double Degrees(double degrees, double minutes, double seconds) {
@@ -433,9 +437,8 @@ void ChartToFormat0(const FileChart& fileChart, std::uint8_t* p) {
     PutI16(p + kForm, std::max<std::int16_t>(fileChart.recordForm, 1));
 }
 
-bool Format0ToChart(const std::uint8_t* p, FileChart& fileChart) {
+void Format0ToChart(const std::uint8_t* p, FileChart& fileChart) {
     using namespace format0;
-    bool fits = true;
     FileChart chart;
     chart.chartType = static_cast<std::uint8_t>(ClampChartType(GetI16(p + kChartType)));
     chart.chartSubType = static_cast<std::uint8_t>(ClampChartSubType(GetI16(p + kChartSubType)));
@@ -444,28 +447,27 @@ bool Format0ToChart(const std::uint8_t* p, FileChart& fileChart) {
     chart.event.country = GetField(p + kCountry, kPlaceWidth);
     chart.event.zoneHours = GetF32(p + kZoneHours);
     chart.event.zoneName = GetField(p + kZoneName, kZoneNameWidth);
-    chart.event.day = ToByte(GetI16(p + kDay), fits);
-    chart.event.month = ToByte(GetI16(p + kMonth), fits);
+    chart.event.day = LowByte(GetI16(p + kDay));
+    chart.event.month = LowByte(GetI16(p + kMonth));
     chart.event.year = GetI16(p + kYear);
-    chart.event.hour = ToByte(GetI16(p + kHour), fits);
-    chart.event.minute = ToByte(GetI16(p + kMinute), fits);
-    chart.event.second = ToByte(GetI16(p + kSecond), fits);
+    chart.event.hour = LowByte(GetI16(p + kHour));
+    chart.event.minute = LowByte(GetI16(p + kMinute));
+    chart.event.second = LowByte(GetI16(p + kSecond));
 
     const std::int16_t form = GetI16(p + kForm);
     const bool packed = form >= 1;
-    chart.recordForm = packed ? ToByte(form, fits) : std::uint8_t{1};
+    chart.recordForm = packed ? LowByte(form) : std::uint8_t{1};
     const float longitude =
         Format0Degrees(GetI16(p + kLongDegrees), GetI16(p + kLongMinutes), packed);
     const float latitude = Format0Degrees(GetI16(p + kLatDegrees), GetI16(p + kLatMinutes), packed);
     chart.event.longitude = GetI16(p + kLongEast) != 0 ? -longitude : longitude;
     chart.event.latitude = GetI16(p + kLatNorth) != kTrue ? -latitude : latitude;
 
-    chart.houseCode = ToByte(GetI16(p + kHouseCode), fits);
-    chart.ayanamsaCode = ToByte(GetI16(p + kAyanamsaCode), fits);
+    chart.houseCode = LowByte(GetI16(p + kHouseCode));
+    chart.ayanamsaCode = LowByte(GetI16(p + kAyanamsaCode));
     // The record holds no value of its own: the one of the user's zodiac stands in.
     chart.ayanamsaValue = static_cast<float>(options.userSVP);
-    if (fits) fileChart = std::move(chart);
-    return fits;
+    fileChart = std::move(chart);
 }
 
 void Format1ToChart(const Format1Record& record, FileChart& fileChart) {
@@ -517,15 +519,14 @@ void ChartToFormat1(const FileChart& fileChart, Format1Record& record) {
     out.minute = event.minute;
     out.second = event.second;
 
-    bool fits = true;
     const SplitDegrees longitude = Split(event.longitude);
     out.longWest = event.longitude >= 0 ? 1 : 0;
-    out.longDegrees = ToByte(longitude.degrees, fits);
+    out.longDegrees = DegreeByte(longitude.degrees);
     out.longMinutes = longitude.minutes;
     out.longSeconds = longitude.seconds;
     const SplitDegrees latitude = Split(event.latitude);
     out.latNorth = event.latitude >= 0 ? 1 : 0;
-    out.latDegrees = ToByte(latitude.degrees, fits);
+    out.latDegrees = DegreeByte(latitude.degrees);
     out.latMinutes = latitude.minutes;
     out.latSeconds = latitude.seconds;
 

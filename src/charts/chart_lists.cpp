@@ -2,6 +2,7 @@
 #include "charts/chart_lists.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <limits>
 
 #include "charts/comments.h"
@@ -62,28 +63,36 @@ void TakeStoredChart(ByteReader& reader, StoredChart& stored) {
     stored.comment = reader.TakeText();
 }
 
-// The charts of a type 3 file, whose first two bytes have been seen.
-bool ReadFormat3(const Bytes& bytes, ChartList& list) {
+// The charts of a type 3 file, whose first two bytes have been seen, up to the first fault. Returns
+// the error number, 0 for none.
+std::int16_t ReadFormat3(const Bytes& bytes, ChartList& list) {
     ByteReader reader{bytes};
     const std::uint8_t* head = reader.Take(static_cast<std::int64_t>(kHeadSize));
-    if (head == nullptr) return false;
+    if (head == nullptr) return error::kPastEnd;
     list.version = GetI16(head);
     list.description = TrimRight(GetText(head + kDescription, kDescriptionWidth));
     reader.at = kCount;
-    const std::int32_t count = reader.TakeCount(kLeastChart);
-    list.charts.reserve(static_cast<std::size_t>(count));
-    for (std::int32_t i = 0; i < count && !reader.failed; ++i) {
+    const std::uint8_t* counted = reader.Take(4);
+    const std::int64_t count = counted == nullptr ? 0 : GetI32(counted);
+    const std::int64_t held = std::min(count, reader.Left() / kLeastChart);
+    if (held > kMostListedCharts) return error::kFileTooLarge;
+    list.charts.reserve(static_cast<std::size_t>(std::max<std::int64_t>(held, 0)));
+    for (std::int64_t i = 0; i < count && !reader.failed; ++i) {
         TakeStoredChart(reader, list.charts.emplace_back());
     }
-    return !reader.failed;
+    if (!reader.failed) return 0;
+    if (!list.charts.empty()) list.charts.pop_back();  // the one with the fault
+    list.damaged = kTrue;
+    return error::kPastEnd;
 }
 
 bool LoadFormat3(FileHandle file, ChartList& list) {
     Bytes bytes(static_cast<std::size_t>(FileLength(file)));
     if (!ReadBytes(file, 1, bytes)) return false;
-    if (ReadFormat3(bytes, list)) return true;
-    RaiseRunTimeError(error::kPastEnd);
-    return false;
+    const std::int16_t failure = ReadFormat3(bytes, list);
+    if (failure == 0) return true;
+    RaiseRunTimeError(failure);
+    return list.damaged != 0 && !list.charts.empty();
 }
 
 // The description with the blanks in front of it, so that it is saved as it was.
@@ -116,6 +125,10 @@ bool LoadComments(std::string_view path, std::int16_t type, ChartList& list) {
 
 bool LoadSlots(std::string_view path, std::int16_t type, FileHandle file, std::int32_t count,
                ChartList& list) {
+    if (count > kMostListedCharts) {
+        RaiseRunTimeError(error::kFileTooLarge);
+        return false;
+    }
     list.version =
         type == chart_file::kFormat1 || type == chart_file::kFormat2 ? type : std::int16_t{0};
     list.description = StoredDescription(type, file);
@@ -143,15 +156,6 @@ bool LoadFrom(std::string_view path, FileHandle file, std::int32_t count, ChartL
     return done;
 }
 
-// Paths of the same file, or of names that differ by case alone and aren't two files.
-bool SamePath(std::string_view a, std::string_view b) {
-    const std::string left = ProgramPath(a);
-    const std::string right = ProgramPath(b);
-    if (left == right) return true;
-    if (LowerAscii(left) != LowerAscii(right)) return false;
-    return NativePath(a) == NativePath(b) || FileExists(a) == 0 || FileExists(b) == 0;
-}
-
 // An entry that is in use, or still holds what couldn't be saved.
 bool IsHeld(const ChartList& list) {
     return list.inUse != 0 || list.changed != 0;
@@ -159,10 +163,19 @@ bool IsHeld(const ChartList& list) {
 
 }  // namespace
 
+bool IsSameFile(std::string_view a, std::string_view b) {
+    const std::string left = NativePath(a);
+    const std::string right = NativePath(b);
+    std::error_code missing;
+    if (left == right || std::filesystem::equivalent(left, right, missing)) return true;
+    if (LowerAscii(left) != LowerAscii(right)) return false;
+    return FileExists(a) == 0 || FileExists(b) == 0;
+}
+
 FileHandle FindOpenChartList(std::string_view path) {
     const auto entry = std::find_if(
         openChartLists.begin(), openChartLists.end(),
-        [&](const ChartList& list) { return IsHeld(list) && SamePath(list.path, path); });
+        [&](const ChartList& list) { return IsHeld(list) && IsSameFile(list.path, path); });
     if (entry == openChartLists.end()) return 0;
     return static_cast<FileHandle>(entry - openChartLists.begin() + 1);
 }

@@ -32,6 +32,7 @@ struct ChartList {
     std::int16_t version = 3;  ///< version word of the head
     Flag changed = kFalse;     ///< to be saved when it is closed
     Flag inUse = kFalse;
+    Flag damaged = kFalse;    ///< a type 3 file with a fault: the charts before it alone are here
     std::string description;  ///< up to 80 characters
     std::vector<StoredChart> charts;
 };
@@ -51,30 +52,53 @@ FileHandle FindOpenChartList(std::string_view path);
 ChartList* OpenChartListOf(FileHandle handle);
 
 /// Reads a type 3 file into an entry of openChartLists and returns its number, 0, with a run-time
-/// error, on failure. `count` receives the number of charts.
+/// error, on failure. `count` receives the number of charts. An entry that is damaged takes no
+/// changes.
 FileHandle HoldChartList(std::string_view path, std::int32_t& count);
 
 /// Saves the list if it was changed and clears its entry; openChartLists then ends at the highest
 /// entry in use. A list that can't be saved stays, out of use.
 void ReleaseChartList(FileHandle handle);
 
+/// Most charts that a list takes: some 200 MB in memory. Files whose charts are read by number may
+/// hold more.
+inline constexpr std::int32_t kMostListedCharts = 250000;
+
+/// True if both are paths of the same file, or names that differ by case alone and aren't those of
+/// two files.
+bool IsSameFile(std::string_view a, std::string_view b);
+
 /// Reads a whole file of any type, as it stands on the disk, into a list. False, with a run-time
-/// error, if a chart of it can't be read, if a type 3 file ends within a chart or has a count that
-/// its length can't hold, or if it is too large; `list` is then as it was. The type told is left in
-/// currentChartFileType. A count of charts or attachments below 0 is none; bytes behind the last
-/// chart are passed over. A list read while loadComments is off has no comments, and a file saved
-/// from it neither.
+/// error, if a chart of it can't be read or if it is too large; `list` is then as it was. The type
+/// told is left in currentChartFileType. A count of charts or attachments below 0 is none; bytes
+/// behind the last chart are passed over. A list read while loadComments is off has no comments,
+/// and a file saved from it neither.
+///
+/// Of a type 3 file that ends within a chart, or has a count that its length can't hold, the charts
+/// before the fault are read if there are any: the list is then `damaged`, and there is the
+/// run-time error "Input past end of file" although the result is true.
 bool LoadChartList(std::string_view path, ChartList& list, Flag forceLegacy);
 
 /// Replaces the file of that path by the list's charts, as a file of that type; the former file
 /// stays beside it as `path` + ".bak", and so does its comment file. Notes the path, the type and
 /// the clean state in the list. On failure shows "Unable to save chart file: " with the reason,
-/// leaves the existing file as it was and returns false.
+/// leaves the existing file as it was and returns false. A damaged list isn't saved over the file
+/// that it was read from, so that what couldn't be read of it stays there; its reason is "Input
+/// past end of file".
 ///
 /// What the type has no room for is lost: attachments outside type 3, comments in type 0, fields
-/// as in ChartToFormat0 and ChartToFormat1; type -1 takes the description alone. What can't be
-/// stored so that it is read again is refused: a comment beyond kMostComment in types 1 and 2, a
-/// coordinate that doesn't fit, and a path without an extension, but for type -1.
+/// as in ChartToFormat0 and ChartToFormat1; type -1 takes the description alone. Type 1 keeps its
+/// comments as type 2 does, since its records have a reference to them. What can't be stored so
+/// that it is read again is refused: a comment beyond kMostComment in types 1 and 2, a coordinate
+/// that doesn't fit, and a path without an extension, but for type -1.
+///
+/// Types 1 and 2 replace the comment file (see CommentPath) whole, also by none. Refused, before
+/// anything is touched, are: names of which two are one among the path, the comment file's, their
+/// backups and what is written aside ("x.bak", whose comments "x" have that backup); a comment file
+/// whose name or start is a chart file's ("x.cht.cht"); and a comment file that is there where the
+/// path holds no file of type 1 or 2, since it then belongs to something else. Two files of types 1
+/// and 2 that differ by their extension alone have one comment file: the one that is saved last
+/// takes it, and the other's references lead into it.
 bool SaveChartFile(std::string_view path, std::int16_t type, ChartList& list);
 
 /// Shows "Unable to save chart file: " with the path and the words of an error number.

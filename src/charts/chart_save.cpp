@@ -1,5 +1,7 @@
 // The saving of a whole chart file. See SaveChartFile in chart_lists.h.
+#include <algorithm>
 #include <array>
+#include <set>
 
 #include "charts/chart_lists.h"
 #include "charts/comments.h"
@@ -165,21 +167,81 @@ bool IsUsableName(std::string_view path, std::int16_t type) {
     return !path.empty() && (type == chart_file::kBlocks || HasExtension(path));
 }
 
-std::int16_t Save(std::string_view path, std::int16_t type, const ChartList& list) {
-    if (type < chart_file::kBlocks || type > chart_file::kFormat3) return error::kBadFileMode;
-    if (!IsUsableName(path, type)) return error::kBadFileName;
-    // The name that an existing file has, whatever the case in which it was given.
+bool KeepsComments(std::int16_t type) {
+    return type == chart_file::kFormat1 || type == chart_file::kFormat2;
+}
+
+// The chart file and, behind it, its comment file. They have the names that existing files have,
+// whatever the case in which they were given.
+std::vector<SavedFile> FilesOf(std::string_view path, std::int16_t type) {
     std::vector<SavedFile> files(1);
     files[0].path = ProgramPath(NativePath(path));
-    const bool keepsComments = type == chart_file::kFormat1 || type == chart_file::kFormat2;
     const std::string commentPath = CommentPath(files[0].path);
-    if (keepsComments && commentPath != files[0].path) {
+    if (KeepsComments(type) && commentPath != files[0].path) {
         files.emplace_back();
         files[1].path = ProgramPath(NativePath(commentPath));
     }
+    return files;
+}
+
+// True if two of the names that a save uses are one.
+bool NamesMeet(const std::vector<SavedFile>& files) {
+    std::set<std::string> names;
+    for (const SavedFile& file : files) {
+        for (const std::string& name : {file.path, file.Aside(), file.Backup()}) {
+            if (!names.insert(LowerAscii(name)).second) return true;
+        }
+    }
+    return false;
+}
+
+// True if the name is one of chart files, or the file that has it starts as one. The head of a
+// comment file, whose number may look like a version, goes on with two bytes 0.
+bool IsChartFile(const std::string& path) {
+    const std::string extension = LowerAscii(path.substr(path.find_last_of('.') + 1));
+    if (HasExtension(path) && std::set<std::string>{"cht", "ch6", "kvchx"}.count(extension) != 0) {
+        return true;
+    }
+    const FileHandle file = OpenQuietly(path);
+    if (file == 0) return false;
+    std::array<std::uint8_t, 4> head{};
+    const bool whole = FileLength(file) >= static_cast<std::int64_t>(2 + kDescriptionWidth) &&
+                       ReadWhatIsThere(file, 1, head) == head.size();
+    CloseFile(file);
+    const std::int16_t version = GetI16(head.data());
+    return whole && version >= chart_file::kFormat1 && version <= chart_file::kFormat3 &&
+           GetI16(&head[2]) != 0;
+}
+
+// True if what has the name of the comment file isn't the old comments of that chart file. What
+// can't be opened is nobody's, unless there are comments to be written.
+bool IsAnothers(const std::vector<SavedFile>& files, const ChartList& list) {
+    if (files.size() < 2 || KeepsComments(StoredChartType(files[0].path))) return false;
+    const bool writes =
+        std::any_of(list.charts.begin(), list.charts.end(),
+                    [](const StoredChart& stored) { return !stored.comment.empty(); });
+    return writes ? !IsMissing(files[1].path) : FileExists(files[1].path) != 0;
+}
+
+// Why a save has to leave everything as it is; 0 if it hasn't.
+std::int16_t WhyRefused(const std::vector<SavedFile>& files, const ChartList& list) {
+    if (NamesMeet(files) || (files.size() > 1 && IsChartFile(files[1].path))) {
+        return error::kBadFileName;
+    }
+    if (IsAnothers(files, list)) return error::kPathAccess;
+    if (list.damaged != 0 && IsSameFile(files[0].path, list.path)) return error::kPastEnd;
+    return 0;
+}
+
+std::int16_t Save(std::string_view path, std::int16_t type, const ChartList& list) {
+    if (type < chart_file::kBlocks || type > chart_file::kFormat3) return error::kBadFileMode;
+    if (!IsUsableName(path, type)) return error::kBadFileName;
+    std::vector<SavedFile> files = FilesOf(path, type);
+    std::int16_t failure = WhyRefused(files, list);
+    if (failure != 0) return failure;
     for (const SavedFile& file : files) DeleteFile(file.Aside());
 
-    std::int16_t failure = Compose(type, list, files);
+    failure = Compose(type, list, files);
     if (failure == 0) failure = WriteAside(files);
     if (failure == 0) failure = PutInPlace(files);
     if (failure != 0) {
@@ -210,6 +272,7 @@ bool SaveChartFile(std::string_view path, std::int16_t type, ChartList& list) {
     list.path = path;
     list.type = type;
     list.changed = kFalse;
+    list.damaged = kFalse;
     return true;
 }
 

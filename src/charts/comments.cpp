@@ -77,8 +77,13 @@ bool WriteListedComment(std::string_view path, std::int32_t ref, std::string_vie
         RaiseRunTimeError(error::kBadFileName);
         return false;
     }
+    ChartList& list = *OpenChartListOf(FindOpenChartList(path));
+    if (list.damaged != 0) {
+        RaiseRunTimeError(error::kPastEnd);
+        return false;
+    }
     *comment = text;
-    OpenChartListOf(FindOpenChartList(path))->changed = kTrue;
+    list.changed = kTrue;
     return true;
 }
 

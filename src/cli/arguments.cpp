@@ -33,6 +33,22 @@ std::optional<Number> WholeNumber(std::string_view text) {
 
 }  // namespace
 
+std::string PlainText(std::string_view utf8) {
+    std::string plain(utf8);
+    for (char& c : plain) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x20 || byte == 0x7F) c = '?';
+    }
+    // Those from 128 to 159 are two bytes in UTF-8.
+    for (std::size_t at = plain.find('\xC2'); at != std::string::npos;
+         at = plain.find('\xC2', at + 1)) {
+        const bool control =
+            at + 1 < plain.size() && static_cast<unsigned char>(plain[at + 1]) < 0xA0;
+        if (control) plain.replace(at, 2, "?");
+    }
+    return plain;
+}
+
 int Complain(int exitCode, std::string_view what, std::string_view why) {
     std::cerr << "orvantis-cli: " << what << ": " << why << "\n";
     return exitCode;

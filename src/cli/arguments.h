@@ -18,6 +18,9 @@ inline constexpr int kUnreadable = 3;
 /// Writes "orvantis-cli: what: why" to standard error and returns the exit code.
 int Complain(int exitCode, std::string_view what, std::string_view why);
 
+/// A text of a file, in UTF-8, as a terminal may show it: control characters are "?".
+std::string PlainText(std::string_view utf8);
+
 /// Option names that a verb knows.
 struct OptionNames {
     std::vector<std::string_view> withValue;      ///< e.g. "--size"

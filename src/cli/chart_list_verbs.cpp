@@ -1,4 +1,5 @@
 // The verbs "charts" and "convert": chart files as a whole.
+#include <filesystem>
 #include <iostream>
 #include <nlohmann/json.hpp>
 
@@ -22,6 +23,10 @@ namespace {
 // Most comment text that is listed, in bytes: in a damaged file every chart may lead into the same
 // ring of blocks.
 constexpr std::size_t kMostCommentText = std::size_t{256} * 1024 * 1024;
+
+// The heads of chart files in bytes: the description alone, or behind a version.
+constexpr std::int64_t kDescriptionSize = 80;
+constexpr std::int64_t kHeadSize = 2 + kDescriptionSize;
 
 // ---- charts ----
 
@@ -55,7 +60,9 @@ Json ListedChart(std::int32_t number, const StoredChart& stored) {
 }
 
 std::string EventLine(const Json& event) {
-    const auto text = [&event](const char* field) { return event[field].get<std::string>(); };
+    const auto text = [&event](const char* field) {
+        return PlainText(event[field].get<std::string>());
+    };
     return text("name") + ", " + text("date") + ", " + text("time") + " " + text("zoneName") +
            ", " + text("place") + ", " + text("country") + "\n";
 }
@@ -65,7 +72,7 @@ void PrintSetIn(std::string_view text, std::string_view margin) {
     while (!text.empty()) {
         const std::size_t end = text.find_first_of("\r\n");
         const std::string_view line = text.substr(0, end);
-        if (!Trim(line).empty()) std::cout << margin << line << "\n";
+        if (!Trim(line).empty()) std::cout << margin << PlainText(line) << "\n";
         text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
     }
 }
@@ -79,6 +86,15 @@ void PrintListedChart(const Json& chart) {
     }
 }
 
+// True if the length of a file says that it is one of that type: a head alone is a chart file
+// without charts, and so is a file of no bytes, which counts as the oldest type; less than a head
+// or a chart is none.
+bool HasCharts(std::int16_t type, std::int32_t count, std::int64_t length) {
+    if (count > 0 || type == chart_file::kFormat3) return true;
+    if (type == chart_file::kFormat0) return length == 0;
+    return length >= (type == chart_file::kBlocks ? kDescriptionSize : kHeadSize);
+}
+
 // A chart file that is being listed, and what couldn't be read of it so far.
 struct Listing {
     std::string path;
@@ -88,10 +104,16 @@ struct Listing {
     Bytes comments;               // the comment file of types 1 and 2
     std::string commentFailure;   // why comments are missing, "" they aren't
     std::size_t commentText = 0;  // bytes of comments so far
-    std::int32_t badCount = 0;    // records that can't be read
-    std::int32_t firstBad = 0;    // the first of them
-    std::string firstReason;
+    std::string failure;          // why charts behind the ones that were read are missing
 };
+
+// Takes the pending run-time error that ended a file behind so many charts.
+std::string WhyMissing(std::int32_t charts) {
+    RunTimeError reason;
+    TakeRunTimeError(reason);
+    return "what is behind chart " + std::to_string(charts) + " can't be read (" +
+           reason.description + ")";
+}
 
 void FetchComments(Listing& listing) {
     const bool kind = listing.type == chart_file::kFormat1 || listing.type == chart_file::kFormat2;
@@ -108,12 +130,7 @@ bool ReadListed(Listing& listing, std::int32_t n, StoredChart& stored) {
         return true;
     }
     if (!ReadChart(listing.type, listing.file, n, stored.chart)) {
-        RunTimeError reason;
-        TakeRunTimeError(reason);
-        if (listing.badCount++ == 0) {
-            listing.firstBad = n;
-            listing.firstReason = reason.description;
-        }
+        listing.failure = WhyMissing(n - 1);
         return false;
     }
     stored.comment = GetComment(listing.comments, stored.chart.commentRef);
@@ -126,14 +143,14 @@ bool ReadListed(Listing& listing, std::int32_t n, StoredChart& stored) {
     return true;
 }
 
-// Writes the charts of an open file one by one, as they are read: a file may hold any number.
-// Records that can't be read are passed over, and told in one line at the end.
+// Writes the charts of an open file one by one, as they are read: a file may hold any number. What
+// can't be read is told at the end.
 int ListCharts(Listing& listing, bool json) {
     bool first = true;
     if (json) std::cout << "{\n  \"type\": " << listing.type << ",\n  \"charts\": [";
     for (std::int32_t n = 1; n <= listing.count && std::cout; ++n) {
         StoredChart stored;
-        if (!ReadListed(listing, n, stored)) continue;
+        if (!ReadListed(listing, n, stored)) break;
         const Json listed = ListedChart(n, stored);
         if (json) {
             std::cout << (first ? "\n    " : ",\n    ") << listed.dump();
@@ -149,35 +166,60 @@ int ListCharts(Listing& listing, bool json) {
         exitCode = Complain(kUnreadable, CommentPath(listing.path),
                             "the comments can't be read (" + listing.commentFailure + ")");
     }
-    if (listing.badCount == 0) return exitCode;
-    return Complain(kUnreadable, listing.path,
-                    std::to_string(listing.badCount) + " of " + std::to_string(listing.count) +
-                        " records can't be read, the first " + std::to_string(listing.firstBad) +
-                        " (" + listing.firstReason + ")");
+    if (listing.failure.empty()) return exitCode;
+    return Complain(kUnreadable, listing.path, listing.failure);
 }
 
 // ---- convert ----
 
-// True if the length of a file says that it is one of that type: a head alone is a chart file
-// without charts, less than that is none.
-bool HasCharts(std::int16_t type, std::int32_t count, std::int64_t length) {
-    if (count > 0 || type == chart_file::kFormat3) return true;
-    return length >= (type == chart_file::kFormat2 ? kFileChartSize : kFormat1Size);
+bool KeepsComments(std::int16_t type) {
+    return type == chart_file::kFormat1 || type == chart_file::kFormat2;
 }
 
-bool IsSameFile(const std::string& a, const std::string& b) {
-    return LowerAscii(NativePath(a)) == LowerAscii(NativePath(b));
+// True if a chart of the file has a comment.
+bool HasComments(const std::string& path) {
+    std::int16_t type = 0;
+    std::int32_t count = 0;
+    const FileHandle file = OpenStoredCharts(path, type, count, kFalse);
+    if (file == 0) return false;
+    FileChart chart;
+    bool has = false;
+    for (std::int32_t n = 1; n <= count && KeepsComments(type) && !has; ++n) {
+        has = ReadChart(type, file, n, chart) && chart.commentRef > 0;
+    }
+    CloseFile(file);
+    return has;
 }
 
-// True if the new file's comments would take the place of a file that isn't its own comment file.
-bool CommentsAreInTheWay(const std::string& in, const std::string& out) {
+// Another chart file beside that one which keeps its comments in the same file; "" none. Backups
+// have comments of their own.
+std::string SharerOfComments(const std::string& path, const std::string& comments) {
+    std::error_code failure;
+    const auto folder = std::filesystem::path(NativePath(path)).parent_path();
+    std::filesystem::directory_iterator entry(folder.empty() ? "." : folder, failure);
+    for (; entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
+        const std::string name = entry->path().filename().string();
+        const std::string other = (folder / name).string();
+        const bool same = LowerAscii(CommentPath(name)) == LowerAscii(BaseName(comments, false)) &&
+                          LowerAscii(entry->path().extension().string()) != ".bak";
+        if (same && !IsSameFile(other, path) && HasComments(other)) return other;
+    }
+    return "";
+}
+
+// Why the new file's comments can't have their name; "" if they can.
+std::string WhyInTheWay(const std::string& out) {
     const std::string comments = CommentPath(out);
-    if (IsMissing(comments) || IsSameFile(in, out)) return false;
-    return IsMissing(out) || IsSameFile(CommentPath(in), comments);
+    if (IsMissing(comments)) return "";
+    if (!KeepsComments(StoredChartType(out))) {
+        return "is there already, and is the name of the comment file of " + out;
+    }
+    const std::string sharer = SharerOfComments(out, comments);
+    return sharer.empty() ? "" : "is the comment file of " + sharer + " too";
 }
 
 // Why a file of that type can't have that name; kDone if it can. What is wrong has been told.
-int RefuseName(const std::string& in, const std::string& out, std::int16_t type) {
+int RefuseName(const std::string& out, std::int16_t type) {
     if (!HasExtension(out)) {
         return Complain(kWrongCall, out, "the name of a chart file has an extension");
     }
@@ -185,11 +227,8 @@ int RefuseName(const std::string& in, const std::string& out, std::int16_t type)
     if (CommentPath(out) == out) {
         return Complain(kWrongCall, out, "files of this name are of type 3 alone");
     }
-    if (CommentsAreInTheWay(in, out)) {
-        return Complain(kWorkFailed, CommentPath(out),
-                        "is there already, and is the name of the comment file of " + out);
-    }
-    return kDone;
+    const std::string why = WhyInTheWay(out);
+    return why.empty() ? kDone : Complain(kWorkFailed, CommentPath(out), why);
 }
 
 // Reads a whole file. Returns an exit code; what is wrong has been told.
@@ -204,22 +243,21 @@ int LoadForConversion(const std::string& path, ChartList& list, CliShell& shell)
         return Complain(kUnreadable, path, "this kind of chart file isn't read");
     }
     if (!hasCharts) return Complain(kUnreadable, path, "holds no charts");
-    if (LoadChartList(path, list, kFalse)) return kDone;
-    RunTimeError reason;
-    TakeRunTimeError(reason);
-    if (shell.complained) return kUnreadable;
-    return Complain(kUnreadable, path, "can't be read (" + reason.description + ")");
+    return LoadChartList(path, list, kFalse) ? kDone : UnreadableChartFile(path, shell);
 }
 
-// Reads the new file again and tells what is missing in it.
-int TellLosses(const std::string& out, std::int16_t type, const ChartList& before) {
+// Reads the new file again and tells what is missing in it, after the comments that were cut.
+int TellLosses(const std::string& out, std::int16_t type, const ChartList& before,
+               const ChartLoss& cut) {
     ChartList after;
     if (!LoadChartList(out, after, kFalse) || after.charts.size() != before.charts.size()) {
         RunTimeError reason;
         TakeRunTimeError(reason);
         return Complain(kWorkFailed, out, "can't be read again (" + reason.description + ")");
     }
-    for (const ChartLoss& loss : FindLosses(before, after)) {
+    std::vector<ChartLoss> losses = FindLosses(before, after);
+    if (cut.charts != 0) losses.push_back(cut);
+    for (const ChartLoss& loss : losses) {
         Complain(kDone, out,
                  "type " + std::to_string(type) + " can't hold " + std::string(loss.kind) +
                      ": lost in " + std::to_string(loss.charts) + " of " +
@@ -248,6 +286,7 @@ Writes the charts of a chart file of any type, with their comments, as a file of
 2 ("KVv5") or 3 ("KVv6"). What the type can't hold is told, kind by kind, on standard error; the
 exit code is 0 all the same. A file that OUT replaces stays beside it as OUT.bak; IN and OUT may be
 one file. Files of types 1 and 2 keep comments in a file of the same name without the extension.
+Of a damaged type 3 file the charts in front of the damage are written, with exit code 3.
 
 Example: orvantis-cli convert data/sample.cht charts.ch6 --type 3
 )";
@@ -261,6 +300,9 @@ int RunCharts(const std::vector<std::string>& words, CliShell& shell) {
     listing.file = OpenChartFile(listing.path, listing.count, kFalse);
     if (listing.file < 1) return UnreadableChartFile(listing.path, shell);
     listing.type = currentChartFileType;
+    const bool damaged =
+        listing.type == chart_file::kFormat3 && OpenChartListOf(listing.file)->damaged != 0;
+    if (damaged) listing.failure = WhyMissing(listing.count);
     int exitCode = kUnreadable;
     if (HasCharts(listing.type, listing.count, FileLength(listing.file))) {
         FetchComments(listing);
@@ -286,16 +328,22 @@ int RunConvert(const std::vector<std::string>& words, CliShell& shell) {
     const std::string& in = call->words[0];
     const std::string& out = call->words[1];
 
-    const int refused = RefuseName(in, out, type);
+    const int refused = RefuseName(out, type);
     if (refused != kDone) return refused;
 
     ChartList list;
     const int loaded = LoadForConversion(in, list, shell);
     if (loaded != kDone) return loaded;
-    ChartList fitting = list;
-    CutComments(type, fitting);
-    if (!SaveChartFile(out, type, fitting)) return kWorkFailed;
-    return TellLosses(out, type, list);
+    int exitCode = kDone;
+    if (list.damaged != 0) {
+        if (IsSameFile(in, out)) return UnreadableChartFile(in, shell);
+        exitCode =
+            Complain(kUnreadable, in, WhyMissing(static_cast<std::int32_t>(list.charts.size())));
+    }
+    const ChartLoss cut = CutComments(type, list);
+    if (!SaveChartFile(out, type, list)) return kWorkFailed;
+    const int told = TellLosses(out, type, list, cut);
+    return told == kDone ? exitCode : told;
 }
 
 }  // namespace orvantis::cli

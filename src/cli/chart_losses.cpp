@@ -59,7 +59,7 @@ struct Kind {
     bool (*same)(const StoredChart& a, const StoredChart& b);
 };
 
-constexpr std::array<Kind, 8> kKinds = {{
+constexpr std::array<Kind, 7> kKinds = {{
     {"names beyond 30 characters",
      [](const StoredChart& a, const StoredChart& b) {
          return a.chart.event.name == b.chart.event.name;
@@ -75,24 +75,24 @@ constexpr std::array<Kind, 8> kKinds = {{
      }},
     {"reserved fields", SameRest},
     {"attached events", SameAttachments},
-    {"comments beyond 32200 characters",
-     [](const StoredChart& a, const StoredChart& b) {
-         return a.comment.size() <= kMostComment || a.comment == b.comment;
-     }},
     {"last blanks and end marks of comments",
-     [](const StoredChart& a, const StoredChart& b) {
-         return a.comment.size() > kMostComment || a.comment == b.comment;
-     }},
+     [](const StoredChart& a, const StoredChart& b) { return a.comment == b.comment; }},
 }};
 static_assert(kMostComment == 32200);
 
 }  // namespace
 
-void CutComments(std::int16_t type, ChartList& list) {
-    if (type == chart_file::kFormat3) return;
+ChartLoss CutComments(std::int16_t type, ChartList& list) {
+    ChartLoss loss{"comments beyond 32200 characters"};
+    if (type == chart_file::kFormat3) return loss;
+    std::int32_t number = 0;
     for (StoredChart& stored : list.charts) {
-        if (stored.comment.size() > kMostComment) stored.comment.resize(kMostComment);
+        ++number;
+        if (stored.comment.size() <= kMostComment) continue;
+        stored.comment.resize(kMostComment);
+        if (loss.charts++ == 0) loss.first = number;
     }
+    return loss;
 }
 
 std::vector<ChartLoss> FindLosses(const ChartList& before, const ChartList& after) {

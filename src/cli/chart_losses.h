@@ -16,8 +16,8 @@ struct ChartLoss {
     std::int32_t first = 0;   ///< number of the first of them, from 1
 };
 
-/// Cuts the comments to what a type can hold.
-void CutComments(std::int16_t type, ChartList& list);
+/// Cuts the comments to what a type can hold, and tells what they lost by it.
+ChartLoss CutComments(std::int16_t type, ChartList& list);
 
 /// The kinds of things in which the charts of two lists of the same length differ.
 std::vector<ChartLoss> FindLosses(const ChartList& before, const ChartList& after);

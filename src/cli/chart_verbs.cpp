@@ -80,7 +80,7 @@ void PrintPoint(const CalcChart& chart, std::int16_t p) {
 }
 
 void PrintChart(const CalcChart& chart) {
-    std::cout << ToUtf8(ChartDescription()) << "\n"
+    std::cout << PlainText(ToUtf8(ChartDescription())) << "\n"
               << ToUtf8(chart.LatText) << " " << ToUtf8(chart.LongText) << "\n\n";
     std::cout << "Point         Longitude     Latitude         RA       Dec.\n";
     for (std::int16_t p = 1; p <= point::kLastBody; ++p) PrintPoint(chart, p);
@@ -118,7 +118,10 @@ std::string WhyNoFile(const std::string& path) {
 }
 
 int UnreadableChartFile(const std::string& path, const CliShell& shell) {
+    RunTimeError reason;
+    const bool failed = TakeRunTimeError(reason);
     if (shell.complained) return kUnreadable;
+    if (failed) return Complain(kUnreadable, path, "can't be read (" + reason.description + ")");
     if (FileExists(path) != 0) {
         return Complain(kUnreadable, path, "this kind of chart file isn't read");
     }

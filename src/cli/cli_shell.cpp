@@ -3,6 +3,7 @@
 #include <ctime>
 #include <iostream>
 
+#include "cli/arguments.h"
 #include "text/code_page.h"
 
 namespace orvantis::cli {
@@ -34,7 +35,7 @@ BoxAnswer CliShell::MessageBox(std::string_view text, std::string_view title, Bo
     complained = true;
     std::cerr << "orvantis-cli: ";
     if (!title.empty() && title != "Orvantis") std::cerr << ToUtf8(title) << ": ";
-    std::cerr << ToUtf8(OneLine(text)) << "\n";
+    std::cerr << PlainText(ToUtf8(OneLine(text))) << "\n";
     return NullShell::MessageBox(text, title, buttons, icon);
 }
 

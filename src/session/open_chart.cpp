@@ -26,7 +26,8 @@ ChartStatus ReadChartFromFile(std::string_view path, std::int32_t n, FileChart& 
     const bool read = held && ReadChart(type, file, n, fileChart);
     CloseChartFile(type, file);
     TakeRunTimeError(reason);
-    if (!held) return ChartStatus::NoSuchChart;
+    // A chart behind the damage of a file isn't one that the file doesn't hold.
+    if (!held) return reason.number != 0 ? ChartStatus::BadRecord : ChartStatus::NoSuchChart;
     return read ? ChartStatus::Ok : ChartStatus::BadRecord;
 }
 

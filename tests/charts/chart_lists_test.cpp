@@ -279,11 +279,10 @@ Bytes Format3(std::int32_t charts, std::int32_t attachments, std::int32_t note,
     return bytes;
 }
 
-TEST_F(ChartLists, CountsAndLengthsBeyondTheFileAreARunTimeErrorAndNothingIsHeld) {
+TEST_F(ChartLists, CountsAndLengthsBeyondTheFileInItsFirstChartAreARunTimeErrorAndNothingIsHeld) {
     constexpr std::int32_t most = INT32_MAX;
-    for (const Bytes& bytes :
-         {Format3(most, 0, 0, 0), Format3(2, 0, 0, 0), Format3(1, most, 0, 0), Format3(1, 2, 0, 0),
-          Format3(1, 1, most, 0), Format3(1, 0, 0, most), Format3(1, 0, 0, 1000)}) {
+    for (const Bytes& bytes : {Format3(1, most, 0, 0), Format3(1, 2, 0, 0), Format3(1, 1, most, 0),
+                               Format3(1, 0, 0, most), Format3(1, 0, 0, 1000)}) {
         const std::string path = folder_.Write("hostile.ch6", bytes);
         ChartList list = SampleList(2);
         EXPECT_FALSE(LoadChartList(path, list, kFalse));
@@ -298,6 +297,114 @@ TEST_F(ChartLists, CountsAndLengthsBeyondTheFileAreARunTimeErrorAndNothingIsHeld
         EXPECT_EQ(FileBytes(path), bytes);
     }
     EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(ChartLists, ACountBeyondTheFileLeavesTheChartsThatAreThereInADamagedList) {
+    for (const std::int32_t count : {2, 1000, INT32_MAX}) {
+        const std::string path = folder_.Write("hostile.ch6", Format3(count, 1, 0, 5));
+        ChartList list;
+        EXPECT_TRUE(LoadChartList(path, list, kFalse));
+        EXPECT_EQ(list.charts.size(), 1U);
+        EXPECT_NE(list.damaged, 0);
+        RunTimeError failure;
+        ASSERT_TRUE(TakeRunTimeError(failure));
+        EXPECT_EQ(failure.number, error::kPastEnd);
+    }
+}
+
+TEST_F(ChartLists, ADamagedFileIsNeverWrittenOver) {
+    const std::string path = Save("three.ch6", kType3, 5);
+    std::filesystem::resize_file(path, std::filesystem::file_size(path) - 1);
+    const Bytes bytes = FileBytes(path);
+    const FileHandle file = Open(path);
+    ASSERT_EQ(file, 1);
+    EXPECT_EQ(count_, 4);
+    RunTimeError failure;
+    ASSERT_TRUE(TakeRunTimeError(failure));
+    EXPECT_EQ(failure.number, error::kPastEnd);
+
+    // Nothing is changed in memory either, so that nothing is lost when it is closed.
+    FileChart chart;
+    ASSERT_TRUE(ReadChart(kType3, file, 4, chart));
+    for (const std::int32_t n : {4, 5}) {
+        EXPECT_FALSE(WriteChart(kType3, file, n, chart));
+        ASSERT_TRUE(TakeRunTimeError(failure));
+        EXPECT_EQ(failure.number, error::kPastEnd);
+    }
+    std::int32_t ref = 1;
+    EXPECT_FALSE(WriteComment(kType3, path, ref, "text"));
+    EXPECT_EQ(PendingRunTimeError(), error::kPastEnd);
+    ASSERT_TRUE(TakeRunTimeError(failure));
+    EXPECT_EQ(openChartLists[0].changed, kFalse);
+    openChartLists[0].changed = kTrue;
+    CloseChartFile(kType3, file);
+    EXPECT_EQ(TestShell().boxes.size(), 1U);
+    openChartLists.clear();
+
+    ChartList list;
+    ASSERT_TRUE(LoadChartList(path, list, kFalse));
+    std::filesystem::create_symlink(path, folder_.File("link.ch6"));
+    for (const std::string& same : {path, folder_.File("THREE.CH6"), folder_.File("link.ch6")}) {
+        for (const std::int16_t type : {0, 1, 2, 3}) {
+            TestShell().log.clear();
+            EXPECT_FALSE(SaveChartFile(same, type, list));
+            ASSERT_EQ(TestShell().log.size(), 1U);
+            const bool named = type == 0 || type == 3;  // the others have no comment file here
+            if (named) {
+                EXPECT_NE(TestShell().log[0].find("Error 62: Input past end of file"),
+                          std::string::npos);
+            }
+        }
+    }
+    EXPECT_EQ(FileBytes(path), bytes);
+    EXPECT_NE(list.damaged, 0);
+    // What is sound of it makes a sound file elsewhere.
+    const std::string other = folder_.File("other.ch6");
+    EXPECT_TRUE(SaveChartFile(other, kType3, list));
+    EXPECT_EQ(list.damaged, kFalse);
+    ChartList again;
+    ASSERT_TRUE(LoadChartList(other, again, kFalse));
+    EXPECT_EQ(again.charts.size(), 4U);
+    EXPECT_EQ(again.damaged, kFalse);
+    EXPECT_EQ(again.charts[3].comment, "Comment of chart 4, two blocks.");
+}
+
+TEST_F(ChartLists, AFormat0RecordWithNumbersOutOfRangeIsReadAmongTheOthers) {
+    const std::string path = Save("old.cht", 0, 3);
+    Bytes bytes = FileBytes(path);
+    for (std::size_t at = 115 + 83; at < 115 + 115; at += 2) PutI16(&bytes[at], 300);
+    folder_.Write("old.cht", bytes);
+    ChartList list;
+    ASSERT_TRUE(LoadChartList(path, list, kFalse));
+    EXPECT_EQ(PendingRunTimeError(), 0);
+    ASSERT_EQ(list.charts.size(), 3U);
+    EXPECT_EQ(list.charts[0].chart.event.name, "Chart number 1");
+    EXPECT_EQ(list.charts[1].chart.event.name, "Chart number 2");
+    EXPECT_EQ(list.charts[1].chart.event.hour, 44);
+    EXPECT_EQ(list.charts[2].chart.event.name, "Chart number 3");
+    EXPECT_EQ(list.charts[2].chart.event.hour, 0);
+}
+
+TEST_F(ChartLists, MoreChartsThanAListTakesAreTooLargeButReadByNumber) {
+    const std::string path = Save("many.cht", 1, 1);
+    // A hole of blank charts takes no room on the disk.
+    const auto slots = static_cast<std::uintmax_t>(kMostListedCharts) + 2;
+    std::filesystem::resize_file(path, slots * 110);
+    ChartList list;
+    EXPECT_FALSE(LoadChartList(path, list, kFalse));
+    RunTimeError failure;
+    ASSERT_TRUE(TakeRunTimeError(failure));
+    EXPECT_EQ(failure.number, error::kFileTooLarge);
+    const FileHandle file = Open(path);
+    EXPECT_EQ(count_, kMostListedCharts + 1);
+    FileChart chart;
+    EXPECT_TRUE(ReadChart(1, file, count_, chart));
+    CloseChartFile(1, file);
+
+    const std::string three = folder_.Write("many.ch6", Format3(INT32_MAX, 0, 0, 0));
+    std::filesystem::resize_file(three, 86 + 300 * slots);
+    EXPECT_FALSE(LoadChartList(three, list, kFalse));
+    EXPECT_EQ(PendingRunTimeError(), error::kFileTooLarge);
 }
 
 TEST_F(ChartLists, CountsAndLengthsBelow0AreNone) {
@@ -346,10 +453,22 @@ TEST_F(ChartLists, ManyChartsThatShareARingOfBlocksAreRefused) {
     EXPECT_EQ(PendingRunTimeError(), error::kFileTooLarge);
 }
 
+// Number of charts of a type 3 file without attachments that end within its first `size` bytes.
+std::int32_t WholeCharts(const Bytes& bytes, std::int64_t size) {
+    std::int32_t charts = 0;
+    std::int64_t end = 86;
+    while (end + 300 <= std::ssize(bytes)) {
+        end += 300 + GetI32(&bytes[static_cast<std::size_t>(end) + 296]);
+        if (end > size) break;
+        ++charts;
+    }
+    return charts;
+}
+
 // Every length from 2,000 bytes down to none, of each type.
 TEST_F(ChartLists, AFileCutAtAnyByteLosesNoChartBeforeTheCutAndIsNotChanged) {
     for (const std::int16_t type : {0, 1, 2, 3}) {
-        const std::string path = Save("cut.cht", type, 18);
+        const std::string path = Save("cut" + std::to_string(type) + ".cht", type, 18);
         const Bytes whole = FileBytes(path);
         ASSERT_GE(whole.size(), 2000U);
         const std::int64_t length = ChartRecordLength(type);
@@ -359,7 +478,9 @@ TEST_F(ChartLists, AFileCutAtAnyByteLosesNoChartBeforeTheCutAndIsNotChanged) {
             const std::int16_t told = currentChartFileType;
             const bool typed = size >= 2 || type == 0;
             if (type == 3 && typed) {
-                ASSERT_EQ(file, 0) << size;
+                const auto charts = WholeCharts(whole, size);
+                ASSERT_EQ(file, charts > 0 ? 1 : 0) << size;
+                ASSERT_EQ(count_, charts) << size;
             } else {
                 ASSERT_GT(file, 0) << type << " " << size;
                 ASSERT_EQ(told, typed ? type : 0);

@@ -1,5 +1,7 @@
 // The saving of whole chart files: what comes of it, and that nothing is lost when it fails.
 #include <gtest/gtest.h>
+#include <limits>
+#include <map>
 #include <set>
 
 #include "chart_samples.h"
@@ -312,6 +314,149 @@ TEST_F(ChartSave, CommentsOfAFileWithoutACommentFileAreNotDropped) {
     path_ = folder_.File("charts.ch6");
     EXPECT_FALSE(Save(2, 1));
     EXPECT_EQ(TestShell().log, std::vector{Told("Error 52: Bad file name or number")});
+}
+
+// Names and bytes of all that is in the folder.
+std::map<std::string, Bytes> Contents(const std::string& folder) {
+    std::map<std::string, Bytes> files;
+    for (const auto& entry : fs::directory_iterator(folder)) {
+        files[entry.path().filename().string()] = FileBytes(entry.path().string());
+    }
+    return files;
+}
+
+TEST_F(ChartSave, SavingOntoTheBackupOfAChartFileLeavesTheChartFileAndItsCommentsAlone) {
+    ASSERT_TRUE(Save(2, 1));
+    ASSERT_TRUE(Save(2, 2));
+    const Bytes charts = FileBytes(path_);
+    const Bytes comments = FileBytes(folder_.File("charts"));
+    const Bytes backup = FileBytes(folder_.File("charts.bak"));
+    const std::string original = path_;
+    path_ += ".bak";
+    ASSERT_TRUE(Save(2, 4));
+    EXPECT_EQ(FileBytes(original), charts);
+    EXPECT_EQ(FileBytes(folder_.File("charts")), comments);
+    EXPECT_EQ(FileBytes(folder_.File("charts.bak.bak")), backup);
+    ChartList list;
+    ASSERT_TRUE(LoadChartList(path_, list, kFalse));
+    EXPECT_EQ(list.charts.at(3).comment, "Comment of chart 4, two blocks.");
+}
+
+TEST_F(ChartSave, TheCommentsOfABackupAreReadAgain) {
+    ASSERT_TRUE(Save(2, 2));
+    ChartList none = SampleList(4);
+    for (StoredChart& stored : none.charts) stored.comment = "Another comment";
+    ASSERT_TRUE(SaveChartFile(path_, 2, none));
+    ChartList list;
+    ASSERT_TRUE(LoadChartList(path_ + ".bak", list, kFalse));
+    ASSERT_EQ(list.charts.size(), 2U);
+    EXPECT_EQ(list.charts[1].comment, "Comment of chart 2, two blocks.");
+    EXPECT_EQ(ReadComment(2, path_ + ".bak", 2), "Comment of chart 1, two blocks.");
+}
+
+TEST_F(ChartSave, AFileWhoseCommentsHaveItForTheirBackupIsRefusedAndNothingIsTouched) {
+    ASSERT_TRUE(Save(2, 2));
+    for (const char* name : {"charts.bak", "CHARTS.BAK"}) {
+        for (const std::int16_t type : {1, 2}) {
+            path_ = folder_.File(name);
+            TestShell().log.clear();
+            folder_.Write("charts.bak~", "aside");
+            const auto before = Contents(folder_.Path());
+            EXPECT_FALSE(Save(type, 1));
+            EXPECT_EQ(TestShell().log, std::vector{Told("Error 52: Bad file name or number")});
+            EXPECT_EQ(Contents(folder_.Path()), before);
+        }
+    }
+    path_ = folder_.File("charts.bak");
+    EXPECT_TRUE(Save(3, 1)) << "it has no comment file";
+}
+
+TEST_F(ChartSave, ACommentFileThatIsAChartFileIsRefusedAndNothingIsTouched) {
+    for (const std::int16_t type : {1, 2, 3}) {
+        path_ = folder_.File("charts.dat");
+        ASSERT_TRUE(Save(type, 2));
+        path_ = folder_.File("charts.dat.tmp");
+        fs::remove(folder_.File("charts"));
+        Bytes bytes = FileBytes(folder_.File("charts.dat"));
+        PutI16(bytes.data(), 2);  // a file that keeps comments
+        folder_.Write("charts.dat.tmp", bytes);
+        const auto before = Contents(folder_.Path());
+        TestShell().log.clear();
+        EXPECT_FALSE(Save(2, 1)) << type;
+        EXPECT_EQ(TestShell().log, std::vector{Told("Error 52: Bad file name or number")});
+        EXPECT_EQ(Contents(folder_.Path()), before);
+        fs::remove(folder_.File("charts.dat"));
+        fs::remove(path_);
+    }
+    // The name says it, whatever is there.
+    for (const char* name : {"one.cht.dat", "one.CH6.dat", "one.kvchx.dat"}) {
+        path_ = folder_.File(name);
+        EXPECT_FALSE(Save(1, 1)) << name;
+    }
+}
+
+// The head of a comment file with free blocks starts with the number of the first of them.
+TEST_F(ChartSave, ACommentFileWhoseFreeListStartsAtABlock1To3IsNoChartFile) {
+    ASSERT_TRUE(Save(2, 2));
+    std::int32_t ref = 2;
+    ASSERT_TRUE(WriteComment(2, path_, ref, ""));
+    ASSERT_EQ(GetI32(FileBytes(folder_.File("charts")).data()), 2);
+    EXPECT_TRUE(Save(2, 3));
+}
+
+TEST_F(ChartSave, WhereNoFileOfType1Or2IsReplacedAFileOfTheCommentFilesNameIsAnothers) {
+    for (const std::int16_t old : {-1, 0, 3}) {  // -1: there is none
+        for (const std::int16_t type : {1, 2}) {
+            fs::remove(path_);
+            ASSERT_TRUE(old < 0 || Save(old, 2));
+            folder_.Write("charts", "precious");
+            const auto before = Contents(folder_.Path());
+            for (const bool comments : {true, false}) {
+                ChartList list = SampleList(1);
+                if (!comments) list.charts[0].comment.clear();
+                TestShell().log.clear();
+                EXPECT_FALSE(SaveChartFile(path_, type, list)) << old << " " << type;
+                EXPECT_EQ(TestShell().log, std::vector{Told("Error 75: Path/File access error")});
+                EXPECT_EQ(Contents(folder_.Path()), before);
+            }
+            fs::remove(folder_.File("charts"));
+            EXPECT_TRUE(Save(type, 1)) << "nothing is in the way";
+            fs::remove(folder_.File("charts"));
+        }
+    }
+}
+
+TEST_F(ChartSave, OfTwoFilesOfOneStemTheOneSavedLastHasTheCommentFile) {
+    ASSERT_TRUE(Save(2, 1));
+    const Bytes first = FileBytes(folder_.File("charts"));
+    const std::string other = folder_.Write("charts.dat", FileBytes(path_));
+    path_ = other;
+    ASSERT_TRUE(Save(2, 2));
+    EXPECT_EQ(FileBytes(folder_.File("charts.bak")), first);
+    ChartList list;
+    ASSERT_TRUE(LoadChartList(other, list, kFalse));
+    EXPECT_EQ(list.charts.at(1).comment, "Comment of chart 2, two blocks.");
+}
+
+TEST_F(ChartSave, ACoordinateThatIsNoNumberIsToldByTypes0And1AndTheOldFileStays) {
+    constexpr float inf = std::numeric_limits<float>::infinity();
+    for (const std::int16_t type : {0, 1}) {
+        path_ = folder_.File("wide" + std::to_string(type) + ".cht");
+        ASSERT_TRUE(Save(type, 1));
+        const auto before = Contents(folder_.Path());
+        for (const float bad : {std::numeric_limits<float>::quiet_NaN(), inf, -inf}) {
+            for (const bool latitude : {true, false}) {
+                ChartList list = SampleList(2);
+                ChartEvent& event = list.charts[1].chart.event;
+                (latitude ? event.latitude : event.longitude) = bad;
+                TestShell().log.clear();
+                EXPECT_FALSE(SaveChartFile(path_, type, list)) << type << " " << bad;
+                EXPECT_EQ(TestShell().log, std::vector{Told("Error 6: Overflow")});
+                EXPECT_EQ(Contents(folder_.Path()), before);
+            }
+        }
+    }
+    EXPECT_EQ(PendingRunTimeError(), 0);
 }
 
 TEST_F(ChartSave, AnErrorOfOthersIsNeitherTakenForItsOwnNorLost) {

@@ -165,8 +165,9 @@ TEST_F(Convert, WhatTheTypeCannotHoldIsToldOnceAKind) {
                   ": type 2 can't hold attached events: lost in 2 of 3 charts, the first 1\n");
     EXPECT_EQ(To(File("type3.ch6"), out, 3).errors, "");
     EXPECT_EQ(To(File("type2.cht"), out, 3).errors, "");
-    EXPECT_EQ(To(File("type1.cht"), out, 1).errors, "") << "what it holds comes from this type";
-    EXPECT_EQ(To(File("type0.cht"), out, 1).errors, "");
+    const std::string other = File("other.cht");
+    EXPECT_EQ(To(File("type1.cht"), other, 1).errors, "") << "what it holds comes from this type";
+    EXPECT_EQ(To(File("type0.cht"), other, 1).errors, "");
 }
 
 TEST_F(Convert, CoordinatesFinerThanASecondAreToldForType1) {
@@ -271,26 +272,123 @@ TEST_F(Convert, AWrongCallIsToldInOneLineWithExitCode2) {
 TEST_F(Convert, AFileThatCannotBeReadIsToldInOneLineWithExitCode3AndNothingIsWritten) {
     const std::string out = File("out.cht");
     Bytes cut = FileBytes(File("type3.ch6"));
-    cut.pop_back();
-    Bytes bad = FileBytes(File("type0.cht"));
-    bad[89 + 1] = 0x7F;  // an hour that a byte can't hold
+    cut.resize(86 + 299);  // within the first chart
     const struct {
         std::string in;
         std::string why;
     } rows[] = {
         {File("none.cht"), "File not found"},
         {folder_.Path(), "not a file that can be read"},
-        {folder_.Write("empty.cht", ""), "holds no charts"},
         {folder_.Write("short.cht", Bytes{2, 0, 1}), "holds no charts"},
+        {folder_.Write("piece.cht", Bytes(114, 'x')), "holds no charts"},
         {folder_.Write("noext", std::string(400, 'x')), "this kind of chart file isn't read"},
-        {folder_.Write("cut.ch6", cut), "can't be read (Input past end of file)"},
-        {folder_.Write("bad.cht", bad), "can't be read (Overflow)"}};
+        {folder_.Write("cut.ch6", cut), "can't be read (Input past end of file)"}};
     for (const auto& row : rows) {
         const ProgramResult result = To(row.in, out, 2);
         EXPECT_EQ(result.exitCode, 3) << row.in;
         EXPECT_EQ(result.errors, "orvantis-cli: " + row.in + ": " + row.why + "\n");
         EXPECT_FALSE(std::filesystem::exists(out));
     }
+    const ProgramResult list = Run({"charts", File("cut.ch6")});
+    EXPECT_EQ(list.exitCode, 3);
+    EXPECT_EQ(list.errors,
+              "orvantis-cli: " + File("cut.ch6") + ": can't be read (Input past end of file)\n");
+}
+
+TEST_F(Convert, FilesWithoutChartsBecomeFilesWithoutCharts) {
+    Bytes head(82, ' ');
+    PutI16(head.data(), 2);
+    for (const std::string& in : {folder_.Write("head.cht", head), folder_.Write("no.cht", "")}) {
+        for (const int type : {1, 2, 3}) {
+            const ProgramResult result = To(in, File("out.cht"), type);
+            EXPECT_EQ(result.exitCode, 0) << result.errors;
+            EXPECT_EQ(Listed(File("out.cht"))["charts"].size(), 0U);
+        }
+    }
+}
+
+TEST_F(Convert, NumbersOutOfRangeOfTheOldestTypeAreReadAsTheyFall) {
+    Bytes bad = FileBytes(File("type0.cht"));
+    bad[89 + 1] = 0x7F;  // an hour that a byte can't hold
+    folder_.Write("bad.cht", bad);
+    const Json before = Listed(File("type0.cht"))["charts"];
+    for (const int type : {1, 2, 3}) {
+        const ProgramResult result = To(File("bad.cht"), File("out.cht"), type);
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        EXPECT_EQ(Listed(File("out.cht"))["charts"], before) << "the low byte is the same";
+    }
+}
+
+TEST_F(Convert, OfADamagedFileTheChartsBeforeTheDamageAreListedAndWritten) {
+    const Json before = Listed(File("type3.ch6"))["charts"];
+    Bytes cut = FileBytes(File("type3.ch6"));
+    cut.pop_back();
+    const std::string in = folder_.Write("cut.ch6", cut);
+    const std::string told =
+        "orvantis-cli: " + in + ": what is behind chart 2 can't be read (Input past end of file)\n";
+    const ProgramResult list = Run({"charts", in, "--json"});
+    EXPECT_EQ(list.exitCode, 3);
+    EXPECT_EQ(list.errors, told);
+    const Json charts = Json::parse(list.output)["charts"];
+    ASSERT_EQ(charts.size(), 2U);
+    EXPECT_EQ(charts[0], before[0]);
+    EXPECT_EQ(charts[1], before[1]);
+
+    const ProgramResult result = To(in, File("out.ch6"), 3);
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(result.errors, told);
+    EXPECT_EQ(Listed(File("out.ch6"))["charts"], charts);
+    EXPECT_EQ(Run({"chart", in + ":2"}).exitCode, 0);
+    const ProgramResult third = Run({"chart", in + ":3"});
+    EXPECT_EQ(third.exitCode, 3);
+    EXPECT_EQ(third.errors,
+              "orvantis-cli: " + in + ":3: the record can't be read (Input past end of file)\n");
+
+    // It isn't written over, under whatever name.
+    std::filesystem::create_symlink(in, File("link.ch6"));
+    for (const std::string& out : {in, File("link.ch6")}) {
+        const ProgramResult refused = To(in, out, 3);
+        EXPECT_EQ(refused.exitCode, 3);
+        EXPECT_EQ(refused.errors,
+                  "orvantis-cli: " + in + ": can't be read (Input past end of file)\n");
+    }
+    EXPECT_EQ(FileBytes(in), cut);
+    EXPECT_FALSE(std::filesystem::exists(in + ".bak"));
+}
+
+TEST_F(Convert, ACommentFileThatAnotherChartFileHasTooIsLeftAlone) {
+    std::filesystem::copy_file(File("type2.cht"), File("type2.dat"));
+    const Bytes comments = FileBytes(File("type2"));
+    for (const char* in : {"type3.ch6", "type2.cht", "type2.dat"}) {
+        const ProgramResult result = To(File(in), File("type2.cht"), 1);
+        EXPECT_EQ(result.exitCode, 1) << in;
+        EXPECT_EQ(result.errors, "orvantis-cli: " + File("type2") + ": is the comment file of " +
+                                     File("type2.dat") + " too\n");
+    }
+    EXPECT_EQ(FileBytes(File("type2.cht")), FileBytes(File("type2.dat")));
+    EXPECT_EQ(FileBytes(File("type2")), comments);
+    // Neither a file without comments nor one of another type has them, and a backup its own.
+    std::filesystem::remove(File("type2.dat"));
+    std::filesystem::copy_file(File("type0.cht"), File("type2.old"));
+    ChartList bare;
+    bare.charts.resize(1);
+    ASSERT_TRUE(SaveChartFile(File("bare.new"), 2, bare));
+    std::filesystem::rename(File("bare.new"), File("type2.new"));
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(To(File("type3.ch6"), File("type2.cht"), 2).exitCode, 0) << i;
+    }
+}
+
+// The list of the charts and that of the charts as they are read again.
+TEST_F(Convert, AHugeFileIsRefusedInLittleMemory) {
+    const std::string in = folder_.Write("huge.cht", Bytes{1, 0});
+    std::filesystem::resize_file(in, kMostChartBytes);
+    const ProgramResult result = To(in, File("out.cht"), 2);
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(result.errors, "orvantis-cli: " + in + ": can't be read (File too large)\n");
+#ifndef __SANITIZE_ADDRESS__  // the sanitizer keeps freed memory back
+    EXPECT_LT(result.peakKilobytes, 60 * 1024);
+#endif
 }
 
 TEST_F(Convert, AFileThatCannotBeWrittenIsToldWithExitCode1) {
