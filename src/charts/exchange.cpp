@@ -102,10 +102,10 @@ std::string CompanionPath(std::string path, char kind) {
     return path;
 }
 
-// Number of the record that holds a chart, 0 for none. The last record may lack its end.
-std::int64_t RecordOf(std::int64_t length, std::int32_t n) {
-    const std::int64_t records = (length + kRecordSize - 1) / kRecordSize;
-    if (records == 1) return 1;
+// Number of the record that holds chart `n`, 0 for none. The last record may lack its end.
+std::int64_t RecordOf(const ExchangeFilePath& file, std::int64_t length, std::int64_t n) {
+    const std::int64_t records = file.older != 0 ? 1 : (length + kRecordSize - 1) / kRecordSize;
+    if (records == 1 && file.temporary != 0) return 1;
     return n >= 1 && n <= records ? n : 0;
 }
 
@@ -148,12 +148,12 @@ std::vector<ChartAttachment> ReadAttachments(const std::string& path, std::int64
     return attachments;
 }
 
-// The chart and what of its calculation is there. Only the chart is known of an older record, of
-// which there is one in a file.
+// The chart and what of its calculation is there. `record`, the chart's number, becomes that of its
+// record.
 bool ReadRecord(const ExchangeFilePath& file, std::int64_t& record, ExchangeChart& exchange) {
     if (FileExists(file.path) == 0) return false;
     const FileHandle handle = FileOpener(file.path, open_mode::kRecords, kRecordSize, kFalse);
-    record = file.older != 0 ? 1 : RecordOf(FileLength(handle), static_cast<std::int32_t>(record));
+    record = RecordOf(file, FileLength(handle), record);
     Bytes bytes(static_cast<std::size_t>(file.older != 0 ? kFileChartSize : kRecordSize));
     std::size_t read = 0;
     if (record >= 1) read = ReadWhatIsThere(handle, (record - 1) * kRecordSize + 1, bytes);
@@ -270,8 +270,8 @@ std::string OlderExchangePath(std::int16_t number, Flag temporary) {
 ExchangeFilePath FindExchangeFile(std::int16_t number, Flag temporary) {
     const bool older = session.SiblingVersion != 0 && session.SiblingVersion < kFirstNewer;
     std::string path = OlderExchangePath(number, temporary);
-    if (older && FileExists(path) != 0) return {std::move(path), kTrue};
-    return {ChartExchangePath(number, temporary), kFalse};
+    if (older && FileExists(path) != 0) return {std::move(path), kTrue, temporary};
+    return {ChartExchangePath(number, temporary), kFalse, temporary};
 }
 
 bool ReadExchangeChart(const ExchangeFilePath& file, std::int32_t n, ExchangeChart& exchange) {

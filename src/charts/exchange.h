@@ -25,7 +25,8 @@ std::string OlderExchangePath(std::int16_t number, Flag temporary);
 /// An exchange file of either generation.
 struct ExchangeFilePath {
     std::string path;
-    Flag older = kFalse;  ///< of the older exchange
+    Flag older = kFalse;     ///< of the older exchange
+    Flag temporary = kTrue;  ///< a chart handed over under its number; else the retained charts
 };
 
 /// The file through which charts come. Siblings of the versions 2 to 4 use the older exchange;
@@ -40,10 +41,11 @@ struct ExchangeChart {
     std::vector<ChartAttachment> attachments;
 };
 
-/// Reads record `n`, from 1, of an exchange file, its note and its attachments. A file of one
-/// record serves any number, since a chart is also handed over alone under its number. False if the
-/// file isn't there or holds no such chart; companions that are missing or damaged are passed over.
-/// No message.
+/// Reads record `n`, from 1, of an exchange file, its note and its attachments. A temporary file of
+/// one record serves any number, since a chart is also handed over alone under its number; of
+/// retained charts it is the n-th. A file of the older exchange has one record, of which the chart
+/// at its start is known and nothing else. False if the file isn't there or holds no such chart;
+/// companions that are missing or damaged are passed over. No message.
 bool ReadExchangeChart(const ExchangeFilePath& file, std::int32_t n, ExchangeChart& exchange);
 
 /// Puts a chart into a slot, 1 or 2: its texts, codes, date and place, and the positions that were

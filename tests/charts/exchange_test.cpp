@@ -360,6 +360,36 @@ TEST_F(Exchange, TheNumberPicksTheRecord) {
     EXPECT_EQ(PendingRunTimeError(), 0);
 }
 
+TEST_F(Exchange, OfRetainedChartsTheNthRecordIsTakenAndNoOther) {
+    folder_.Write("retain5.cha", SampleRecord());
+    ExchangeFilePath file = FindExchangeFile(1, kFalse);
+    EXPECT_EQ(file.temporary, kFalse);
+    ExchangeChart exchange;
+    EXPECT_TRUE(ReadExchangeChart(file, 1, exchange));
+    EXPECT_EQ(exchange.calculation.size(), 2879U);
+    for (const std::int32_t n : {0, 2, 3, -1}) {
+        EXPECT_FALSE(ReadExchangeChart(file, n, exchange)) << n;
+    }
+    Bytes second = SampleRecord();
+    PutF64(&second[488], 77.5);
+    folder_.Write("retain5.cha", Joined({SampleRecord(), second}));
+    ASSERT_TRUE(ReadExchangeChart(file, 2, exchange));
+    EXPECT_EQ(GetF64(&exchange.calculation[196]), 77.5);
+    EXPECT_FALSE(ReadExchangeChart(file, 3, exchange));
+
+    // The older kind has one record, whose chart is known.
+    session.SiblingVersion = 3;
+    folder_.Write("retained.cha", Joined({SampleRecord(), SampleRecord()}));
+    file = FindExchangeFile(1, kFalse);
+    EXPECT_NE(file.older, 0);
+    ASSERT_TRUE(ReadExchangeChart(file, 1, exchange));
+    EXPECT_EQ(exchange.chart.event.place, "Adelaide");
+    EXPECT_TRUE(exchange.calculation.empty());
+    EXPECT_FALSE(ReadExchangeChart(file, 2, exchange));
+    // A temporary file of one record serves any number.
+    EXPECT_TRUE(ReadExchangeChart(Write(SampleRecord()), 3, exchange));
+}
+
 // --- What can't be a position
 
 TEST_F(Exchange, APointWithAValueThatIsNoPositionCountsAsNotCalculated) {
