@@ -9,6 +9,7 @@
 
 #include "charts/CALCCHRT.h"
 #include "charts/KVCharts.h"
+#include "charts/SwissEph.h"
 #include "lines/line_geometry.h"
 #include "map/map_document.h"
 #include "map/plot.h"
@@ -230,6 +231,15 @@ void CalculatingAChart(benchmark::State& state) {
 }
 BENCHMARK(CalculatingAChart)->Unit(benchmark::kMillisecond);
 
+void CalculatingAChartOnTheStandardRoute(benchmark::State& state) {
+    TheBench();
+    const Flag enabled = swissState.enabled;
+    swissState.enabled = kFalse;
+    CalculatingAChart(state);
+    swissState.enabled = enabled;
+}
+BENCHMARK(CalculatingAChartOnTheStandardRoute)->Unit(benchmark::kMillisecond);
+
 void BareEphemerisCallsOfAChart(benchmark::State& state) {
     TheBench();
     static constexpr std::array<int, 26> bodies = {1,  0,  2,  3,  4,  5,  6,  7,  8,
@@ -247,31 +257,6 @@ void BareEphemerisCallsOfAChart(benchmark::State& state) {
     }
 }
 BENCHMARK(BareEphemerisCallsOfAChart)->Unit(benchmark::kMillisecond);
-
-void OpeningAndListingAChartFileOf10000Charts(benchmark::State& state) {
-    TheBench();
-    Bytes file(static_cast<std::size_t>(kFileChartSize) * 10001);
-    PutI16(file.data(), 2);
-    FileChart chart;
-    RunTimeError reason;
-    ReadChartFromFile(kSample, 1, chart, reason);
-    for (std::size_t n = 1; n <= 10000; ++n) {
-        PutFileChart(&file[n * static_cast<std::size_t>(kFileChartSize)], chart);
-    }
-    const std::string path = session.ProgramDir + "bench.cht";
-    ReplaceFile(path, file);
-    for ([[maybe_unused]] auto _ : state) {
-        std::int32_t count = 0;
-        const FileHandle handle = OpenChartFile(path, count, kFalse);
-        for (std::int32_t n = 1; n <= count; ++n) {
-            ReadChart(currentChartFileType, handle, n, chart);
-            benchmark::DoNotOptimize(chart);
-        }
-        CloseChartFile(currentChartFileType, handle);
-    }
-    DeleteFile(path);
-}
-BENCHMARK(OpeningAndListingAChartFileOf10000Charts)->Unit(benchmark::kMillisecond);
 
 // The own INI as the program leaves it, the sibling's missing, the shipped zone file.
 void ReadingTheKeysWordsAndZonesOfAStart(benchmark::State& state) {

@@ -1,6 +1,5 @@
 // The verb "chart".
 #include <algorithm>
-#include <cmath>
 #include <filesystem>
 #include <iomanip>
 #include <iostream>
@@ -11,14 +10,9 @@
 #include "session/chart_place.h"
 #include "session/driver.h"
 #include "session/files.h"
-#include "session/settings.h"
 #include "session/tables.h"
 #include "text/angles.h"
 #include "text/code_page.h"
-#include "text/coordinates.h"
-#include "text/dates.h"
-#include "text/numbers.h"
-#include "text/strings.h"
 
 namespace orvantis::cli {
 
