@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "charts/QXASTRO.h"
+#include "charts/standard_route.h"
 #include "session/session_state.h"
 #include "session/settings.h"
 #include "text/coordinates.h"
@@ -60,9 +61,8 @@ void CopyCodes(const Format1Record& record, CalcChart& chart) {
     chart.HouseCode = record.houseCode;
     chart.AyanamsaCode = record.ayanamsaCode;
     chart.RecordForm = record.recordForm;
-    const bool open =
-        record.ayanamsaCode < zodiac::kTropical || record.ayanamsaCode > zodiac::kUserSVP;
-    chart.Zodiac = open ? options.ayanamsa : record.ayanamsaCode;
+    // Records of old files without a zodiac have 0. Codes of no zodiac stay, and have no base.
+    chart.Zodiac = record.ayanamsaCode == 0 ? options.ayanamsa : record.ayanamsaCode;
     chart.Frame = kGeocentric;
     chart.TrueNodeFlag = options.trueNode;
     chart.HouseSystem = record.houseCode;
@@ -119,7 +119,7 @@ void CalcMoment(std::int16_t slot, double hours, double jd) {
 void CalcPositions(std::int16_t slot, double latitude) {
     CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
     // What a table doesn't reach keeps what it held: that must not be a place of the chart before.
-    std::fill(chart.Lon.begin(), chart.Lon.begin() + point::kLastBody + 1, -1);
+    for (std::size_t n = 1; n <= point::kLastBody; ++n) ClearPoint(chart, n);
     CalcPlanets(slot, 0, 0, JulianCenturies(chart.JulianDayET), chartNow.ZodiacOffsetNow, 0,
                 chart.Frame, kTrue, session.SystemDataPath, options.trueNode, options.vulcWeston);
     CalcFromAngles(slot, latitude);

@@ -64,7 +64,7 @@ struct CalcChart {
     std::string Country;           ///< up to 20
     std::string LatText;           ///< up to 8
     std::string LongText;          ///< up to 9
-    std::int16_t Zodiac = 1;       ///< 1 to 10
+    std::int16_t Zodiac = 1;       ///< 1 to 10; up to 255 in charts of odd records
     std::int16_t Frame = 1;        ///< 1 geocentric, 2 heliocentric
     std::int16_t HouseSystem = 5;  ///< 1 to 9; 0 none chosen
     Flag TrueNodeFlag = kTrue;
@@ -106,7 +106,7 @@ struct ChartNow {
 extern ChartNow chartNow;
 
 /// Calculates a chart into a slot, geocentrically. The house system is the record's, 0 and unknown
-/// ones included; a zodiac outside 1 to 10 means that the record leaves it open, and that of the
+/// ones included, and so is the zodiac but for 0, with which the record leaves it open: that of the
 /// options is taken. A number that doesn't fit, also one that an earlier step of reading the record
 /// left behind as a run-time error, is told in a box "FileChartToCalcChart Error: " and the number;
 /// the slot then stays as far as it was filled. Returns nonzero on failure.
@@ -117,8 +117,8 @@ Flag FileChartToCalcChart(const Format1Record& fileChart, std::int16_t slot, Fla
 Flag BeginCalcChart(const Format1Record& fileChart, std::int16_t slot);
 
 /// Degrees to add to a tropical longitude in a zodiac (1 to 10) at T centuries from 1900. 0 for
-/// zodiac 1, else negative, -18 to -27 today and about -361 for zodiac 9, which has no base; zodiac
-/// 10 has the base of the options.
+/// zodiac 1, else negative, -18 to -27 today and about -361 for zodiac 9, which has no base, and
+/// for numbers of no zodiac; zodiac 10 has the base of the options.
 double Ayanamsa(std::int16_t zodiacNumber, double t);
 
 /// Points 22 to 26 from the right ascension of the Midheaven, obliquity and latitude, degrees.

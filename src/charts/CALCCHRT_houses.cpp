@@ -228,6 +228,8 @@ void CuspsOfSystem(const Sphere& sphere, std::int16_t houseSystem, CalcChart& ch
             CuspsTopocentric(sphere, chart);
             break;
         case kEqual:
+            // Cusp 10 stays 90 degrees before the Ascendant: the flag of the Midheaven, which
+            // would put it there, is this system's own, and isn't set, whatever the slot held.
             CuspsEqual(chart.Lon[point::kAscendant], chart);
             SetFlags(chart, kTrue, kFalse);
             break;

@@ -11,9 +11,9 @@
 
 #include "charts/CALCCHRT.h"
 #include "charts/QXASTRO.h"
-#include "charts/ephemeris_tables.h"
 #include "charts/hypothetical.h"
 #include "charts/standard_route.h"
+#include "session/files.h"
 #include "session/session_state.h"
 #include "text/numbers.h"
 #include "text/strings.h"
@@ -73,11 +73,24 @@ Flag MinorPlanetInstalled(std::string_view path, std::string_view number) {
 }
 
 // Whether the asteroid tables stand for the library's file of a point from 13 to 19.
-bool FromTables(std::int16_t n, double t) {
+bool FromTables(std::int16_t n) {
     if (n == kHygeia) return swissState.hygeiaInstalled == 0;
     if (n == kAstraea) return swissState.astraeaInstalled == 0;
-    const bool inTables = t >= ephemeris_table::kFirstT && t <= ephemeris_table::kLastT;
-    return swissState.asteroidsMissing != 0 && inTables;
+    return swissState.asteroidsMissing != 0;
+}
+
+// Whether the folder's file of elements gives the hypothetical points other orbits than our own.
+// Without it the library has the same ones.
+Flag OtherElements(std::string_view path) {
+    constexpr std::int64_t kMost = 1024 * 1024;
+    constexpr std::string_view kName = "/seorbel.txt";
+    if (!FileInFolder(path, kName)) return kFalse;
+    std::string file(path);
+    file.append(kName);
+    Bytes bytes;
+    const bool known =
+        FetchFile(file, kMost, bytes) == 0 && AreKnownElements(GetText(bytes.data(), bytes.size()));
+    return known ? kFalse : kTrue;
 }
 
 // What all bodies of one calculation share.
@@ -85,6 +98,7 @@ struct Request {
     double t = 0;  // centuries from JD 2415020.0, ephemeris time
     double offset = 0;
     std::int16_t frame = 1;
+    std::int16_t first = 1;  // of the points that are asked for
     std::string_view dataPath;
     Flag trueNode = kTrue;
 };
@@ -237,14 +251,14 @@ void AskSky(const Moment& moment, Sky& sky) {
 }
 
 // Points 27 to 35 as the library has them, to a thousandth of a second of arc, but in a tenth of
-// its time: it reads its file of elements anew, three times for each of them. Within a third of a
-// degree from the Sun, where the library has its own way of bending light behind the disc, it is
-// asked.
+// its time: it reads its file of elements anew, three times for each of them. It is asked within a
+// third of a degree from the Sun, where it has its own way of bending light behind the disc, and if
+// its file gives them other elements.
 void CalcHypothetical(CalcChart& chart, std::int16_t n, const Moment& moment, Sky& sky) {
     constexpr double kNearSun = 0.35;
     const auto index = static_cast<std::size_t>(n);
     const std::int32_t body = kBodies[index];
-    if (!sky.asked) AskSky(moment, sky);
+    if (!sky.asked && swissState.otherElements == 0) AskSky(moment, sky);
     if (!sky.given) return CalcBody(chart, index, body, moment);
 
     const auto own = static_cast<std::int16_t>(n - kCupido + 1);
@@ -266,6 +280,10 @@ void CalcHypothetical(CalcChart& chart, std::int16_t n, const Moment& moment, Sk
     chart.Retro[index] = chart.LonSpeed[index] < 0 ? kTrue : kFalse;
 }
 
+void CalcNorthNode(CalcChart& chart, const Request& request, const Moment& moment) {
+    CalcBody(chart, point::kNorthNode, request.trueNode != 0 ? SE_TRUE_NODE : SE_MEAN_NODE, moment);
+}
+
 // One point from 4 on that isn't a chart point; the asteroid tables serve a run of points, and the
 // last one done is returned.
 std::int16_t CalcPoint(CalcChart& chart, std::int16_t n, std::int16_t last, const Request& request,
@@ -274,13 +292,14 @@ std::int16_t CalcPoint(CalcChart& chart, std::int16_t n, std::int16_t last, cons
     if (n == point::kVulcan) {
         CalcVulcan(chart, RouteMomentOf(chart, request.t, request.offset, request.frame));
     } else if (n == point::kNorthNode) {
-        CalcBody(chart, index, request.trueNode != 0 ? SE_TRUE_NODE : SE_MEAN_NODE, moment);
+        CalcNorthNode(chart, request, moment);
     } else if (n == point::kSouthNode) {
+        // It stands opposite this chart's North Node, not one that was left in the slot.
+        if (request.first == n) CalcNorthNode(chart, request, moment);
         Opposite(chart, point::kSouthNode, point::kNorthNode);
-    } else if (n >= kChiron && n <= kAstraea && FromTables(n, request.t)) {
+    } else if (n >= kChiron && n <= kAstraea && FromTables(n)) {
         std::int16_t end = n;
-        while (end < std::min(last, kAstraea) &&
-               FromTables(static_cast<std::int16_t>(end + 1), request.t)) {
+        while (end < std::min(last, kAstraea) && FromTables(static_cast<std::int16_t>(end + 1))) {
             ++end;
         }
         CalcAsteroids(chart, n, end, RouteMomentOf(chart, request.t, request.offset, request.frame),
@@ -300,8 +319,10 @@ void OpenSwissEphemeris(std::string_view path, std::string_view dataPath) {
     // The library would prefer the folder that this variable names to the one that is set here.
     ::unsetenv("SE_EPHE_PATH");
     // The library keeps the path in a buffer of AS_MAXCH bytes and takes a longer one for none.
-    swe_set_ephe_path(std::string(path).c_str());
+    swissState.path = path;
+    swe_set_ephe_path(swissState.path.c_str());
     swissState.enabled = kTrue;
+    swissState.otherElements = OtherElements(path);
     swissState.hygeiaInstalled = MinorPlanetInstalled(path, "00010");
     swissState.astraeaInstalled = MinorPlanetInstalled(path, "00005");
     // A folder without any file is a faulty installation, which the trial finds; without that of
@@ -316,6 +337,7 @@ void OpenSwissEphemeris(std::string_view path, std::string_view dataPath) {
 
 void CloseSwissEphemeris() {
     swe_close();
+    swe_set_ephe_path(swissState.path.c_str());  // closing makes the library forget it
     swissState.enabled = kFalse;
 }
 
@@ -327,7 +349,7 @@ std::int16_t CalcPlanetsSwiss(std::int16_t slot, std::int16_t first, std::int16_
     chart.TrueNodeFlag = trueNode;
     const Moment moment = {t * 36525 + 2415020, offset,
                            SEFLG_SPEED | (frame == 2 ? SEFLG_HELCTR : 0)};
-    const Request request = {t, offset, frame, dataPath, trueNode};
+    const Request request = {t, offset, frame, first, dataPath, trueNode};
 
     CalcBody(chart, point::kMoon, SE_MOON, moment);
     if (swissState.enabled == 0) return point::kMoon;

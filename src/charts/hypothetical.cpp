@@ -2,9 +2,12 @@
 #include "charts/hypothetical.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <optional>
 
 #include "text/numbers.h"
+#include "text/strings.h"
 
 namespace orvantis {
 
@@ -224,6 +227,33 @@ std::array<OrbitAxes, 10> AllAxes() {
     return axes;
 }
 
+// A number of the file of elements; what isn't one alone, such as a term with T, gives none.
+std::optional<double> ElementOf(std::string_view field) {
+    field = Trim(field);
+    if (field == "J1900") return kJ1900;
+    double number = 0;
+    const char* end = field.data() + field.size();
+    const auto result = std::from_chars(field.data(), end, number);
+    if (result.ec != std::errc{} || result.ptr != end) return std::nullopt;
+    return number;
+}
+
+// True if a line of the file of elements has this orbit: the numbers in the order of Orbit and a
+// name; what follows could be "geo", for an orbit around the Earth.
+bool HasOrbit(std::string_view line, const Orbit& orbit) {
+    const std::array<double, 8> expected = {orbit.epoch,    orbit.equinox,      orbit.meanAnomaly,
+                                            orbit.semiAxis, orbit.eccentricity, orbit.perihelion,
+                                            orbit.node,     orbit.inclination};
+    for (const double element : expected) {
+        const std::size_t comma = line.find(',');
+        if (comma == std::string_view::npos || ElementOf(line.substr(0, comma)) != element) {
+            return false;
+        }
+        line.remove_prefix(comma + 1);
+    }
+    return line.find(',') == std::string_view::npos;
+}
+
 // Days that light takes for an astronomical unit.
 constexpr double kLightDays = 0.0057755183;
 
@@ -306,6 +336,20 @@ Vector HypotheticalPlace(std::int16_t body, double jd) {
                Scaled(kAxes[index].minor, std::sin(anomaly)));
 }
 
+bool AreKnownElements(std::string_view text) {
+    std::size_t body = 1;
+    while (!text.empty() && body < kOrbits.size()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        std::string_view line = text.substr(0, end);
+        text.remove_prefix(std::min(end + 1, text.size()));
+        line = line.substr(0, line.find('#'));
+        if (line.find_first_not_of(" \t\r") == std::string_view::npos) continue;
+        if (!HasOrbit(line, kOrbits[body])) return false;
+        ++body;
+    }
+    return body == kOrbits.size();
+}
+
 // Vulcan within Mercury's orbit by L.H. Weston, as it stands in the element file of Swiss
 // Ephemeris, for the equinox of date: a period of 18.6 days.
 Vector VulcanPlace(double t) {
@@ -318,8 +362,8 @@ Vector VulcanPlace(double t) {
 SphericalPlace ApparentHypothetical(std::int16_t body, const Observer& observer,
                                     const Matrix& ecliptic) {
     const Vector eye = observer.heliocentric ? observer.sun : observer.earth;
-    // Where the point was, and the Sun with it, when the light left: two rounds, as the points move
-    // some seconds of arc a day.
+    // Where the point was, and the Sun with it, when the light left: from no delay at all, the
+    // third round has it to the last bit, as the points move some seconds of arc a day.
     double delay = 0;
     Vector fromSun{};
     Vector line{};

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string_view>
 
 namespace orvantis {
 
@@ -39,6 +40,9 @@ Matrix EclipticOfDate(double jd, double obliquity);
 /// equator and equinox of J2000, at a Julian day of ephemeris time. Another number gives the Sun's
 /// own place, zeros.
 Vector HypotheticalPlace(std::int16_t body, double jd);
+
+/// True if a file of elements of the library, as text, gives those nine points the same elements.
+bool AreKnownElements(std::string_view text);
 
 /// Vulcan, heliocentric, in the mean ecliptic and equinox of date, `t` centuries from JD 2415020.0.
 Vector VulcanPlace(double t);

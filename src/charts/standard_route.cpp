@@ -37,6 +37,18 @@ void SetMotion(CalcChart& chart, std::size_t n) {
     chart.Retro[n] = chart.LonSpeed[n] < 0 ? kTrue : kFalse;
 }
 
+// Works a body out at both moments by one source: where the library's file ends between them, by
+// its theory, which is some seconds of arc away. `calculate(i, source)` takes one moment, and tells
+// the source that answered.
+template <typename Calculate>
+void AtBothMoments(Calculate calculate) {
+    std::array<EphemerisSource, 2> sources{EphemerisSource::Files, EphemerisSource::Files};
+    for (std::size_t i = 0; i < 2; ++i) calculate(i, sources[i]);
+    if (sources[0] == sources[1]) return;
+    sources.fill(EphemerisSource::Theory);
+    for (std::size_t i = 0; i < 2; ++i) calculate(i, sources[i]);
+}
+
 // Two longitudes of a point of the Moon's orbit, which need no more steps.
 void StoreLongitude(CalcChart& chart, std::size_t n, double first, double second) {
     ClearPoint(chart, n);
@@ -49,9 +61,9 @@ void StoreLongitude(CalcChart& chart, std::size_t n, double first, double second
 void CalcMoon(CalcChart& chart, const RouteMoment& moment) {
     std::array<double, 2> longitude{};
     std::array<double, 2> latitude{};
-    for (std::size_t i = 0; i < 2; ++i) {
-        CalcMon(TimeOf(moment, i), moment.offset, longitude[i], latitude[i]);
-    }
+    AtBothMoments([&](std::size_t i, EphemerisSource& source) {
+        CalcMon(TimeOf(moment, i), moment.offset, longitude[i], latitude[i], &source);
+    });
     StoreLongitude(chart, point::kMoon, longitude[0], longitude[1]);
     if (chart.Lon[point::kMoon] < 0) return;
     // The nutation isn't worked out yet: the Moon stays as its theory gives it.
@@ -63,19 +75,21 @@ void CalcMoon(CalcChart& chart, const RouteMoment& moment) {
 // The Sun's geometric places; with a rough accuracy the short theory's, which are apparent already.
 void FindSun(RouteMoment& moment, double accuracy) {
     constexpr double kRough = 9.9;
-    moment.sunGiven = true;
-    for (std::size_t i = 0; i < 2; ++i) {
+    std::array<bool, 2> given{};
+    AtBothMoments([&](std::size_t i, EphemerisSource& source) {
         SphericalPlace& sun = moment.sun[i];
         if (accuracy <= kRough) {
             const double tM = MillenniaOf(moment.t) + (i == 0 ? 0 : kMinute * 0.1);
-            const BodyPosition earth = CalcPlanetVSOP(3, tM, moment.offset, accuracy, 0, 0, 0);
+            const BodyPosition earth =
+                CalcPlanetVSOP(3, tM, moment.offset, accuracy, 0, 0, 0, &source);
             sun = {Modulo(earth.longitude[2] + 180, 360), -earth.latitude[2], earth.distance};
-            moment.sunGiven = moment.sunGiven && earth.given;
+            given[i] = earth.given;
         } else {
-            CalcSun(TimeOf(moment, i), moment.offset, sun.longitude, sun.distance);
-            moment.sunGiven = moment.sunGiven && sun.longitude >= 0;
+            CalcSun(TimeOf(moment, i), moment.offset, sun.longitude, sun.distance, &source);
+            given[i] = sun.longitude >= 0;
         }
-    }
+    });
+    moment.sunGiven = given[0] && given[1];
 }
 
 // Points 2 and 3, and the nutation of the moment.
@@ -135,56 +149,61 @@ bool CalcOuterPlanets(CalcChart& chart, std::int16_t first, std::int16_t last,
     return true;
 }
 
-// Pluto from the elements file, or by the theory if there is none.
+// Pluto from the elements file, or from the library if there is none for both moments.
 std::array<BodyPosition, 2> PlutoWithoutTables(const RouteMoment& moment,
                                                std::string_view dataPath) {
-    std::array<BodyPosition, 2> positions;
+    std::array<TablePosition, 2> pluto;
+    bool fromElements = true;
     for (std::size_t i = 0; i < 2; ++i) {
-        const double t = TimeOf(moment, i);
-        const SphericalPlace& sun = moment.sun[i];
-        TablePosition pluto;
-        if (PlutoFromElements(dataPath, t * 36525 + 2415020, pluto)) {
-            positions[i] = SeenFromEarth(
-                {Modulo(pluto.longitude + moment.offset, 360), pluto.latitude, pluto.distance},
-                sun.longitude, sun.latitude, sun.distance);
-        } else {
-            positions[i] = CalcPlu(t, moment.offset, sun.longitude, sun.distance);
-        }
+        const double jd = TimeOf(moment, i) * 36525 + 2415020;
+        fromElements = fromElements && PlutoFromElements(dataPath, jd, pluto[i]);
     }
+    std::array<BodyPosition, 2> positions;
+    AtBothMoments([&](std::size_t i, EphemerisSource& source) {
+        const SphericalPlace& sun = moment.sun[i];
+        if (fromElements) {
+            positions[i] = SeenFromEarth({Modulo(pluto[i].longitude + moment.offset, 360),
+                                          pluto[i].latitude, pluto[i].distance},
+                                         sun.longitude, sun.latitude, sun.distance);
+        } else {
+            positions[i] =
+                CalcPlu(TimeOf(moment, i), moment.offset, sun.longitude, sun.distance, &source);
+        }
+    });
     return positions;
 }
 
-// A planet of the theory, a hypothetical point or Pluto.
+// A planet of the library, a hypothetical point or Pluto.
 std::array<BodyPosition, 2> BodyOfPoint(std::int16_t n, const RouteMoment& moment, double accuracy,
                                         std::string_view dataPath) {
     // Bodies of CalcPlanetVSOP for points 5 to 11.
     static constexpr std::array<std::int16_t, 7> kPlanets = {1, 2, 4, 5, 6, 7, 8};
     if (n == kPluto) return PlutoWithoutTables(moment, dataPath);
     std::array<BodyPosition, 2> positions;
-    for (std::size_t i = 0; i < 2; ++i) {
+    AtBothMoments([&](std::size_t i, EphemerisSource& source) {
         const SphericalPlace& sun = moment.sun[i];
         if (n >= kCupido) {
             positions[i] = CalcTNP(static_cast<std::int16_t>(n - kCupido + 1), TimeOf(moment, i),
                                    moment.offset, sun.longitude, sun.distance);
         } else {
             const double tM = MillenniaOf(moment.t) + (i == 0 ? 0 : kMinute * 0.1);
-            positions[i] =
-                CalcPlanetVSOP(kPlanets[static_cast<std::size_t>(n - point::kMercury)], tM,
-                               moment.offset, accuracy, sun.longitude, sun.latitude, sun.distance);
+            positions[i] = CalcPlanetVSOP(kPlanets[static_cast<std::size_t>(n - point::kMercury)],
+                                          tM, moment.offset, accuracy, sun.longitude, sun.latitude,
+                                          sun.distance, &source);
         }
-    }
+    });
     return positions;
 }
 
 // Points 20 and 21, which always go together.
 void CalcNodes(CalcChart& chart, const RouteMoment& moment, Flag trueNode) {
     std::array<double, 2> node{};
-    for (std::size_t i = 0; i < 2; ++i) {
+    AtBothMoments([&](std::size_t i, EphemerisSource& source) {
         double mean = 0;
         double osculating = 0;
-        CalcNod(TimeOf(moment, i), moment.offset, mean, osculating);
+        CalcNod(TimeOf(moment, i), moment.offset, mean, osculating, &source);
         node[i] = trueNode != 0 ? osculating : mean;
-    }
+    });
     StoreLongitude(chart, point::kNorthNode, node[0], node[1]);
     ClearPoint(chart, point::kSouthNode);
     if (chart.Lon[point::kNorthNode] < 0) return;

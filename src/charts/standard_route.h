@@ -1,5 +1,6 @@
-// The standard route to positions: planetary theories, ephemeris tables, and the steps that turn
-// geometric places into those of a chart. The other route shares what both have alike.
+// The standard route to positions: the library's geometric places, by its files or its theories,
+// ephemeris tables, and the steps that turn geometric places into those of a chart. The other route
+// shares what both have alike.
 #pragma once
 
 #include <array>

@@ -102,6 +102,26 @@ TEST_F(ChartCalculation, APointBeyondItsTablesIsNotWhereAChartBeforeHadIt) {
     EXPECT_EQ(calcChart[1].Lon[19], -1);
 }
 
+TEST_F(ChartCalculation, ChironBeyondItsTablesKeepsNothingOfAChartBefore) {
+    swissState.enabled = kFalse;
+    CalcChart& chart = calcChart[1];
+    for (const std::size_t n : {13U, 14U}) {
+        chart.Lon[n] = chart.Lat[n] = chart.Dist[n] = 5;
+        chart.LonSpeed[n] = chart.LatSpeed[n] = -5;
+    }
+    Format1Record record = SampleRecord();
+    record.year = 2100;
+    FileChartToCalcChart(record, 1, kFalse);
+    EXPECT_EQ(chart.Lon[13], 0);
+    EXPECT_EQ(chart.Lon[14], -1);
+    for (const std::size_t n : {13U, 14U}) {
+        EXPECT_EQ(chart.Lat[n], 0);
+        EXPECT_EQ(chart.Dist[n], 0);
+        EXPECT_EQ(chart.LonSpeed[n], 0);
+        EXPECT_EQ(chart.LatSpeed[n], 0);
+    }
+}
+
 TEST_F(ChartCalculation, AZeroCoordinateKeepsTheSideOfItsRecord) {
     Format1Record record = SampleRecord();
     record.latDegrees = record.latMinutes = 0;
@@ -165,11 +185,19 @@ TEST_F(ChartCalculation, TheZodiacIsTheRecordsOrThatOfTheOptions) {
     record.ayanamsaCode = 2;
     FileChartToCalcChart(record, 1, kFalse);
     EXPECT_EQ(calcChart[1].Zodiac, 2);
-    for (const std::uint8_t code : {std::uint8_t{0}, std::uint8_t{11}, std::uint8_t{255}}) {
+    record.ayanamsaCode = 0;  // old records without one
+    FileChartToCalcChart(record, 1, kFalse);
+    EXPECT_EQ(calcChart[1].Zodiac, 3);
+    EXPECT_EQ(calcChart[1].AyanamsaCode, 0);
+    record.ayanamsaCode = 9;
+    FileChartToCalcChart(record, 1, kFalse);
+    const double withoutBase = chartNow.ZodiacOffsetNow;
+    for (const std::uint8_t code : {std::uint8_t{11}, std::uint8_t{255}}) {
         record.ayanamsaCode = code;
         FileChartToCalcChart(record, 1, kFalse);
-        EXPECT_EQ(calcChart[1].Zodiac, 3) << int{code};
+        EXPECT_EQ(calcChart[1].Zodiac, code);
         EXPECT_EQ(calcChart[1].AyanamsaCode, code);
+        EXPECT_EQ(chartNow.ZodiacOffsetNow, withoutBase) << int{code};
     }
 }
 

@@ -3,7 +3,9 @@
 
 #include <array>
 #include <cmath>
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <swephexp.h>
 
 #include "charts/CALCCHRT.h"
 #include "charts/QXASTRO.h"
@@ -409,6 +411,77 @@ TEST_F(StandardRoute, BeyondTheTheoriesYearsNoPointIsCalculated) {
     const CalcChart& chart = Calculate(DateToJD(1, 1, -2999));
     for (const std::size_t n : {1U, 3U, 7U, 12U, 20U, 27U}) EXPECT_GE(chart.Lon[n], 0) << n;
     EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+// Opens the library on a folder and leaves the standard route in use.
+void OpenAndClose(const TempFolder& folder) {
+    swissState.messages = kFalse;
+    OpenSwissEphemeris(folder.Path().substr(0, folder.Path().size() - 1), "");
+    CloseSwissEphemeris();
+}
+
+TEST_F(StandardRoute, WhereTheLibrarysFileEndsWithinTheMinuteBothMomentsComeFromTheTheory) {
+    const TempFolder files;
+    for (const char* name : {"sepl_18.se1", "semo_18.se1"}) {
+        std::filesystem::create_symlink(std::string("/usr/share/libswe/ephe/") + name,
+                                        files.File(name));
+    }
+    const auto source = [](double jd) {
+        EphemerisSource answered = EphemerisSource::Files;
+        double longitude = 0;
+        double latitude = 0;
+        CalcMon(JulianCenturies(jd), 0, longitude, latitude, &answered);
+        return answered;
+    };
+    // The library serves on for some minutes from what it has in memory, so that it is opened anew
+    // for each moment.
+    OpenAndClose(files);
+    double end = kJ2000;
+    for (double step = 100 * 365.25; step > 1e-4; step /= 2) {
+        OpenAndClose(files);
+        while (source(end + step) == EphemerisSource::Files) end += step;
+    }
+    double jd = end - 5.0 / 1440;
+    const auto differs = [&](double at) {
+        OpenAndClose(files);
+        const EphemerisSource first = source(at);
+        return first != source(at + 1.0 / 1440);
+    };
+    while (jd < end + 5.0 / 1440 && !differs(jd)) jd += 0.25 / 1440;
+    ASSERT_TRUE(differs(jd));
+
+    OpenAndClose(files);
+    const CalcChart atEnd = Calculate(jd);
+    OpenAndClose(folder_);  // no file is in reach
+    const CalcChart theory = Calculate(jd);
+    EXPECT_EQ(atEnd.Lon[1], theory.Lon[1]);
+    EXPECT_EQ(atEnd.LonSpeed[1], theory.LonSpeed[1]);
+    // Two seconds of arc between two sources would be nearly a degree a day.
+    for (std::size_t n = 1; n <= 20; ++n) {
+        EXPECT_NEAR(atEnd.LonSpeed[n], theory.LonSpeed[n], 0.01) << n;
+    }
+}
+
+TEST_F(StandardRoute, InTheLastMinuteOfAnElementsFileBothMomentsComeFromTheTheory) {
+    Bytes bytes(24 * 6);
+    PutI32(bytes.data(), 245154500);  // the first Julian day, times 100
+    PutI32(&bytes[4], 10);            // days from record to record
+    for (std::size_t i = 1; i < 6; ++i) PutI32(&bytes[i * 24 + 20], 40000000);
+    folder_.Write("pluelm21.eph", bytes);
+    TablePosition pluto;
+    double end = kJ2000;
+    while (PlutoFromElements(folder_.Path(), end + 10 - 1e-4, pluto)) end += 10;
+    ASSERT_GT(end, kJ2000);
+    Call call;
+    call.useTables = kFalse;
+    call.dataPath = folder_.Path();
+    const CalcChart elements = Calculate(end - 1, call);
+    const CalcChart atEnd = Calculate(end - 0.5 / 1440, call);
+    call.dataPath.clear();
+    const CalcChart theory = Calculate(end - 0.5 / 1440, call);
+    EXPECT_EQ(atEnd.Lon[12], theory.Lon[12]);
+    EXPECT_EQ(atEnd.LonSpeed[12], theory.LonSpeed[12]);
+    EXPECT_GT(Apart(elements.Lon[12], theory.Lon[12]), 1) << "the elements are no Pluto's";
 }
 
 TEST_F(StandardRoute, BodiesThatDoNotExistAreNotGiven) {
