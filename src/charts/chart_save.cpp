@@ -198,9 +198,9 @@ bool NamesMeet(const std::vector<SavedFile>& files) {
 // True if the name is one of chart files, or the file that has it starts as one. The head of a
 // comment file, whose number may look like a version, goes on with two bytes 0.
 bool IsChartFile(const std::string& path) {
-    const std::string extension = LowerAscii(path.substr(path.find_last_of('.') + 1));
-    if (HasExtension(path) && std::set<std::string>{"cht", "ch6", "kvchx"}.count(extension) != 0) {
-        return true;
+    const std::string name = LowerAscii(path);
+    for (const std::string_view ending : {".cht", ".ch6", ".kvchx"}) {
+        if (name.ends_with(ending)) return true;
     }
     const FileHandle file = OpenQuietly(path);
     if (file == 0) return false;
