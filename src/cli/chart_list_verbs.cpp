@@ -199,7 +199,7 @@ std::string SharerOfComments(const std::string& path, const std::string& comment
     std::filesystem::directory_iterator entry(folder.empty() ? "." : folder, failure);
     for (; entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
         const std::string name = entry->path().filename().string();
-        const std::string other = (folder / name).string();
+        std::string other = (folder / name).string();
         const bool same = LowerAscii(CommentPath(name)) == LowerAscii(BaseName(comments, false)) &&
                           LowerAscii(entry->path().extension().string()) != ".bak";
         if (same && !IsSameFile(other, path) && HasComments(other)) return other;

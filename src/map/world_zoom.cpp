@@ -50,7 +50,7 @@ Edges Nearer(const Edges& from, const Edges& wanted) {
 
 // The search on the frame of a zoom, while the view that it is drawn on is in force.
 void SearchFrame(const Edges& from, const Edges& to, DrawingSurface& picture) {
-    const MapRect& rect = mapView.rect;
+    const MapRect rect = mapView.rect;
     const double across = rect.width * to.wide / from.wide / 2;
     const double middle = rect.left + rect.width / 2.0;
     const auto rowOf = [&](double lat) {

@@ -239,7 +239,8 @@ TEST_F(RoutesOracle, BothRoutesAgreeHeliocentrically) {
     ASSERT_EQ(apparent.size(), 12 * std::size(kRows));
     ASSERT_EQ(geometric.size(), 12 * std::size(kRows));
     for (std::size_t i = 0; i < apparent.size(); ++i) {
-        const double jd = 2385000.25 + static_cast<double>(i / std::size(kRows)) * 7001;
+        const std::size_t moment = i / std::size(kRows);
+        const double jd = 2385000.25 + static_cast<double>(moment * 7001);
         const Row& row = kRows[i % std::size(kRows)];
         if (i % std::size(kRows) == 0) {
             swissState.enabled = kTrue;

@@ -32,6 +32,7 @@ class LineList : public LinesOnASurface {
 
 std::vector<std::int16_t> TypesOf(const std::vector<MapLine>& lines) {
     std::vector<std::int16_t> types;
+    types.reserve(lines.size());
     for (const MapLine& line : lines) types.push_back(line.type);
     return types;
 }
@@ -46,6 +47,7 @@ std::vector<MapLine> OfType(std::int16_t type) {
 
 std::vector<std::int16_t> PointsOf(const std::vector<MapLine>& lines) {
     std::vector<std::int16_t> points;
+    points.reserve(lines.size());
     for (const MapLine& line : lines) points.push_back(line.point);
     return points;
 }

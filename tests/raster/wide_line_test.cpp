@@ -149,8 +149,10 @@ double DistanceTo(SurfacePoint a, SurfacePoint b, double x, double y) {
 int CoverOf(const std::vector<SurfacePoint>& points, int width, int x, int y) {
     int covered = 0;
     for (int i = 0; i < 64; ++i) {
-        const double atX = x - 0.5 + (i % 8 + 0.5) / 8;
-        const double atY = y - 0.5 + (i / 8 + 0.5) / 8;
+        const int column = i % 8;
+        const int row = i / 8;
+        const double atX = x - 0.5 + (column + 0.5) / 8;
+        const double atY = y - 0.5 + (row + 0.5) / 8;
         for (std::size_t k = 1; k < points.size(); ++k) {
             if (2 * DistanceTo(points[k - 1], points[k], atX, atY) > width) continue;
             ++covered;
