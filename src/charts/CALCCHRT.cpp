@@ -137,6 +137,11 @@ Flag ReportFailure() {
     return kTrue;
 }
 
+double Ascendant(double ramc, double obliquity, double latitude) {
+    return RadToDeg(
+        ArcTan2(-SinD(ramc) * CosD(obliquity) - TanD(latitude) * SinD(obliquity), CosD(ramc)));
+}
+
 double Midheaven(double ramc, double obliquity) {
     double m = RadToDeg(std::atan(TanD(ramc) / CosD(obliquity)));
     if (m < 0) m += 180;
@@ -247,9 +252,7 @@ double Ayanamsa(std::int16_t zodiacNumber, double t) {
 void CalcAngles(std::int16_t slot, double ramc, double obliquity, double latitude, double offset,
                 Flag alwaysDayFortune) {
     CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
-    const double ascendant = RadToDeg(
-        ArcTan2(-SinD(ramc) * CosD(obliquity) - TanD(latitude) * SinD(obliquity), CosD(ramc)));
-    chart.Lon[point::kAscendant] = InZodiac(ascendant, offset);
+    chart.Lon[point::kAscendant] = InZodiac(Ascendant(ramc, obliquity, latitude), offset);
     chart.Lon[point::kMidheaven] = InZodiac(Midheaven(ramc, obliquity), offset);
 
     // The Vertex is kept in the western half.
@@ -296,6 +299,23 @@ void CalcGeodeticAngles(std::int16_t slot) {
     CalcAngles(slot, ramc, now.ObliquityNow, now.PlaceLat, now.ZodiacOffsetNow, kFalse);
     CalcHouses(slot, ramc, now.ObliquityNow, now.PlaceLat, now.ZodiacOffsetNow,
                calcChart[static_cast<std::size_t>(slot)].HouseSystem);
+}
+
+void AnglesAtPlace(std::int16_t slot, double latitude, double longW, double& ascendant,
+                   double& midheaven) {
+    const CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
+    const double t = JulianCenturies(chart.JulianDayET);
+    const double offset = Ayanamsa(chart.Zodiac, t);
+    double deltaT = 0;
+    double obliquity = 0;
+    double siderealTime = 0;
+    double ramc = 0;
+    GetDeltaT(t, deltaT);
+    GetObliquity(t, obliquity);
+    GetST(chart.JulianDayET - deltaT / 24, siderealTime);
+    GetRAMC(longW, siderealTime, ramc);
+    ascendant = InZodiac(Ascendant(ramc, obliquity, latitude), offset);
+    midheaven = InZodiac(Midheaven(ramc, obliquity), offset);
 }
 
 }  // namespace orvantis

@@ -155,4 +155,9 @@ Flag CalcChartFromEntry(std::int16_t slot, std::int16_t day, std::int16_t month,
                         std::int16_t hour, std::int16_t minute, std::int16_t second, double zone,
                         double latitude, double longitude);
 
+/// Ascendant and Midheaven, degrees in the chart's zodiac, that the moment of the chart in a slot
+/// has at another place: latitude north positive, longitude WEST positive. Changes no record.
+void AnglesAtPlace(std::int16_t slot, double latitude, double longW, double& ascendant,
+                   double& midheaven);
+
 }  // namespace orvantis

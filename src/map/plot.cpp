@@ -242,6 +242,7 @@ void PlotMap4(Flag printing, DrawingSurface& picture, Flag redraw) {
     if (stopForeignClock != nullptr) stopForeignClock();
     plotState.interrupted = false;
     plotState.printing = printing;
+    if (printing == kFalse) ++plotState.screenPlots;
     printState.inColour =
         printing != kFalse && printState.colourMode >= kLeastColourMode ? kTrue : kFalse;
     // A full plot that was given up left no image for a quick pass.

@@ -39,7 +39,9 @@ struct PlotState {
                                         ///< flags tell something
     bool inProgress = false;            ///< PlotMap4 runs
     bool interrupted = false;           ///< the user cancelled after a failure
-    bool imageLost = false;  ///< the last full plot was given up before it kept its image
+    bool imageLost = false;        ///< the last full plot was given up before it kept its image
+    std::int32_t screenPlots = 0;  ///< plots of the screen begun so far: what belongs to the
+                                   ///< picture of one of them is known by its number
 };
 
 extern PlotState plotState;

@@ -1,10 +1,9 @@
 #include "map/view_ring.h"
 
-#include <algorithm>
-
 #include "map/map_menus.h"
 #include "map/plot.h"
 #include "map/projection.h"
+#include "map/view_edges.h"
 #include "session/session_state.h"
 #include "session/settings.h"
 #include "text/coordinates.h"
@@ -23,20 +22,10 @@ constexpr std::int16_t kMostViewsMade = 32767;
 constexpr std::string_view kUnnamed = "Lat:";
 
 // A view wider or higher than this, doubled, becomes the whole circle and the whole meridian.
-constexpr float kWidestView = 240;
 constexpr float kHighestView = 120;
-
-// Edges of the whole world in Mercator's projection, which has no place for the poles.
-constexpr float kMercatorSouth = -65;
-constexpr float kMercatorNorth = 75;
 
 // Between these a view is doubled. Towards a pole Mercator's projection stretches so much that the
 // last degrees would leave no room for the rest of the view.
-struct LatBand {
-    float lowest = -90;
-    float highest = 90;
-};
-
 LatBand BandOf(std::int16_t projectionNumber) {
     return projectionNumber == projection::kMercator ? LatBand{-80, 85} : LatBand{};
 }
@@ -93,21 +82,6 @@ std::string LatText(float lat) {
 
 std::string LongText(float longitude) {
     return FormatLongMinutes(RoundToInt16(static_cast<double>(longitude) * 60));
-}
-
-// Edges half a height from the centre, moved together to stay in the band; those of the band, if it
-// is lower than that.
-void SetLatitudes(ViewEdges& edges, float centre, float height, const LatBand& band) {
-    edges.south = centre - height / 2;
-    edges.north = centre + height / 2;
-    if (edges.north > band.highest) {
-        edges.north = band.highest;
-        edges.south = band.highest - height;
-    }
-    if (edges.south < band.lowest) {
-        edges.south = band.lowest;
-        edges.north = std::min(band.lowest + height, band.highest);
-    }
 }
 
 }  // namespace

@@ -68,7 +68,7 @@ ORVANTIS_FIELDS(ViewExtent, a, b, c, d, e, f, g, h, i, j, k, l, m, n, o, p, q, r
 ORVANTIS_FIELDS(EdgeMark, a, b, c, d, e)
 ORVANTIS_FIELDS(MapView, a, b, c, d, e, f, g, h, i, j)
 ORVANTIS_FIELDS(ClipCrossing, a, b, c, d)
-ORVANTIS_FIELDS(PlotState, a, b, c, d, e, f, g, h, i, j, k, l, m, n)
+ORVANTIS_FIELDS(PlotState, a, b, c, d, e, f, g, h, i, j, k, l, m, n, o)
 ORVANTIS_FIELDS(PrintState, a, b, c)
 ORVANTIS_FIELDS(ChartEvent, a, b, c, d, e, f, g, h, i, j, k, l, m, n)
 ORVANTIS_FIELDS(FileChart, a, b, c, d, e, f, g, h, i, j, k, l, m, n, o, p, q, r, s)
