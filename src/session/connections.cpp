@@ -9,6 +9,7 @@
 #include "map/view_ring.h"
 #include "session/commands.h"
 #include "session/driver.h"
+#include "session/mouse_modes.h"
 #include "session/recent_maps.h"
 #include "session/save_chart.h"
 #include "session/session_state.h"
@@ -40,6 +41,7 @@ void ConnectRooms() {
     plotAnew = PlotScreenAnew;           // commands that end in a full plot
     plotLinesAnew = PlotScreenLines;     // commands that end in a quick pass
     plotChartLines = PlotChartLines;     // the lines, at the end of every plot
+    plotMouseMarks = DrawMouseMarks;     // rulers, at the end of the plot of a flat map
     pageHeading = ChartDescription;      // the title line of a printed page
     refreshCaption = SetCaption;         // the title of the main window
     saveCurrentChart = SaveChart;        // an unsaved chart at the session's end

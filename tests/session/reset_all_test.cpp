@@ -14,6 +14,7 @@
 #include "charts/chart_lists.h"
 #include "charts/exchange.h"
 #include "lines/chart_lines.h"
+#include "lines/near_lines.h"
 #include "map/map_document.h"
 #include "map/map_menus.h"
 #include "map/plot.h"
@@ -24,6 +25,7 @@
 #include "session/driver.h"
 #include "session/files.h"
 #include "session/ini_settings.h"
+#include "session/mouse_modes.h"
 #include "session/recent_maps.h"
 #include "session/resources.h"
 #include "session/session_state.h"
@@ -83,6 +85,11 @@ ORVANTIS_FIELDS(ChartNow, a, b, c, d, e, f, g)
 ORVANTIS_FIELDS(SwissState, a, b, c, d, e, f, g)
 ORVANTIS_FIELDS(LineLabel, a, b, c, d)
 ORVANTIS_FIELDS(ChartLinesState, a, b, c, d)
+ORVANTIS_FIELDS(LinePiece, a, b, c, d, e)
+ORVANTIS_FIELDS(PlacedLines, a, b, c)
+ORVANTIS_FIELDS(OverlayFigure, a, b, c, d, e)
+ORVANTIS_FIELDS(RulerMark, a, b, c)
+ORVANTIS_FIELDS(MouseState, a, b, c, d, e, f, g, h, i, j, k, l, m, n, o, p, q, r, s)
 
 // Gives a value, down to its last field, another value than it has.
 void Dirty(bool& value) {
@@ -97,7 +104,14 @@ void Dirty(T& value) {
     value = static_cast<T>(value + 1);
 }
 template <typename T>
-requires(!std::is_arithmetic_v<T>) void Dirty(T& record);
+requires std::is_enum_v<T>
+void Dirty(T& value) {
+    value = static_cast<T>(static_cast<int>(value) + 1);
+}
+template <typename T>
+concept Compound = !std::is_arithmetic_v<T> && !std::is_enum_v<T>;
+template <Compound T>
+void Dirty(T& record);
 
 template <typename T>
 void Dirty(std::vector<T>& list) {
@@ -120,8 +134,8 @@ void Dirty(DrawingSurface*& surface) {
     static RecordingSurface other(10, 10);
     surface = &other;
 }
-template <typename T>
-requires(!std::is_arithmetic_v<T>) void Dirty(T& record) {
+template <Compound T>
+void Dirty(T& record) {
     std::apply([](auto&... field) { (Dirty(field), ...); }, Fields(record));
 }
 
@@ -196,6 +210,8 @@ TEST(ResetAll, EveryFieldOfEveryRecordGetsItsInitialValue) {
     ExpectReset(chartNow, {}, "chartNow");
     ExpectReset(swissState, {}, "swissState");
     ExpectReset(chartLines, {}, "chartLines");
+    ExpectReset(placedLines, {}, "placedLines");
+    ExpectReset(mouseState, {}, "mouseState");
 }
 
 // The proof of the proof: a dirtied record differs in each of its fields.
@@ -215,18 +231,18 @@ TEST(ResetAll, ADirtiedRecordDiffersInEachOfItsFields) {
 }
 
 TEST(ResetAll, EveryConnectionPointIsEmptied) {
-    const auto points =
-        std::tie(plotAfterSettings, refreshMenuMarks, refreshMapMenus, addRecentMap, plotFull,
-                 stopForeignClock, plotChartLines, plotCountryNames, plotCities, plotMouseMarks,
-                 pageHeading, pageLines, refreshCaption, plotEclipseLines, starLabel,
-                 closeMainWindow, plotAnew, plotLinesAnew, plotQuick, showRecentMaps,
-                 switchAstroClock, saveCurrentChart, saveStoredImage, loadStoredImage);
+    const auto points = std::tie(
+        plotAfterSettings, refreshMenuMarks, refreshMapMenus, addRecentMap, plotFull,
+        stopForeignClock, plotChartLines, plotCountryNames, plotCities, plotMouseMarks, pageHeading,
+        pageLines, refreshCaption, plotEclipseLines, starLabel, refreshOverlay, identifyLine,
+        relocateChart, movePointer, closeMainWindow, plotAnew, plotLinesAnew, plotQuick,
+        showRecentMaps, switchAstroClock, saveCurrentChart, saveStoredImage, loadStoredImage);
     const auto filled = [&] {
         return std::apply([](auto&... point) { return ((point != nullptr ? 1 : 0) + ...); },
                           points);
     };
     std::apply([](auto&... point) { (Dirty(point), ...); }, points);
-    EXPECT_EQ(filled(), 24);
+    EXPECT_EQ(filled(), 28);
     ResetAll();
     EXPECT_EQ(filled(), 0);
 }

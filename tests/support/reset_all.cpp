@@ -8,6 +8,7 @@
 #include "charts/ephemeris_tables.h"
 #include "charts/exchange.h"
 #include "lines/chart_lines.h"
+#include "lines/near_lines.h"
 #include "map/map_document.h"
 #include "map/map_menus.h"
 #include "map/plot.h"
@@ -18,6 +19,7 @@
 #include "session/driver.h"
 #include "session/files.h"
 #include "session/ini_settings.h"
+#include "session/mouse_modes.h"
 #include "session/recent_maps.h"
 #include "session/resources.h"
 #include "session/session_state.h"
@@ -79,9 +81,16 @@ void ResetAll() {
     swissState = {};
 
     chartLines = {};
+    placedLines = {};
     refreshCaption = nullptr;
     plotEclipseLines = nullptr;
     starLabel = nullptr;
+
+    mouseState = {};
+    refreshOverlay = nullptr;
+    identifyLine = nullptr;
+    relocateChart = nullptr;
+    movePointer = nullptr;
 
     closeMainWindow = nullptr;
     showRecentMaps = nullptr;

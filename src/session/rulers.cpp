@@ -1,0 +1,164 @@
+#include "session/rulers.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "lines/near_lines.h"
+#include "map/map_document.h"
+#include "map/plot.h"
+#include "map/projection.h"
+#include "text/coordinates.h"
+#include "text/numbers.h"
+
+namespace orvantis {
+
+namespace {
+
+constexpr int kMarkLength = 4;  // of a mark on a ruler, pixels to either side
+
+// The interval of the grid as it is drawn: a file may hold anything.
+double Interval(float step) {
+    return step >= 1 ? std::min(step, 90.0F) : 1;
+}
+
+bool IsMeridian(std::int16_t kind) {
+    return kind == ruler_kind::kMeridian;
+}
+
+// Columns of the meridians, or rows of the parallels, of the grid that are in view.
+std::vector<int> GridPixels(std::int16_t kind) {
+    const ViewExtent& view = mapView.extent;
+    const MapDocument& map = CurrentMap();
+    const double step = Interval(IsMeridian(kind) ? map.gridLongStep : map.gridLatStep);
+    const int count = static_cast<int>((IsMeridian(kind) ? 180 : 90) / step);
+    std::vector<int> pixels;
+    for (int i = -count; i <= count; ++i) {
+        const double degrees = step * i;
+        const std::int16_t minutes = RoundToInt16(degrees * 60);
+        if (IsMeridian(kind)) {
+            const bool shown =
+                view.spanLong >= 360 || LongInView(degrees, view.westMin, view.eastMin);
+            if (shown) pixels.push_back(FlatX(minutes));
+        } else if (minutes > view.southMin && minutes < view.northMin) {
+            pixels.push_back(FlatY(minutes));
+        }
+    }
+    return pixels;
+}
+
+// Distance in pixels from the nearest line of a kind that can be seized: of the grid where it is
+// shown, and the map's edges, which are meridians and parallels too.
+double DistanceFromLine(std::int16_t kind, float position) {
+    const MapRect& rect = mapView.rect;
+    std::vector<int> lines;
+    if (CurrentMap().gridOn != 0) lines = GridPixels(kind);
+    const int start = IsMeridian(kind) ? rect.left : rect.top;
+    lines.push_back(start);
+    lines.push_back(start + (IsMeridian(kind) ? rect.width : rect.height));
+    double least = INFINITY;
+    for (const int line : lines) least = std::min<double>(least, std::abs(position - line));
+    return least;
+}
+
+std::int16_t HeldOnMap(std::int16_t kind, float x, float y) {
+    const MapRect& rect = mapView.rect;
+    const int position = static_cast<int>(std::lround(IsMeridian(kind) ? x : y));
+    const int start = IsMeridian(kind) ? rect.left : rect.top;
+    const int length = IsMeridian(kind) ? rect.width : rect.height;
+    return static_cast<std::int16_t>(std::clamp(position, start, start + length));
+}
+
+// Degrees of a column or a row.
+float DegreesAt(std::int16_t kind, std::int16_t position) {
+    const MapRect& rect = mapView.rect;
+    float lat = 0;
+    float longitude = 0;
+    UnprojectPoint(CurrentMap(), IsMeridian(kind) ? position : rect.left,
+                   IsMeridian(kind) ? rect.top : position, lat, longitude);
+    return IsMeridian(kind) ? longitude : lat;
+}
+
+// The ruler itself, and across it a mark at each interval of the grid.
+void AddRuler(std::vector<OverlayFigure>& figures, std::int16_t kind, int position) {
+    const MapRect& rect = mapView.rect;
+    const int right = rect.left + rect.width;
+    const int bottom = rect.top + rect.height;
+    const auto line = OverlayFigure::Kind::RulerLine;
+    if (IsMeridian(kind)) {
+        figures.push_back({line, position, rect.top, position, bottom});
+        for (const int row : GridPixels(ruler_kind::kParallel)) {
+            figures.push_back({line, position - kMarkLength, row, position + kMarkLength, row});
+        }
+    } else {
+        figures.push_back({line, rect.left, position, right, position});
+        for (const int column : GridPixels(ruler_kind::kMeridian)) {
+            figures.push_back(
+                {line, column, position - kMarkLength, column, position + kMarkLength});
+        }
+    }
+}
+
+bool RulersStand() {
+    return mouseState.rulersPlot == plotState.screenPlots;
+}
+
+}  // namespace
+
+void SeizeRuler(float x, float y) {
+    if (!IsFlat(mapView.extent.projection)) return;
+    const MapRect& rect = mapView.rect;
+    const double reach = LineReach();
+    if (x < rect.left - reach || x > rect.left + rect.width + reach) return;
+    if (y < rect.top - reach || y > rect.top + rect.height + reach) return;
+    const double fromMeridian = DistanceFromLine(ruler_kind::kMeridian, x);
+    const double fromParallel = DistanceFromLine(ruler_kind::kParallel, y);
+    if (std::min(fromMeridian, fromParallel) > reach) return;
+    mouseState.rulerActive = kTrue;
+    mouseState.rulerKind =
+        fromMeridian <= fromParallel ? ruler_kind::kMeridian : ruler_kind::kParallel;
+    mouseState.rulerLast = HeldOnMap(mouseState.rulerKind, x, y);
+}
+
+void MoveRuler(float x, float y) {
+    mouseState.rulerLast = HeldOnMap(mouseState.rulerKind, x, y);
+}
+
+void PlaceRuler() {
+    if (!RulersStand()) mouseState.rulers.clear();
+    mouseState.rulersPlot = plotState.screenPlots;
+    mouseState.rulers.push_back({mouseState.rulerKind, mouseState.rulerLast,
+                                 DegreesAt(mouseState.rulerKind, mouseState.rulerLast)});
+}
+
+std::string RulerText() {
+    const float degrees = DegreesAt(mouseState.rulerKind, mouseState.rulerLast);
+    const std::int16_t minutes = RoundToInt16(degrees * 60.0);
+    return IsMeridian(mouseState.rulerKind) ? FormatLongMinutes(minutes)
+                                            : FormatLatMinutes(minutes);
+}
+
+std::vector<OverlayFigure> RulerFigures() {
+    std::vector<OverlayFigure> figures;
+    if (!IsFlat(mapView.extent.projection)) return figures;
+    if (RulersStand()) {
+        for (const RulerMark& ruler : mouseState.rulers) {
+            AddRuler(figures, ruler.kind, ruler.position);
+        }
+    }
+    if (mouseState.rulerActive != 0) AddRuler(figures, mouseState.rulerKind, mouseState.rulerLast);
+    return figures;
+}
+
+void DrawMouseMarks() {
+    if (plotState.printing == kFalse || !RulersStand()) return;
+    mapView.surface->SetPen({LineWidth(1), LineDash::Dot, InkColour(0)});
+    for (const RulerMark& ruler : mouseState.rulers) {
+        if (IsMeridian(ruler.kind)) {
+            DrawMeridian(ruler.degrees, kNoMark, 0, MarkEnds::None);
+        } else {
+            DrawParallel(ruler.degrees, kNoMark, 0, MarkEnds::None);
+        }
+    }
+}
+
+}  // namespace orvantis
