@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "desktop/dialogs/forms.h"
 #include "desktop/main_window.h"
 #include "desktop/qt_shell.h"
 #include "desktop/signals.h"
@@ -65,6 +66,7 @@ int RunWindow(const WindowOptions& options) {
     QtShell shell(window);
     session.picture = &window.Picture();
     closeMainWindow = [] { QApplication::closeAllWindows(); };
+    ConnectForms();
     saveStoredImage = SaveStoredImage;
     loadStoredImage = LoadStoredImage;
 

@@ -22,6 +22,7 @@
 #include "map/projection.h"
 #include "map/view_ring.h"
 #include "session/commands.h"
+#include "session/display_dialogs.h"
 #include "session/driver.h"
 #include "session/files.h"
 #include "session/ini_settings.h"
@@ -236,13 +237,15 @@ TEST(ResetAll, EveryConnectionPointIsEmptied) {
         stopForeignClock, plotChartLines, plotCountryNames, plotCities, plotMouseMarks, pageHeading,
         pageLines, refreshCaption, plotEclipseLines, starLabel, refreshOverlay, identifyLine,
         relocateChart, movePointer, closeMainWindow, plotAnew, plotLinesAnew, plotQuick,
-        showRecentMaps, switchAstroClock, saveCurrentChart, saveStoredImage, loadStoredImage);
+        showRecentMaps, switchAstroClock, saveCurrentChart, saveStoredImage, loadStoredImage,
+        showLinesForm, showPrefsForm, showPointsForm, showPointColoursForm, showZodiacStartForm,
+        showPaletteForm, showMapOptionsForm, showSaveMapForm);
     const auto filled = [&] {
         return std::apply([](auto&... point) { return ((point != nullptr ? 1 : 0) + ...); },
                           points);
     };
     std::apply([](auto&... point) { (Dirty(point), ...); }, points);
-    EXPECT_EQ(filled(), 28);
+    EXPECT_EQ(filled(), 36);
     ResetAll();
     EXPECT_EQ(filled(), 0);
 }

@@ -16,6 +16,7 @@
 #include "map/projection.h"
 #include "map/view_ring.h"
 #include "session/commands.h"
+#include "session/display_dialogs.h"
 #include "session/driver.h"
 #include "session/files.h"
 #include "session/ini_settings.h"
@@ -98,6 +99,14 @@ void ResetAll() {
     plotLinesAnew = nullptr;
     switchAstroClock = nullptr;
     saveCurrentChart = nullptr;
+    showLinesForm = nullptr;
+    showPrefsForm = nullptr;
+    showPointsForm = nullptr;
+    showPointColoursForm = nullptr;
+    showZodiacStartForm = nullptr;
+    showPaletteForm = nullptr;
+    showMapOptionsForm = nullptr;
+    showSaveMapForm = nullptr;
     saveStoredImage = nullptr;
     loadStoredImage = nullptr;
 

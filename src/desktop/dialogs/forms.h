@@ -1,0 +1,22 @@
+// The forms of the dialogs: thin windows over the records and routines of session/display_dialogs
+// and session/map_dialogs. Each shows a record, calls the routine of what was pressed or left, and
+// shows the record again. All are modal; true: closed by "OK", or with something applied.
+#pragma once
+
+#include "session/display_dialogs.h"
+
+namespace orvantis {
+
+bool ShowLinesForm(LinesForm& form);
+bool ShowPrefsForm(PrefsForm& form);
+bool ShowPointsForm(PointsForm& form);
+bool ShowPointColoursForm(PointColoursForm& form);
+bool ShowZodiacStartForm(ZodiacStartForm& form);
+bool ShowPaletteForm(PaletteForm& form);
+bool ShowMapOptionsForm();
+bool ShowSaveMapForm();
+
+/// Fills the connection points of the forms. Called when the main window is made.
+void ConnectForms();
+
+}  // namespace orvantis

@@ -1,0 +1,74 @@
+// "Save Map As".
+#include <QFile>
+#include <QFileDialog>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "desktop/dialogs/form_parts.h"
+#include "desktop/dialogs/forms.h"
+#include "session/files.h"
+#include "session/map_dialogs.h"
+
+namespace orvantis {
+
+namespace {
+
+constexpr int kTitleLength = 80;  // characters of a map's title in its file
+
+// Paths are in the platform's encoding, not in the code page.
+QString ShownFolder(const std::string& folder) {
+    return QFile::decodeName(QByteArray::fromStdString(NativePath(folder)));
+}
+
+std::string FolderOf(const QString& shown) {
+    return ProgramPath(QFile::encodeName(shown.trimmed()).toStdString());
+}
+
+}  // namespace
+
+bool ShowSaveMapForm() {
+    SaveMapForm form = OpenSaveMap();
+    QDialog dialog(FormParent());
+    dialog.setWindowTitle(QStringLiteral("Save Map As"));
+    auto* rows = new QVBoxLayout(&dialog);
+    auto* fields = new QFormLayout;
+    rows->addLayout(fields);
+    auto* folder = Named(new QLineEdit(ShownFolder(form.folder)), "txtFolder");
+    auto* browse = Named(new QPushButton(QStringLiteral("&Browse...")), "btnFolder");
+    auto* name = Named(new QLineEdit(FormText(form.name)), "txtName");
+    auto* description = Named(new QLineEdit(FormText(form.description)), "txtDescription");
+    description->setMaxLength(kTitleLength);
+    constexpr int kWidth = 420;
+    description->setMinimumWidth(kWidth);
+
+    fields->addRow(LabelOf(QStringLiteral("File &Name"), name), name);
+    fields->addRow(LabelOf(QStringLiteral("&Description"), description), description);
+    auto* row = new QHBoxLayout;
+    row->addWidget(folder);
+    row->addWidget(browse);
+    fields->addRow(LabelOf(QStringLiteral("&Folder"), folder), row);
+    QObject::connect(browse, &QPushButton::clicked, &dialog, [&dialog, folder] {
+        const QString chosen =
+            QFileDialog::getExistingDirectory(&dialog, QStringLiteral("Folder"), folder->text());
+        if (!chosen.isEmpty()) folder->setText(chosen);
+    });
+
+    const FormButtons buttons = AddButtons(dialog, *rows, [&form, folder, name, description] {
+        form.folder = FolderOf(folder->text());
+        form.name = FormBytes(name->text());
+        form.description = FormBytes(description->text());
+        const bool saved = AcceptSaveMap(form);
+        if (!saved) name->setFocus();
+        return saved;
+    });
+    SetTabs({name, description, folder, browse, buttons.ok, buttons.cancel});
+    name->selectAll();
+    name->setFocus();
+    return dialog.exec() == QDialog::Accepted;
+}
+
+}  // namespace orvantis
