@@ -1,20 +1,19 @@
 #include "desktop/main_window.h"
 
-#include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEvent>
-#include <QKeySequence>
-#include <QMenu>
-#include <QMenuBar>
+#include <QVBoxLayout>
 #include <QWindow>
 
+#include "map/map_document.h"
 #include "map/plot.h"
-#include "session/commands.h"
 #include "session/driver.h"
+#include "session/ini_settings.h"
+#include "session/mouse_modes.h"
+#include "session/recent_maps.h"
 #include "session/session_state.h"
-#include "text/code_page.h"
 
 namespace orvantis {
 
@@ -22,34 +21,61 @@ namespace {
 
 constexpr int kShowPatienceMs = 500;  // for a window to come up on the display
 
-QString TextOf(std::string_view bytes) {
-    return QString::fromStdString(ToUtf8(bytes));
-}
+// The window that the session's connection points serve.
+MainWindow* current = nullptr;
 
 }  // namespace
 
-MainWindow::MainWindow() : map_(new MapWidget(this)) {
-    setCentralWidget(map_);
+MainWindow::MainWindow() : map_(new MapWidget(this)), menus_(new Menus(*this)) {
+    bar_ = new CommandBar(this, [this](const Command& command) {
+        menus_->Run(command);
+        bar_->Refresh();
+    });
+    LayOut();
     map_->installEventFilter(this);
     resized_.setSingleShot(true);
     resized_.setInterval(0);
     connect(&resized_, &QTimer::timeout, this, [this] { RedrawMap(); });
-
-    BuildMenus();
+    map_->onMouseState = [this] { RefreshMarks(); };
+    ConnectMarks();
 }
 
-void MainWindow::BuildMenus() {
-    QMenu* menu = nullptr;
-    QString menuCaption;
-    for (const Command& command : Commands()) {
-        const QString caption = TextOf(command.menu);
-        if (menu == nullptr || caption != menuCaption) menu = menuBar()->addMenu(caption);
-        menuCaption = caption;
-        QAction* action = menu->addAction(TextOf(command.caption), this, [&command] {
-            if (session.StartupDone != 0) RunCommand(command);
-        });
-        action->setShortcut(QKeySequence(TextOf(command.shortcut)));
+MainWindow::~MainWindow() {
+    if (current != this) return;
+    current = nullptr;
+    refreshMenuMarks = nullptr;
+    refreshMapMenus = nullptr;
+    showRecentMaps = nullptr;
+}
+
+// The map takes all the room that the row above it leaves.
+void MainWindow::LayOut() {
+    auto* area = new QWidget(this);
+    auto* rows = new QVBoxLayout(area);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    rows->addWidget(bar_);
+    rows->addWidget(map_, 1);
+    setCentralWidget(area);
+}
+
+void MainWindow::ConnectMarks() {
+    current = this;
+    refreshMenuMarks = [] { current->RefreshMarks(); };
+    refreshMapMenus = [](std::int16_t) { current->RefreshMarks(); };
+    showRecentMaps = [](const RecentMenu&) { current->RefreshMarks(); };
+}
+
+void MainWindow::RefreshMarks() {
+    menus_->RefreshMarks();
+    bar_->Refresh();
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::WindowStateChange) {
+        session.Minimised = isMinimized() ? kTrue : kFalse;
     }
+    QMainWindow::changeEvent(event);
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
@@ -80,6 +106,10 @@ void MainWindow::PutInPlace(const Place& place) {
 
 void MainWindow::ShowInPlace() {
     maximised_ ? showMaximized() : show();
+    // A screen of another scale needs a picture of other pixels.
+    connect(windowHandle(), &QWindow::screenChanged, &resized_, [this] {
+        if (session.StartupDone != 0) resized_.start();
+    });
     // The first plot is to be of the size that the desktop gives the window.
     QElapsedTimer time;
     time.start();

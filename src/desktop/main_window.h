@@ -1,4 +1,4 @@
-// The main window: the map, and the menus above it.
+// The main window: the menus, the row of buttons, and the map.
 #pragma once
 
 #include <QMainWindow>
@@ -6,18 +6,29 @@
 #include <QTimer>
 #include <cstdint>
 
+#include "desktop/command_bar.h"
 #include "desktop/map_widget.h"
+#include "desktop/menus.h"
 
 namespace orvantis {
 
 class MainWindow : public QMainWindow {
   public:
     MainWindow();
+    ~MainWindow() override;
+    MainWindow(const MainWindow&) = delete;
+    MainWindow& operator=(const MainWindow&) = delete;
 
     /// The surface of the map, which session.picture points to while the window stands.
     ImageSurface& Picture() { return map_->Surface(); }
 
     MapWidget* MapArea() { return map_; }
+
+    /// Brings menus, buttons and ribbon in step with the session.
+    void RefreshMarks();
+
+    /// The position text and the mouse mode alone.
+    void RefreshMouse() { bar_->RefreshMouse(); }
 
     /// Draws the map anew in the size of the moment.
     void RedrawMap();
@@ -50,13 +61,17 @@ class MainWindow : public QMainWindow {
     bool EndTheSession();
 
   protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    void BuildMenus();
+    void LayOut();
+    void ConnectMarks();
 
     MapWidget* map_;
+    Menus* menus_;
+    CommandBar* bar_;
     QTimer resized_;  // many changes of size in a row lead to one redraw
     bool plotting_ = false;
     bool wanted_ = false;    // a redraw that was asked for during a plot follows it

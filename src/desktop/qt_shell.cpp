@@ -1,15 +1,22 @@
 #include "desktop/qt_shell.h"
 
+#include <QClipboard>
 #include <QColorDialog>
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QFontDialog>
 #include <QGuiApplication>
+#include <QImage>
+#include <QInputDialog>
+#include <QLabel>
 #include <QLocale>
 #include <QMessageBox>
 #include <QScreen>
 #include <algorithm>
 
+#include "desktop/item_list.h"
 #include "desktop/regional.h"
 #include "desktop/signals.h"
 #include "session/files.h"
@@ -120,20 +127,66 @@ BoxAnswer QtShell::MessageBox(std::string_view text, std::string_view title, Box
 
 std::optional<std::string> QtShell::ChooseFile(std::string_view title, std::string_view filter,
                                                bool forSaving) {
-    // Whoever saves asks about a file that is there, if it is to be replaced at all.
+    if (EndWasAsked()) return std::nullopt;
+    if (folder_.isEmpty()) folder_ = QFile::decodeName(NativePath(session.UserDataPath).c_str());
+    // Whether a file may be overwritten, or is added to, the program itself asks.
     const QString path =
-        forSaving ? QFileDialog::getSaveFileName(&window_, Shown(title), QString(), Shown(filter),
+        forSaving ? QFileDialog::getSaveFileName(Front(), Shown(title), folder_, Shown(filter),
                                                  nullptr, QFileDialog::DontConfirmOverwrite)
-                  : QFileDialog::getOpenFileName(&window_, Shown(title), QString(), Shown(filter));
+                  : QFileDialog::getOpenFileName(Front(), Shown(title), folder_, Shown(filter));
     if (path.isEmpty()) return std::nullopt;
+    folder_ = QFileInfo(path).absolutePath();
     return ProgramPath(QFile::encodeName(path).toStdString());
 }
 
 std::optional<Colour> QtShell::ChooseColour(std::string_view title, Colour colour) {
+    if (EndWasAsked()) return std::nullopt;
     const QColor start(colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF);
-    const QColor chosen = QColorDialog::getColor(start, &window_, Shown(title));
+    const QColor chosen = QColorDialog::getColor(start, Front(), Shown(title));
     if (!chosen.isValid()) return std::nullopt;
     return chosen.red() | chosen.green() << 8 | chosen.blue() << 16;
+}
+
+std::optional<Font> QtShell::ChooseFont(const Font& font) {
+    if (EndWasAsked()) return std::nullopt;
+    QFont start(Shown(font.name));
+    start.setPointSizeF(std::max(static_cast<double>(font.size), 1.0));
+    start.setBold(font.bold);
+    start.setItalic(font.italic);
+    bool chosen = false;
+    const QFont answer = QFontDialog::getFont(&chosen, start, Front());
+    if (!chosen) return std::nullopt;
+    const double size = answer.pointSizeF() > 0 ? answer.pointSizeF() : start.pointSizeF();
+    return Font{FromUtf8(answer.family().toStdString()), static_cast<float>(size), answer.bold(),
+                answer.italic()};
+}
+
+std::optional<std::string> QtShell::InputBox(std::string_view prompt, std::string_view title,
+                                             std::string_view text) {
+    if (EndWasAsked()) return std::nullopt;
+    QInputDialog dialog(Front());
+    dialog.setWindowTitle(Shown(title));
+    dialog.setLabelText(Shown(prompt));
+    dialog.setTextValue(Shown(text));
+    if (auto* label = dialog.findChild<QLabel*>()) label->setWordWrap(true);
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    return FromUtf8(dialog.textValue().toStdString());
+}
+
+std::optional<std::int32_t> QtShell::ChooseItem(std::string_view title,
+                                                const std::vector<std::string>& lines) {
+    if (EndWasAsked()) return std::nullopt;
+    QStringList shown;
+    for (const std::string& line : lines) shown.push_back(Shown(line));
+    return AskForItem(Front(), Shown(title), shown);
+}
+
+void QtShell::CopyToClipboard(const Image& image) {
+    if (image.pixels.empty()) return;
+    const QImage view(reinterpret_cast<const uchar*>(image.pixels.data()), image.width,
+                      image.height, image.width * static_cast<int>(sizeof(std::uint32_t)),
+                      QImage::Format_RGB32);
+    QGuiApplication::clipboard()->setImage(view.copy());
 }
 
 void QtShell::SetTitle(std::string_view title) {

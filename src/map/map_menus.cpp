@@ -31,7 +31,6 @@ void OpenMapMenu() {
 void SetPrecision(std::int16_t precision) {
     CurrentMap().precision = ClampInt(precision, 1, kCoarsest);
     RefreshMapMenus(mapState.current);
-    if (plotFull != nullptr) plotFull();
 }
 
 }  // namespace orvantis

@@ -23,8 +23,8 @@ void RefreshMapMenus(std::int16_t docNumber);
 /// The menu's opening: entries depend on fills that came and went since.
 void OpenMapMenu();
 
-/// Draws the current map from another level file, 1 (finest) to 5; any other number is brought into
-/// that range.
+/// From the next full plot on the current map comes from another level file, 1 (finest) to 5; any
+/// other number is brought into that range.
 void SetPrecision(std::int16_t precision);
 
 }  // namespace orvantis

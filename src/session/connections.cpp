@@ -34,17 +34,18 @@ void SetCaption() {
 }  // namespace
 
 void ConnectRooms() {
-    plotAfterSettings = PlotScreenAnew;  // new settings
-    plotFull = PlotScreenAnew;           // a new map
-    plotQuick = PlotScreenLines;         // a view's picture put back
-    addRecentMap = AddRecentMap;         // a map that was opened
-    plotAnew = PlotScreenAnew;           // commands that end in a full plot
-    plotLinesAnew = PlotScreenLines;     // commands that end in a quick pass
-    plotChartLines = PlotChartLines;     // the lines, at the end of every plot
-    plotMouseMarks = DrawMouseMarks;     // rulers, at the end of the plot of a flat map
-    pageHeading = ChartDescription;      // the title line of a printed page
-    refreshCaption = SetCaption;         // the title of the main window
-    saveCurrentChart = SaveChart;        // an unsaved chart at the session's end
+    plotAfterSettings = PlotScreenAnew;   // new settings
+    plotFull = PlotScreenAnew;            // a new map
+    plotQuick = PlotScreenLines;          // a view's picture put back
+    addRecentMap = AddRecentMap;          // a map that was opened
+    plotAnew = PlotScreenAnew;            // commands that end in a full plot
+    plotLinesAnew = PlotScreenLines;      // commands that end in a quick pass
+    plotChartLines = PlotChartLines;      // the lines, at the end of every plot
+    plotMouseMarks = DrawMouseMarks;      // rulers, at the end of the plot of a flat map
+    pageHeading = ChartDescription;       // the title line of a printed page
+    refreshCaption = SetCaption;          // the title of the main window
+    saveCurrentChart = SaveChart;         // an unsaved chart at the session's end, and its command
+    stopForeignClock = StopForeignClock;  // a clock whose chart is gone, at every plot
 }
 
 }  // namespace orvantis

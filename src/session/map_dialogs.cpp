@@ -7,6 +7,7 @@
 #include "map/projection.h"
 #include "session/files.h"
 #include "session/recent_maps.h"
+#include "session/save_name.h"
 #include "session/session_state.h"
 #include "text/code_page.h"
 #include "text/numbers.h"
@@ -23,37 +24,15 @@ const std::array<DetailBox, 6> kDetailBoxes = {{{"City Names", 8},
 
 namespace {
 
-constexpr std::size_t kLongestName = 8;
-constexpr std::string_view kBadName =
-    "File name is not valid. Please enter a name with up to 8 characters with no extension.";
 constexpr std::int16_t kCityNamesClass = 8;
 constexpr double kLeastInterval = 1;
 constexpr double kMostInterval = 90;
-
-// A point would begin an extension, and the others lead out of the folder or stand for other files.
-bool IsMapName(std::string_view name) {
-    if (name.empty() || name.size() > kLongestName) return false;
-    return std::all_of(name.begin(), name.end(), [](char c) {
-        return static_cast<unsigned char>(c) >= ' ' &&
-               std::string_view(".\\/:*?\"<>|").find(c) == std::string_view::npos;
-    });
-}
-
-void TellBadName() {
-    session.shell->MessageBox(kBadName, "File Error", BoxButtons::Ok, BoxIcon::Exclamation);
-}
 
 // True if the document's file brings the name back as it is: not longer, not blank, and without
 // blanks at its ends or characters that its bytes can't say.
 bool FitsCityFile(std::string_view name, std::string_view nativeName) {
     return !name.empty() && name.size() <= kCityFileWidth && Trim(name) == name &&
            ToUtf8(name) == nativeName;
-}
-
-bool MayOverwrite() {
-    return session.shell->MessageBox(
-               "A file with this name already exists. Do you wish to overwrite it?", "File Exists",
-               BoxButtons::YesNo, BoxIcon::Question) == BoxAnswer::Yes;
 }
 
 // What the dialog edits: all that goes to the file before the number of fills.
@@ -71,13 +50,8 @@ SaveMapForm OpenSaveMap() {
 }
 
 bool AcceptSaveMap(const SaveMapForm& form) {
-    const std::string name(Trim(form.name));
-    const std::string path = AddBackslash(form.folder) + ToUtf8(name) + ".ovm";
-    if (!name.empty() && FileExists(path) != kFalse && !MayOverwrite()) return false;
-    if (!IsMapName(name)) {
-        TellBadName();
-        return false;
-    }
+    std::string path;
+    if (!AcceptSaveName(form.folder, form.name, "ovm", path)) return false;
 
     // An old file of this name goes when the new one stands whole in its place.
     const std::string title = CurrentMap().title;
@@ -86,7 +60,7 @@ bool AcceptSaveMap(const SaveMapForm& form) {
         CurrentMap().title = title;
         return false;
     }
-    mapState.name = name;
+    mapState.name = Trim(form.name);
     AddRecentMap(path);
     return true;
 }
@@ -111,7 +85,7 @@ bool ChooseCityFile(MapDocument& map) {
     const std::string nativeName = BaseName(*path, true);
     const std::string name = FromUtf8(nativeName);
     if (!FitsCityFile(name, nativeName)) {
-        TellBadName();
+        TellBadFileName();
         return false;
     }
     map.cityFile = name;

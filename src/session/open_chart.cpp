@@ -41,6 +41,7 @@ ChartStatus OpenChart(std::string_view path, std::int32_t n, RunTimeError& reaso
     if (FileChartToCalcChart(record, 1, kFalse) != 0) return ChartStatus::Failed;
     calcChart[1].Saved = kTrue;
     session.ChartNumber = 1;
+    session.ChartFile = path;
     return ChartStatus::Ok;
 }
 

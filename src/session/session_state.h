@@ -37,13 +37,15 @@ struct SessionState {
     std::string ColourFile;      ///< point colour file
     std::string UserColourFile;  ///< the user's own point colour file
 
-    std::string StarFile;  ///< file of the fixed stars
+    std::string StarFile;   ///< file of the fixed stars
+    std::string ChartFile;  ///< chart file used last, "" none
 
     Flag SplashDone = kFalse;        ///< the start screen has had its time
     Flag StartupDone = kFalse;       ///< the first picture has been drawn
     std::int16_t ChartNumber = 0;    ///< number of the chart on display, 0 none
     std::int16_t EclipseNumber = 0;  ///< number of the selected eclipse, 0 none
     Flag AstroClockOn = kFalse;      ///< the AstroClock runs
+    Flag Minimised = kFalse;         ///< the main window is minimised; the clock waits
 
     std::array<std::string, 4> RecentMaps;  ///< recent map documents, most recent first
     std::int16_t RecentCount = 0;           ///< entries of RecentMaps in use, 0 to 4

@@ -202,9 +202,12 @@ Flag LoadSettings(std::string_view path, Flag redraw) {
     return kFalse;
 }
 
-void SaveSettings(std::string_view path, std::string_view description) {
+bool SaveSettings(std::string_view path, std::string_view description) {
+    const std::string before = settings.description;
     settings.description = Trim(description).substr(0, kDescriptionWidth);
-    ReplaceFile(path, PutSettings(settings));
+    if (ReplaceFile(path, PutSettings(settings))) return true;
+    settings.description = before;
+    return false;
 }
 
 void (*plotAfterSettings)() = nullptr;

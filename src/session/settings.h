@@ -122,9 +122,9 @@ Flag LoadSettings(std::string_view path, Flag redraw);
 /// Connection point: the full plot that follows new settings.
 extern void (*plotAfterSettings)();
 
-/// Writes the settings as a settings file under this description, trimmed, up to 80 characters. A
-/// failure is told. SettingsPath stays.
-void SaveSettings(std::string_view path, std::string_view description);
+/// Writes the settings as a settings file under this description, trimmed, up to 80 characters.
+/// SettingsPath stays. False on a failure, which is told; the description then stays too.
+bool SaveSettings(std::string_view path, std::string_view description);
 
 /// One of the sixteen classic colours, 0 to 15; 0 (black) for any other number.
 Colour ClassicColour(std::int16_t index);

@@ -25,6 +25,23 @@ std::optional<Colour> NullShell::ChooseColour(std::string_view /*title*/, Colour
     return std::nullopt;
 }
 
+std::optional<Font> NullShell::ChooseFont(const Font& /*font*/) {
+    return std::nullopt;
+}
+
+std::optional<std::string> NullShell::InputBox(std::string_view /*prompt*/,
+                                               std::string_view /*title*/,
+                                               std::string_view /*text*/) {
+    return std::nullopt;
+}
+
+std::optional<std::int32_t> NullShell::ChooseItem(std::string_view /*title*/,
+                                                  const std::vector<std::string>& /*lines*/) {
+    return std::nullopt;
+}
+
+void NullShell::CopyToClipboard(const Image& /*image*/) {}
+
 void NullShell::SetTitle(std::string_view /*title*/) {}
 
 void NullShell::SetPointer(Pointer /*pointer*/) {}

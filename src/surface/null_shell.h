@@ -14,6 +14,12 @@ class NullShell : public Shell {
     std::optional<std::string> ChooseFile(std::string_view title, std::string_view filter,
                                           bool forSaving) override;
     std::optional<Colour> ChooseColour(std::string_view title, Colour colour) override;
+    std::optional<Font> ChooseFont(const Font& font) override;
+    std::optional<std::string> InputBox(std::string_view prompt, std::string_view title,
+                                        std::string_view text) override;
+    std::optional<std::int32_t> ChooseItem(std::string_view title,
+                                           const std::vector<std::string>& lines) override;
+    void CopyToClipboard(const Image& image) override;
     void SetTitle(std::string_view title) override;
     void SetPointer(Pointer pointer) override;
     void ShowProgress(std::string_view text, std::int16_t percent) override;

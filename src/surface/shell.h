@@ -60,6 +60,21 @@ class Shell {
     /// Asks for a colour, starting from `colour`. No value: cancelled.
     virtual std::optional<Colour> ChooseColour(std::string_view title, Colour colour) = 0;
 
+    /// Asks for a font, starting from `font`. No value: cancelled.
+    virtual std::optional<Font> ChooseFont(const Font& font) = 0;
+
+    /// Asks for a line of text, starting from `text`. No value: cancelled.
+    virtual std::optional<std::string> InputBox(std::string_view prompt, std::string_view title,
+                                                std::string_view text) = 0;
+
+    /// Asks for one of the lines of a list, bytes of code page 1252. Its number, from 1; 0: the
+    /// list was left by its "OK" without a choice. No value: cancelled.
+    virtual std::optional<std::int32_t> ChooseItem(std::string_view title,
+                                                   const std::vector<std::string>& lines) = 0;
+
+    /// Puts a picture on the clipboard.
+    virtual void CopyToClipboard(const Image& image) = 0;
+
     /// Sets the title of the main window.
     virtual void SetTitle(std::string_view title) = 0;
 

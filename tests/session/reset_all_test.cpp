@@ -29,6 +29,7 @@
 #include "session/mouse_modes.h"
 #include "session/recent_maps.h"
 #include "session/resources.h"
+#include "session/save_settings.h"
 #include "session/session_state.h"
 #include "session/settings.h"
 #include "support/recording_surface.h"
@@ -51,7 +52,7 @@ namespace {
 
 ORVANTIS_FIELDS(Image, a, b, c)
 ORVANTIS_FIELDS(SessionState, f1, f2, f3, f4, f5, f6, f7, f8, f9, f10, f11, f12, f13, f14, f15, f16,
-                f17, f18, f19, f20, f21, f22, f23, f24, f25, f26, f27, f28)
+                f17, f18, f19, f20, f21, f22, f23, f24, f25, f26, f27, f28, f29, f30)
 ORVANTIS_FIELDS(LineStyle, a, b, c, d, e, f)
 ORVANTIS_FIELDS(Settings, a, b, c, d, e, f, g, h, i)
 ORVANTIS_FIELDS(Options, f1, f2, f3, f4, f5, f6, f7, f8, f9, f10, f11, f12, f13, f14, f15, f16, f17,
@@ -225,7 +226,7 @@ TEST(ResetAll, ADirtiedRecordDiffersInEachOfItsFields) {
     EXPECT_EQ(Differences(dirtyRect, MapRect{}), 4);
     SessionState dirtySession;
     Dirty(dirtySession);
-    EXPECT_EQ(Differences(dirtySession, SessionState{}), 33);  // two of them with several values
+    EXPECT_EQ(Differences(dirtySession, SessionState{}), 35);  // two of them with several values
     ChartLinesState dirtyLines;
     Dirty(dirtyLines);
     EXPECT_EQ(Differences(dirtyLines, ChartLinesState{}), 4);
@@ -236,16 +237,18 @@ TEST(ResetAll, EveryConnectionPointIsEmptied) {
         plotAfterSettings, refreshMenuMarks, refreshMapMenus, addRecentMap, plotFull,
         stopForeignClock, plotChartLines, plotCountryNames, plotCities, plotMouseMarks, pageHeading,
         pageLines, refreshCaption, plotEclipseLines, starLabel, refreshOverlay, identifyLine,
-        relocateChart, movePointer, closeMainWindow, plotAnew, plotLinesAnew, plotQuick,
+        relocateChart, movePointer, closeMainWindow, enterNewChart, openSubsidiaryChart, viewChart,
+        relocateToPlace, openPrintDialog, editCities, editCountries, loadStarFile, selectEclipse,
+        openReport, openDumpForm, openHelp, useAcsAtlas, plotAnew, plotLinesAnew, plotQuick,
         showRecentMaps, switchAstroClock, saveCurrentChart, saveStoredImage, loadStoredImage,
         showLinesForm, showPrefsForm, showPointsForm, showPointColoursForm, showZodiacStartForm,
-        showPaletteForm, showMapOptionsForm, showSaveMapForm);
+        showPaletteForm, showMapOptionsForm, showSaveMapForm, showSaveSettingsForm);
     const auto filled = [&] {
         return std::apply([](auto&... point) { return ((point != nullptr ? 1 : 0) + ...); },
                           points);
     };
     std::apply([](auto&... point) { (Dirty(point), ...); }, points);
-    EXPECT_EQ(filled(), 36);
+    EXPECT_EQ(filled(), 50);
     ResetAll();
     EXPECT_EQ(filled(), 0);
 }

@@ -496,11 +496,12 @@ TEST_F(SettingsFiles, SettingsThatCanNotBeReadPlotNothing) {
 // Saves settings, colours and selection under a folder and tells whether all that failed rightly.
 int SaveWhereNothingCanBeMade(const std::string& folder, const std::string& reason) {
     settings.symbolSize = 11;
+    settings.description = "Before";
     pointColour[1] = 12;
     pointSelection[1] = 13;
     session.UserColourFile = folder + "a.pco";
     TestShell().boxes.clear();
-    SaveSettings(folder + "a.ovs", "Mine");
+    const bool saved = SaveSettings(folder + "a.ovs", "Mine");
     SaveUserPointColours();
     SavePointSelection(folder + "a.pts");
     if (TestShell().boxes !=
@@ -508,7 +509,7 @@ int SaveWhereNothingCanBeMade(const std::string& folder, const std::string& reas
                                  "Open Error: " + folder + "a.pco /  / " + reason}) {
         return 1;
     }
-    if (settings.symbolSize != 11 || settings.description != "Mine") return 2;
+    if (saved || settings.symbolSize != 11 || settings.description != "Before") return 2;
     return pointColour[1] == 12 && pointSelection[1] == 13 && PendingRunTimeError() == 0 ? 0 : 3;
 }
 

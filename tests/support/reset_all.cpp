@@ -23,6 +23,7 @@
 #include "session/mouse_modes.h"
 #include "session/recent_maps.h"
 #include "session/resources.h"
+#include "session/save_settings.h"
 #include "session/session_state.h"
 #include "session/settings.h"
 #include "text/run_time_error.h"
@@ -94,6 +95,20 @@ void ResetAll() {
     movePointer = nullptr;
 
     closeMainWindow = nullptr;
+    enterNewChart = nullptr;
+    openSubsidiaryChart = nullptr;
+    viewChart = nullptr;
+    relocateToPlace = nullptr;
+    openPrintDialog = nullptr;
+    editCities = nullptr;
+    editCountries = nullptr;
+    loadStarFile = nullptr;
+    selectEclipse = nullptr;
+    openReport = nullptr;
+    openDumpForm = nullptr;
+    openHelp = nullptr;
+    useAcsAtlas = nullptr;
+    showSaveSettingsForm = nullptr;
     showRecentMaps = nullptr;
     plotAnew = nullptr;
     plotLinesAnew = nullptr;

@@ -90,6 +90,36 @@ std::optional<Colour> ScriptedShell::ChooseColour(std::string_view title, Colour
     return IsCancelled() ? std::nullopt : answer;
 }
 
+std::optional<Font> ScriptedShell::ChooseFont(const Font& font) {
+    log.push_back("ChooseFont|" + font.name + "|" + std::to_string(font.size) +
+                  (font.bold ? "|bold" : "") + (font.italic ? "|italic" : ""));
+    const std::optional<Font> answer = Take(fontAnswers, {});
+    return IsCancelled() ? std::nullopt : answer;
+}
+
+std::optional<std::string> ScriptedShell::InputBox(std::string_view prompt, std::string_view title,
+                                                   std::string_view text) {
+    log.push_back("InputBox|" + std::string(title) + "|" + std::string(prompt) + "|" +
+                  std::string(text));
+    const std::optional<std::string> answer = Take(textAnswers, {});
+    return IsCancelled() ? std::nullopt : answer;
+}
+
+std::optional<std::int32_t> ScriptedShell::ChooseItem(std::string_view title,
+                                                      const std::vector<std::string>& lines) {
+    std::string entry = "ChooseItem|" + std::string(title);
+    for (const std::string& line : lines) entry += "|" + line;
+    log.push_back(entry);
+    const std::optional<std::int32_t> answer = Take(itemAnswers, {});
+    return IsCancelled() ? std::nullopt : answer;
+}
+
+void ScriptedShell::CopyToClipboard(const Image& image) {
+    log.push_back("CopyToClipboard|" + std::to_string(image.width) + "|" +
+                  std::to_string(image.height));
+    clipboard = image;
+}
+
 void ScriptedShell::SetTitle(std::string_view title) {
     log.push_back("SetTitle|" + std::string(title));
 }

@@ -20,6 +20,12 @@ class ScriptedShell : public Shell {
     std::optional<std::string> ChooseFile(std::string_view title, std::string_view filter,
                                           bool forSaving) override;
     std::optional<Colour> ChooseColour(std::string_view title, Colour colour) override;
+    std::optional<Font> ChooseFont(const Font& font) override;
+    std::optional<std::string> InputBox(std::string_view prompt, std::string_view title,
+                                        std::string_view text) override;
+    std::optional<std::int32_t> ChooseItem(std::string_view title,
+                                           const std::vector<std::string>& lines) override;
+    void CopyToClipboard(const Image& image) override;
     void SetTitle(std::string_view title) override;
     void SetPointer(Pointer pointer) override;
     void ShowProgress(std::string_view text, std::int16_t percent) override;
@@ -42,10 +48,13 @@ class ScriptedShell : public Shell {
     std::string LanguageAbbreviation() override;
     LocalTime Now() override;
 
-    std::deque<BoxAnswer> boxAnswers;                    ///< next answers; empty: Ok, or the first
-                                                         ///< button that isn't Cancel
-    std::deque<std::optional<std::string>> fileAnswers;  ///< empty: cancelled
-    std::deque<std::optional<Colour>> colourAnswers;     ///< empty: cancelled
+    std::deque<BoxAnswer> boxAnswers;                     ///< next answers; empty: Ok, or the first
+                                                          ///< button that isn't Cancel
+    std::deque<std::optional<std::string>> fileAnswers;   ///< empty: cancelled
+    std::deque<std::optional<Colour>> colourAnswers;      ///< empty: cancelled
+    std::deque<std::optional<Font>> fontAnswers;          ///< empty: cancelled
+    std::deque<std::optional<std::string>> textAnswers;   ///< of InputBox; empty: cancelled
+    std::deque<std::optional<std::int32_t>> itemAnswers;  ///< of ChooseItem; empty: cancelled
     LocalTime now;
     bool previousInstance = false;
     std::vector<TopWindow> windows;  ///< what TopLevelWindows gives
@@ -67,6 +76,7 @@ class ScriptedShell : public Shell {
     std::vector<std::string> log;
     /// Message boxes alone, as "title: text" with CRLF turned into " / ".
     std::vector<std::string> boxes;
+    Image clipboard;                    ///< what CopyToClipboard got last
     int progressCalls = 0;              ///< ShowProgress is counted, and kept by itself
     std::vector<std::string> progress;  ///< one entry a call: "percent|text"
     std::function<void(std::string_view text, std::int16_t percent)> onProgress;  ///< may be empty

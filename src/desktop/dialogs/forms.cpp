@@ -1,5 +1,7 @@
 #include "desktop/dialogs/forms.h"
 
+#include "session/save_settings.h"
+
 namespace orvantis {
 
 void ConnectForms() {
@@ -11,6 +13,7 @@ void ConnectForms() {
     showPaletteForm = ShowPaletteForm;
     showMapOptionsForm = ShowMapOptionsForm;
     showSaveMapForm = ShowSaveMapForm;
+    showSaveSettingsForm = ShowSaveSettingsForm;
 }
 
 }  // namespace orvantis

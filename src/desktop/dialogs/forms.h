@@ -15,6 +15,7 @@ bool ShowZodiacStartForm(ZodiacStartForm& form);
 bool ShowPaletteForm(PaletteForm& form);
 bool ShowMapOptionsForm();
 bool ShowSaveMapForm();
+bool ShowSaveSettingsForm();
 
 /// Fills the connection points of the forms. Called when the main window is made.
 void ConnectForms();

@@ -1,4 +1,4 @@
-// "Save Map As".
+// "Save Map As" and "Save Settings As".
 #include <QFile>
 #include <QFileDialog>
 #include <QFormLayout>
@@ -12,12 +12,13 @@
 #include "desktop/dialogs/forms.h"
 #include "session/files.h"
 #include "session/map_dialogs.h"
+#include "session/save_settings.h"
 
 namespace orvantis {
 
 namespace {
 
-constexpr int kTitleLength = 80;  // characters of a map's title in its file
+constexpr int kTitleLength = 80;  // characters of a title in its file
 
 // Paths are in the platform's encoding, not in the code page.
 QString ShownFolder(const std::string& folder) {
@@ -28,12 +29,11 @@ std::string FolderOf(const QString& shown) {
     return ProgramPath(QFile::encodeName(shown.trimmed()).toStdString());
 }
 
-}  // namespace
-
-bool ShowSaveMapForm() {
-    SaveMapForm form = OpenSaveMap();
+// The form of both: where the file goes, its name, and its description.
+template <typename Form>
+bool ShowSaveForm(const QString& title, Form form, bool (*acceptForm)(const Form&)) {
     QDialog dialog(FormParent());
-    dialog.setWindowTitle(QStringLiteral("Save Map As"));
+    dialog.setWindowTitle(title);
     auto* rows = new QVBoxLayout(&dialog);
     auto* fields = new QFormLayout;
     rows->addLayout(fields);
@@ -57,18 +57,29 @@ bool ShowSaveMapForm() {
         if (!chosen.isEmpty()) folder->setText(chosen);
     });
 
-    const FormButtons buttons = AddButtons(dialog, *rows, [&form, folder, name, description] {
-        form.folder = FolderOf(folder->text());
-        form.name = FormBytes(name->text());
-        form.description = FormBytes(description->text());
-        const bool saved = AcceptSaveMap(form);
-        if (!saved) name->setFocus();
-        return saved;
-    });
+    const FormButtons buttons =
+        AddButtons(dialog, *rows, [&form, acceptForm, folder, name, description] {
+            form.folder = FolderOf(folder->text());
+            form.name = FormBytes(name->text());
+            form.description = FormBytes(description->text());
+            const bool saved = acceptForm(form);
+            if (!saved) name->setFocus();
+            return saved;
+        });
     SetTabs({name, description, folder, browse, buttons.ok, buttons.cancel});
     name->selectAll();
     name->setFocus();
     return dialog.exec() == QDialog::Accepted;
+}
+
+}  // namespace
+
+bool ShowSaveMapForm() {
+    return ShowSaveForm(QStringLiteral("Save Map As"), OpenSaveMap(), AcceptSaveMap);
+}
+
+bool ShowSaveSettingsForm() {
+    return ShowSaveForm(QStringLiteral("Save Settings As"), OpenSaveSettings(), AcceptSaveSettings);
 }
 
 }  // namespace orvantis
