@@ -19,6 +19,7 @@
 #include "raster/page_file.h"
 #include "raster/page_surface.h"
 #include "raster/qt_gui.h"
+#include "session/commands.h"
 #include "session/driver.h"
 #include "session/files.h"
 #include "session/ini_settings.h"
@@ -196,6 +197,19 @@ void QuickPassWithoutAChart(benchmark::State& state) {
     session.ChartNumber = 1;
 }
 BENCHMARK(QuickPassWithoutAChart)->Unit(benchmark::kMillisecond);
+
+// From a command to its finished picture. Precision 1, ten points.
+void CommandToPicture(benchmark::State& state, std::string_view menu, std::string_view caption) {
+    TheBench();
+    NewMap(kFalse);
+    CurrentMap().precision = 1;
+    const Command* command = FindCommand(menu, caption);
+    RunCommand(*FindCommand("&Map", "&ReDraw"));
+    for ([[maybe_unused]] auto _ : state) RunCommand(*command);
+}
+BENCHMARK_CAPTURE(CommandToPicture, EndsInFull, "&Map", "&ReDraw")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(CommandToPicture, EndsInLines, "&Chart", "&Celestial (Normal)")
+    ->Unit(benchmark::kMillisecond);
 
 void AllLinesOfAChartWithoutDrawing(benchmark::State& state) {
     TheBench();
