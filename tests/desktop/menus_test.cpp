@@ -244,6 +244,28 @@ TEST_F(MenusTest, TheRowShowsThePositionWithItsBlanksAndNeverWidensTheWindow) {
     EXPECT_LE(window.minimumSizeHint().width(), 600);
 }
 
+// Light ink on dark ground: of a button's middle the lightest pixel and the corner.
+TEST_F(MenusTest, ButtonsWithPicturesFollowADarkTheme) {
+    const auto lightest = [](const QImage& image) {
+        int most = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) most = std::max(most, qGray(image.pixel(x, y)));
+        }
+        return most;
+    };
+    const QPalette light = QApplication::palette();
+    QApplication::setPalette(QPalette(QColor(0x3C, 0x3C, 0x40), QColor(0x2A, 0x2A, 0x2E)));
+    QCoreApplication::processEvents();
+    for (int mode = 1; mode < mouse_mode::kModes; ++mode) {
+        QToolButton* button = Button(("BtnMode" + std::to_string(mode)).c_str());
+        const QImage image = button->grab().toImage();
+        EXPECT_LT(qGray(image.pixel(0, 0)), 90) << mode;
+        EXPECT_GT(lightest(image), 200) << mode;
+    }
+    QApplication::setPalette(light);
+    QCoreApplication::processEvents();
+}
+
 TEST_F(MenusTest, TheSessionKnowsWhetherTheWindowIsMinimised) {
     window.showMinimized();
     EXPECT_EQ(session.Minimised, -1);
