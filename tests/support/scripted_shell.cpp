@@ -110,6 +110,7 @@ std::optional<std::int32_t> ScriptedShell::ChooseItem(std::string_view title,
     std::string entry = "ChooseItem|" + std::string(title);
     for (const std::string& line : lines) entry += "|" + line;
     log.push_back(entry);
+    if (whileChoosing) whileChoosing();
     const std::optional<std::int32_t> answer = Take(itemAnswers, {});
     return IsCancelled() ? std::nullopt : answer;
 }
