@@ -54,16 +54,16 @@ Format1Record RecordOf(const Days& days) {
     return record;
 }
 
-void UseRoute(bool swiss) {
+void UseRoute(bool swiss, const char* folder = kEphemeris) {
     static NullShell shell;
     session.shell = &shell;
     session.SystemDataPath = std::string(ORVANTIS_DATA) + "/";
-    OpenSwissEphemeris(kEphemeris, session.SystemDataPath);
+    OpenSwissEphemeris(folder, session.SystemDataPath);
     if (!swiss) CloseSwissEphemeris();
 }
 
-void Chart(benchmark::State& state, bool swiss) {
-    UseRoute(swiss);
+void Chart(benchmark::State& state, bool swiss, const char* folder) {
+    UseRoute(swiss, folder);
     Days days;
     for ([[maybe_unused]] auto _ : state) {
         FileChartToCalcChart(RecordOf(days), 1, kFalse);
@@ -72,8 +72,11 @@ void Chart(benchmark::State& state, bool swiss) {
     }
     CloseSwissEphemeris();
 }
-BENCHMARK_CAPTURE(Chart, SwissRoute, true)->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(Chart, StandardRoute, false)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Chart, SwissRoute, true, kEphemeris)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Chart, StandardRoute, false, kEphemeris)->Unit(benchmark::kMicrosecond);
+// In the data's folder lies no file of the library.
+BENCHMARK_CAPTURE(Chart, StandardRouteWithoutFiles, false, ORVANTIS_DATA)
+    ->Unit(benchmark::kMicrosecond);
 
 // `count` of the bodies, in their order; the hypothetical ones come last.
 void BareCalls(benchmark::State& state, std::size_t count) {

@@ -35,8 +35,8 @@ BodyPosition SeenFromEarth(const SphericalPlace& heliocentric, double sunLongitu
 /// years that are installed, -5400 to 5400 at most, and elsewhere its theory without files (S.L.
 /// Moshier's fit to DE404), for the years -3000 to 3000; outside them nothing is given. The
 /// theory's greatest differences of the heliocentric place from DE431, seconds of arc in longitude,
-/// Mercury to Neptune: from 1800 to 2050 0.3, 0.2, 0.1, 0.3, 0.7, 0.6, 1.1, 2.2; from -2900 to 2900
-/// 10, 0.7, 5.2, 700 (Mars), 10, 1, 22, 60. In latitude: 0.3 at most from 1800 to 2050. `source`:
+/// Mercury to Neptune: from 1800 to 2050 0.4, 0.3, 0.2, 0.4, 0.7, 0.6, 1.1, 2.2; from -2900 to 2900
+/// 11, 1, 5.3, 700 (Mars), 11, 1.2, 22, 60. In latitude: 0.3 at most from 1800 to 2050. `source`:
 /// the one that is asked, and then the one that answered; null: the files.
 BodyPosition CalcPlanetVSOP(std::int16_t body, double t, double offset, double accuracy,
                             double sunLongitude, double sunLatitude, double sunDistance,

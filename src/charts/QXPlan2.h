@@ -15,13 +15,13 @@
 
 namespace orvantis {
 
-/// Apparent Sun, within 0.1 seconds of arc of DE431 from 1800 to 2050 and 6 from -2900 to 2900; its
+/// Apparent Sun, within 0.2 seconds of arc of DE431 from 1800 to 2050 and 6 from -2900 to 2900; its
 /// latitude counts as 0. Distance in astronomical units.
 void CalcSun(double t, double offset, double& longitude, double& distance,
              EphemerisSource* source = nullptr);
 
-/// Apparent Moon, nutation included: nothing is added to it later. Within 2.7 seconds of arc of
-/// DE431 in longitude and 2.5 in latitude from 1800 to 2050; 180 and 22 from -2900 to 2900.
+/// Apparent Moon, nutation included: nothing is added to it later. Within 3.7 seconds of arc of
+/// DE431 in longitude and 3.3 in latitude from 1800 to 2050; 185 and 24 from -2900 to 2900.
 void CalcMon(double t, double offset, double& longitude, double& latitude,
              EphemerisSource* source = nullptr);
 
@@ -45,8 +45,8 @@ BodyPosition CalcTNP(std::int16_t body, double t, double offset, double sunLongi
 /// The Moon's ascending node, mean and true (osculating), of date, nutation included. The mean node
 /// is a formula of Swiss Ephemeris, that of the other route, for the years -3000 to 3000: within
 /// 0.2 seconds of arc of J. Chapront's polynomial (Meeus, 47.7) from 1800 to 2050, 11 from -2900 to
-/// 2900. The true one feels every second of the Moon's latitude elevenfold: by the theory within 60
-/// seconds of arc of DE431 from 1800 to 2050, 110 from -2900 to 2900.
+/// 2900. The true one feels every second of the Moon's latitude elevenfold: by the theory within 70
+/// seconds of arc of DE431 from 1800 to 2050, 130 from -2900 to 2900.
 void CalcNod(double t, double offset, double& meanNode, double& trueNode,
              EphemerisSource* source = nullptr);
 
