@@ -11,6 +11,7 @@
 #include "charts/standard_route.h"
 #include "text/numbers.h"
 #include "text/rotation.h"
+#include "text/run_time_error.h"
 
 namespace orvantis {
 
@@ -30,6 +31,39 @@ void RestorePoints(CalcChart& chart, const CalcChart& kept, std::int16_t last) {
         chart.LatSpeed[n] = kept.LatSpeed[n];
         chart.Retro[n] = kept.Retro[n];
     }
+}
+
+// A position that is no number is a fault of the arithmetic, which whoever calculates the chart has
+// to tell; the point isn't calculated.
+void CheckPoints(CalcChart& chart, std::int16_t first, std::int16_t last) {
+    for (std::int16_t n = 1; n <= last; ++n) {
+        const bool own = n <= point::kSun || n >= first;
+        const bool chartPoint = n >= point::kAscendant && n <= point::kPtFortune;
+        const auto index = static_cast<std::size_t>(n);
+        if (!own || chartPoint || std::isfinite(chart.Lon[index])) continue;
+        ClearPoint(chart, index);
+        RaiseRunTimeError(error::kOverflow);
+    }
+}
+
+// By the Swiss route, and from a point that fails on by the other.
+void CalcPlanetsSwissFirst(std::int16_t slot, std::int16_t first, std::int16_t last, double t,
+                           double offset, double accuracy, std::int16_t frame, Flag useTables,
+                           std::string_view dataPath, Flag trueNode, Flag weston) {
+    const std::int16_t failed =
+        CalcPlanetsSwiss(slot, first, last, t, offset, frame, dataPath, trueNode, weston);
+    if (failed == 0) return;
+
+    // After a failure the standard route serves, for the points that are left of this call too. The
+    // point that failed isn't calculated, nor is the one opposite.
+    CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
+    const CalcChart kept = chart;
+    first = std::max(first, static_cast<std::int16_t>(failed + 1));
+    CalcPlanetsStandard(slot, first, last, t, offset, accuracy, frame, useTables, dataPath,
+                        trueNode, kTrue);
+    RestorePoints(chart, kept, failed);
+    if (failed == point::kNorthNode) ClearPoint(chart, point::kSouthNode);
+    if (last > point::kSun && weston == 0) VulcanByMercury(chart, frame);
 }
 
 }  // namespace
@@ -72,22 +106,11 @@ void CalcPlanets(std::int16_t slot, std::int16_t first, std::int16_t last, doubl
     if (swissState.enabled == 0) {
         CalcPlanetsStandard(slot, first, last, t, offset, accuracy, frame, useTables, dataPath,
                             trueNode, weston);
-        return;
+    } else {
+        CalcPlanetsSwissFirst(slot, first, last, t, offset, accuracy, frame, useTables, dataPath,
+                              trueNode, weston);
     }
-    const std::int16_t failed =
-        CalcPlanetsSwiss(slot, first, last, t, offset, frame, dataPath, trueNode, weston);
-    if (failed == 0) return;
-
-    // After a failure the standard route serves, for the points that are left of this call too. The
-    // point that failed isn't calculated, nor is the one opposite.
-    CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
-    const CalcChart kept = chart;
-    first = std::max(first, static_cast<std::int16_t>(failed + 1));
-    CalcPlanetsStandard(slot, first, last, t, offset, accuracy, frame, useTables, dataPath,
-                        trueNode, kTrue);
-    RestorePoints(chart, kept, failed);
-    if (failed == point::kNorthNode) ClearPoint(chart, point::kSouthNode);
-    if (last > point::kSun && weston == 0) VulcanByMercury(chart, frame);
+    CheckPoints(calcChart[static_cast<std::size_t>(slot)], first, last);
 }
 
 }  // namespace orvantis

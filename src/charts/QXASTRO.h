@@ -54,8 +54,11 @@ void ConvertCoords(double longitude, double latitude, double sinTilt, double cos
 /// 0 full; `frame` 1 geocentric, 2 heliocentric; `useTables`: Jupiter to Pluto from tables in
 /// `dataPath`; `trueNode`: the true lunar node, otherwise the mean one; `weston`: Vulcan on its own
 /// orbit, otherwise at most three degrees from Mercury on the Sun's side (Mercury must be in the
-/// slot or in the range, and `last` above 3). A point that isn't calculated has Lon -1. The chart
-/// points 22 to 26 aren't touched.
+/// slot or in the range, and `last` above 3). A point that isn't calculated has Lon -1; one whose
+/// place comes out as no number isn't, and leaves the run-time error "Overflow". The chart points
+/// 22 to 26 aren't touched. In frame 2 the Moon's nodes and apogee, which have no direction from
+/// the Sun, stand at 0 Aries of the zodiac on the Swiss route, as the library gives them; on the
+/// standard route the Moon and they stay as seen from the Earth.
 void CalcPlanets(std::int16_t slot, std::int16_t first, std::int16_t last, double t, double offset,
                  double accuracy, std::int16_t frame, Flag useTables, std::string_view dataPath,
                  Flag trueNode, Flag weston);

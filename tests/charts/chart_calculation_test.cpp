@@ -259,6 +259,24 @@ TEST_F(ChartCalculation, ANumberThatDoesNotFitIsToldAndLeavesTheSlot) {
     }
 }
 
+TEST_F(ChartCalculation, AFaultOfTheArithmeticInThePositionsIsToldByTheCalculation) {
+    // No such zodiac: its base makes every longitude something that is no number.
+    options.userSVP = std::numeric_limits<double>::infinity();
+    Format1Record record = SampleRecord();
+    record.ayanamsaCode = 10;
+    record.houseCode = 3;
+    for (const Flag enabled : {kTrue, kFalse}) {
+        swissState.enabled = enabled;
+        TestShell().boxes.clear();
+        EXPECT_NE(FileChartToCalcChart(record, 1, kFalse), kFalse);
+        ASSERT_EQ(TestShell().boxes.size(), 1U) << enabled;
+        EXPECT_EQ(TestShell().boxes[0], "Orvantis: FileChartToCalcChart Error: 6");
+        EXPECT_EQ(calcChart[1].Name, "A chart");
+        for (const std::size_t n : {1U, 3U, 5U, 12U, 20U, 36U}) EXPECT_EQ(calcChart[1].Lon[n], -1);
+        EXPECT_EQ(PendingRunTimeError(), 0);
+    }
+}
+
 TEST_F(ChartCalculation, AFailureOfReadingTheRecordIsToldByTheCalculation) {
     FileChart fileChart;
     fileChart.event.longitude = 1e9F;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <filesystem>
 #include <gtest/gtest.h>
 
 #include "charts/KVCharts.h"
@@ -138,6 +139,45 @@ TEST_F(ChartFiles, AVersionWordOfFourOrMinusOneIsTheStartOfAName) {
     EXPECT_EQ(count_, 1);
     EXPECT_GT(Open("minus.cht", Head(-1, 115)), 0);
     EXPECT_EQ(type_, chart_file::kFormat0);
+}
+
+TEST_F(ChartFiles, ANameOfType0ThatStartsWithTheCodes1To3IsTakenForAVersion) {
+    for (const std::uint8_t code : {std::uint8_t{1}, std::uint8_t{2}}) {
+        Bytes bytes(115 * 2, ' ');
+        bytes[0] = code;
+        bytes[1] = 0;
+        const FileHandle file = Open("name.cht", bytes);
+        EXPECT_EQ(type_, code);
+        EXPECT_EQ(count_, code == 1 ? 1 : 0) << "230 bytes in slots of 110 and 292, less the head";
+        CloseChartFile(type_, file);
+    }
+}
+
+// A picture in place of charts: nothing refuses it, and its bytes are read as they fall.
+TEST_F(ChartFiles, AFileOfTheWrongFormOpensAndItsRecordsAreReadAsTheyFall) {
+    Bytes bytes;
+    for (int i = 0; i < 115 * 3 + 7; ++i) bytes.push_back(static_cast<std::uint8_t>(i * 37 + 137));
+    PutText(bytes.data(), 8, "\x89PNG\r\n\x1A\n");
+    const FileHandle file = Open("picture.png", bytes);
+    ASSERT_GT(file, 0);
+    EXPECT_EQ(type_, chart_file::kFormat0);
+    EXPECT_EQ(count_, 3);
+    FileChart chart;
+    for (std::int32_t n = 1; n <= 3; ++n) {
+        EXPECT_TRUE(ReadChart(type_, file, n, chart)) << n;
+        EXPECT_GE(chart.chartType, 1);
+        EXPECT_LE(chart.chartType, 13);
+        EXPECT_GE(chart.chartSubType, 1);
+        EXPECT_LE(chart.chartSubType, 99);
+        EXPECT_EQ(chart.event.day, bytes[static_cast<std::size_t>(n - 1) * 115 + 83]);
+    }
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(ChartFiles, AFolderInPlaceOfTheFileGivesNoHandle) {
+    std::filesystem::create_directory(folder_.File("folder.cht"));
+    EXPECT_EQ(OpenChartFile(folder_.File("folder.cht"), count_, kFalse), 0);
+    EXPECT_EQ(count_, 0);
 }
 
 TEST_F(ChartFiles, AFileWithoutAnExtensionOpensWithoutCharts) {

@@ -264,6 +264,28 @@ TEST_F(RoutesOracle, BothRoutesAgreeHeliocentrically) {
     swissState.enabled = kTrue;
 }
 
+// swetest prints no nodes and no apogee as seen from the Sun, where they have no direction; the
+// library has zeros for them.
+TEST_F(RoutesOracle, HeliocentricallyTheMoonIsSwetestsAndItsNodesAndApogeeStandAtZeroAries) {
+    const Table table = Swetest({"-bj2385000.25", "-n12", "-s7001", "-fplbs", "-hel", "-p1"});
+    ASSERT_EQ(table.size(), 12U);
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        const double t = JulianCenturies(2385000.25 + static_cast<double>(i) * 7001);
+        CalcPlanets(1, 0, 0, t, -24, 0, 2, kTrue, kTables, kTrue, kTrue);
+        const CalcChart& chart = calcChart[1];
+        EXPECT_LE(Apart(chart.Lon[1], table[i][1] - 24), 1e-7) << i;
+        EXPECT_NEAR(chart.Lat[1], table[i][2], 1e-7) << i;
+        EXPECT_NEAR(chart.LonSpeed[1], table[i][3], 1e-7) << i;
+        for (const std::size_t n : {20U, 36U}) {
+            EXPECT_EQ(chart.Lon[n], 336) << n;
+            EXPECT_EQ(chart.Lat[n], 0) << n;
+            EXPECT_EQ(chart.LonSpeed[n], 0) << n;
+        }
+        EXPECT_EQ(chart.Lon[21], 156);
+    }
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
 TEST_F(RoutesOracle, TheMeanNodeIsTheSameOnBothRoutes) {
     const Table table = Swetest({"-bj2385000.25", "-n12", "-s7001", "-fpls", "-pm"});
     ASSERT_EQ(table.size(), 12U);

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <limits>
 #include <swephexp.h>
 
 #include "charts/CALCCHRT.h"
@@ -17,6 +18,7 @@
 #include "support/temp_folder.h"
 #include "text/dates.h"
 #include "text/numbers.h"
+#include "text/run_time_error.h"
 
 namespace orvantis {
 namespace {
@@ -202,6 +204,32 @@ TEST_F(StandardRoute, HeliocentricPlacesHaveNeitherNutationNorLightTime) {
     ASSERT_TRUE(ReadTables(TableSeries::Asteroids, kTables, JulianCenturies(kJ2000), bodies));
     EXPECT_LE(Apart(chart.Lon[13], bodies[1].longitude), 1e-9);
     EXPECT_LE(Apart(chart.Lon[19], bodies[7].longitude), 1e-9);
+}
+
+TEST_F(StandardRoute, HeliocentricallyTheMoonItsNodesAndItsApogeeStayAsSeenFromTheEarth) {
+    const CalcChart geocentric = Calculate(kJ2000);
+    Call call;
+    call.frame = 2;
+    const CalcChart& chart = Calculate(kJ2000, call);
+    for (const std::size_t n : {1U, 20U, 21U, 36U}) {
+        EXPECT_EQ(chart.Lon[n], geocentric.Lon[n]) << n;
+        EXPECT_EQ(chart.LonSpeed[n], geocentric.LonSpeed[n]) << n;
+    }
+    EXPECT_EQ(chart.Lat[1], geocentric.Lat[1]);
+}
+
+TEST_F(StandardRoute, APlaceThatIsNoNumberIsNotCalculatedAndLeavesARunTimeError) {
+    Call call;
+    call.first = 5;
+    call.last = 27;
+    call.offset = std::numeric_limits<double>::infinity();
+    calcChart[1].Lon[1] = calcChart[1].Lon[22] = calcChart[1].Lon[28] = 77;
+    const CalcChart& chart = Calculate(kJ2000, call);
+    for (const std::size_t n : {2U, 3U, 5U, 12U, 20U, 27U}) EXPECT_EQ(chart.Lon[n], -1) << n;
+    for (const std::size_t n : {1U, 22U, 28U}) EXPECT_EQ(chart.Lon[n], 77) << n;
+    RunTimeError failure;
+    ASSERT_TRUE(TakeRunTimeError(failure));
+    EXPECT_EQ(failure.number, error::kOverflow);
 }
 
 TEST_F(StandardRoute, TheOffsetIsAddedToEveryLongitude) {
