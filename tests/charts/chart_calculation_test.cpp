@@ -1,12 +1,15 @@
 #include <cmath>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <limits>
 
 #include "charts/CALCCHRT.h"
 #include "charts/QXASTRO.h"
 #include "charts/SwissEph.h"
+#include "session/session_state.h"
 #include "session/settings.h"
 #include "support/reset_all.h"
+#include "support/temp_folder.h"
 #include "text/numbers.h"
 #include "text/text_state.h"
 
@@ -120,6 +123,29 @@ TEST_F(ChartCalculation, ChironBeyondItsTablesKeepsNothingOfAChartBefore) {
         EXPECT_EQ(chart.LonSpeed[n], 0);
         EXPECT_EQ(chart.LatSpeed[n], 0);
     }
+}
+
+// An installation without the file of the minor planets: their tables serve, and one chart outside
+// the tables' years doesn't end the route.
+TEST_F(ChartCalculation, AChartOf1799WithoutTheAsteroidsFileHasChironAtZeroAndTheRouteStaysOn) {
+    const TempFolder folder;
+    for (const char* name : {"sepl_18.se1", "semo_18.se1"}) {
+        std::filesystem::create_symlink(std::string(kEphemeris) + "/" + name, folder.File(name));
+    }
+    session.SystemDataPath = ORVANTIS_DATA "/";
+    OpenSwissEphemeris(folder.Path().substr(0, folder.Path().size() - 1), session.SystemDataPath);
+    FileChartToCalcChart(SampleRecord(), 1, kFalse);
+    for (std::size_t n = 13; n <= 19; ++n) EXPECT_GT(calcChart[1].Lon[n], 0) << n;
+
+    Format1Record record = SampleRecord();
+    record.year = 1799;
+    record.month = 6;
+    EXPECT_EQ(FileChartToCalcChart(record, 1, kFalse), kFalse);
+    EXPECT_EQ(calcChart[1].Lon[13], 0);
+    for (std::size_t n = 14; n <= 19; ++n) EXPECT_EQ(calcChart[1].Lon[n], -1) << n;
+    for (std::size_t n = 1; n <= 12; ++n) EXPECT_GE(calcChart[1].Lon[n], 0) << n;
+    EXPECT_TRUE(TestShell().boxes.empty());
+    EXPECT_NE(swissState.enabled, kFalse);
 }
 
 TEST_F(ChartCalculation, AZeroCoordinateKeepsTheSideOfItsRecord) {

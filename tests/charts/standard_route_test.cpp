@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <swephexp.h>
+#include <utility>
 
 #include "charts/CALCCHRT.h"
 #include "charts/QXASTRO.h"
@@ -169,6 +170,26 @@ TEST_F(StandardRoute, ABodyThatCrossesZeroAriesWithinTheMinuteHasASmallSpeed) {
         EXPECT_GT(chart.Lon[n], 359.9);
         EXPECT_NEAR(chart.LonSpeed[n], n == 1 ? 13.5 : 0.993, n == 1 ? 2 : 0.01);
         EXPECT_LT(Calculate(before + 1.0 / 1440).Lon[n], 1);
+    }
+}
+
+TEST_F(StandardRoute, APlanetOnBothSidesOfZeroAriesWithinTheMinuteHasASmallSpeed) {
+    RouteMoment moment;
+    moment.sunGiven = true;
+    CalcChart& chart = calcChart[1];
+    for (const std::size_t frame : {1U, 2U}) {
+        moment.frame = static_cast<std::int16_t>(frame);
+        std::array<BodyPosition, 2> body;
+        for (BodyPosition& position : body) position.given = true;
+        body[0].longitude[frame] = 359.9998;
+        body[1].longitude[frame] = 0.0003;
+        StoreBody(chart, 5, moment, body);
+        EXPECT_NEAR(chart.LonSpeed[5], 0.0005 * 1440, 1e-9) << frame;
+        EXPECT_EQ(chart.Retro[5], kFalse) << frame;
+        std::swap(body[0], body[1]);
+        StoreBody(chart, 5, moment, body);
+        EXPECT_NEAR(chart.LonSpeed[5], -0.0005 * 1440, 1e-9) << frame;
+        EXPECT_EQ(chart.Retro[5], kTrue) << frame;
     }
 }
 
