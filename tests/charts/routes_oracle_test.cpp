@@ -1,5 +1,6 @@
 // Both routes against swetest, the test program of Swiss Ephemeris: 120 moments from 1800 to 2050
-// and all points in one process of it, and the cusps of nine house systems at 120 moments each.
+// and all points in one process of it, 120 whole charts of twelve places in the same years, and the
+// cusps of nine house systems at 120 moments each.
 #include <array>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -10,6 +11,7 @@
 #include "charts/SwissEph.h"
 #include "charts/ephemeris_tables.h"
 #include "charts/standard_route.h"
+#include "session/session_state.h"
 #include "session/settings.h"
 #include "support/reset_all.h"
 #include "support/run_program.h"
@@ -138,6 +140,7 @@ class RoutesOracle : public testing::Test {
   protected:
     void SetUp() override {
         ResetAll();
+        session.SystemDataPath = kTables;
         OpenSwissEphemeris(kEphemeris, kTables);
     }
     void TearDown() override {
@@ -348,6 +351,176 @@ TEST_F(RoutesOracle, ChartsOfTheDraconicAndTheUsersZodiacAreCalculatedFromTheirR
     }
 }
 
+// Whole charts: twelve places, each with a house system and ten moments.
+struct PlaceRow {
+    double latitude;  // whole minutes of arc, as charts hold them
+    double longitudeEast;
+    std::uint8_t system;
+    char letter;  // of swetest
+};
+
+const PlaceRow kPlaces[] = {
+    {52.5, 13.4, 1, 'C'},     {-33.75, 151.25, 2, 'K'}, {64.5, -21.75, 3, 'X'},
+    {-54.75, -68.25, 4, 'M'}, {19.5, -99.25, 5, 'P'},   {40.75, -74.0, 6, 'O'},
+    {1.25, 103.75, 7, 'R'},   {48.75, 2.25, 8, 'T'},    {35.5, 139.75, 9, 'A'},
+    {-23.5, -46.75, 5, 'P'},  {59.25, 18.0, 7, 'R'},    {28.5, 77.25, 2, 'K'},
+};
+constexpr int kChartsOfAPlace = 10;
+
+// The dates of a place's charts: of all twelve together the moments above.
+double DayOf(std::size_t place, int n) {
+    return 2378496.5 +
+           (static_cast<double>(n) * std::size(kPlaces) + static_cast<double>(place)) * kStep;
+}
+
+Format1Record RecordOf(double jd, const PlaceRow& row) {
+    float day = 0;
+    std::int32_t month = 0;
+    std::int32_t year = 0;
+    JDToDate(jd, day, month, year);
+    FileChart chart;
+    chart.event.year = static_cast<std::int16_t>(year);
+    chart.event.month = static_cast<std::uint8_t>(month);
+    chart.event.day = static_cast<std::uint8_t>(day);
+    chart.event.hour = 6;
+    chart.event.minute = 30;
+    chart.event.latitude = static_cast<float>(row.latitude);
+    chart.event.longitude = static_cast<float>(-row.longitudeEast);
+    chart.houseCode = row.system;
+    chart.ayanamsaCode = 1;
+    Format1Record record;
+    ChartToFormat1(chart, record);
+    return record;
+}
+
+// What swetest prints of a place's charts: the points (longitude, latitude, distance, right
+// ascension, declination, the sign and the two speeds), cusps and angles, obliquity and Delta T.
+struct PlaceTables {
+    Table points;
+    Table houses;
+    Table scales;
+};
+
+const std::vector<PlaceTables>& ExpectedCharts() {
+    static const std::vector<PlaceTables> kExpected = [] {
+        std::string letters = "-p";
+        for (const PointRow& row : kPoints) letters += row.letter;
+        std::vector<PlaceTables> tables;
+        for (std::size_t place = 0; place < std::size(kPlaces); ++place) {
+            const PlaceRow& row = kPlaces[place];
+            float day = 0;
+            std::int32_t month = 0;
+            std::int32_t year = 0;
+            JDToDate(DayOf(place, 0), day, month, year);
+            std::ostringstream date;
+            date << "-b" << static_cast<int>(day) << '.' << month << '.' << year;
+            std::ostringstream house;
+            house << "-house" << row.longitudeEast << ',' << row.latitude << ',' << row.letter;
+            const auto table = [&](const std::vector<std::string>& more) {
+                std::vector<std::string> all = {
+                    date.str(), "-ut6:30:00", "-n" + std::to_string(kChartsOfAPlace),
+                    "-s" + std::to_string(kStep * static_cast<int>(std::size(kPlaces)))};
+                all.insert(all.end(), more.begin(), more.end());
+                return Swetest(all);
+            };
+            tables.push_back({table({"-fplbRadss", "-xz16", letters}),
+                              table({"-fpl", "-p", house.str()}), table({"-fpl", "-poq"})});
+        }
+        return tables;
+    }();
+    return kExpected;
+}
+
+class WholeCharts : public RoutesOracle {
+  protected:
+    // `tolerance(row, degrees from the Sun)` in the units of PointRow.
+    template <typename ToleranceOf>
+    static void CompareCharts(ToleranceOf tolerance) {
+        int charts = 0;
+        for (std::size_t place = 0; place < std::size(kPlaces); ++place) {
+            const PlaceTables& tables = ExpectedCharts()[place];
+            ASSERT_EQ(tables.points.size(), kChartsOfAPlace * std::size(kPoints));
+            ASSERT_EQ(tables.houses.size(), kChartsOfAPlace * 20U);  // 12 cusps and 8 angles
+            ASSERT_EQ(tables.scales.size(), kChartsOfAPlace * 2U);
+            for (int n = 0; n < kChartsOfAPlace; ++n) {
+                SCOPED_TRACE("place " + std::to_string(place) + ", chart " + std::to_string(n));
+                const Format1Record record = RecordOf(DayOf(place, n), kPlaces[place]);
+                ASSERT_EQ(FileChartToCalcChart(record, 1, kFalse), kFalse);
+                const auto first = static_cast<std::size_t>(n);
+                CompareMoment(&tables.scales[first * 2]);
+                CompareHouses(&tables.houses[first * 20]);
+                for (std::size_t i = 0; i < std::size(kPoints); ++i) {
+                    const std::vector<double>& row = tables.points[first * std::size(kPoints) + i];
+                    const Tolerance allowed =
+                        tolerance(kPoints[i], Apart(row[1], calcChart[1].Lon[3]));
+                    ComparePoint(kPoints[i].point, allowed, row);
+                }
+                ++charts;
+            }
+        }
+        EXPECT_EQ(charts, 120);
+        EXPECT_TRUE(TestShell().boxes.empty());
+    }
+
+  private:
+    static void CompareMoment(const std::vector<double>* expected) {
+        EXPECT_NEAR(chartNow.ObliquityNow, expected[0][1], 1e-7);
+        EXPECT_NEAR(chartNow.DeltaT * 3600, expected[1][1], 1e-6);
+    }
+
+    static void CompareHouses(const std::vector<double>* expected) {
+        const CalcChart& chart = calcChart[1];
+        // Campanus is turned by a millionth of a degree on purpose.
+        const double tolerance = chart.HouseSystem == house_system::kCampanus ? 1e-5 : 1e-7;
+        for (std::size_t i = 1; i <= 12; ++i) {
+            EXPECT_LE(Apart(chart.Cusp[i], expected[i - 1][1]), tolerance) << "cusp " << i;
+        }
+        EXPECT_LE(Apart(chart.Lon[22], expected[12][1]), 1e-7) << "Ascendant";
+        EXPECT_LE(Apart(chart.Lon[23], expected[13][1]), 1e-7) << "Midheaven";
+        EXPECT_LE(Apart(chartNow.RAMCNow, expected[14][1]), 1e-7) << "RAMC";
+        EXPECT_LE(Apart(chart.Lon[25], expected[16][1]), 1e-7) << "EastPoint";
+    }
+
+    static void ComparePoint(std::size_t n, const Tolerance& tolerance,
+                             const std::vector<double>& row) {
+        const CalcChart& chart = calcChart[1];
+        ASSERT_GE(row.size(), 9U);
+        const bool hypothetical = n >= 27 && n <= 35;
+        if (hypothetical && swissState.enabled == 0 && Apart(chart.Lon[n], chart.Lon[3]) < 0.35) {
+            return;
+        }
+        EXPECT_LE(Apart(chart.Lon[n], row[1]) * 3600, tolerance.lon) << n;
+        EXPECT_LE(std::abs(chart.Lat[n] - row[2]) * 3600, tolerance.lat) << n;
+        EXPECT_LE(std::abs(chart.Dist[n] - row[3]), tolerance.dist) << n;
+        EXPECT_LE(std::abs(chart.LonSpeed[n] - row[7]), tolerance.lonSpeed) << n;
+        EXPECT_LE(std::abs(chart.LatSpeed[n] - row[8]), tolerance.latSpeed) << n;
+        // Both are held in 32 bits: half a unit in the last place. The circles of right ascension
+        // draw together towards the poles.
+        const double degrees = (tolerance.lon + tolerance.lat) / 3600;
+        EXPECT_LE(Apart(static_cast<double>(chart.RA[n]), row[4]), 1.6e-5 + degrees / CosD(row[5]))
+            << n;
+        EXPECT_LE(std::abs(static_cast<double>(chart.Dec[n]) - row[5]), 2e-6 + degrees) << n;
+    }
+};
+
+TEST_F(WholeCharts, ChartsFromTheirRecordsAgree120TimesOnTheSwissRoute) {
+    CompareCharts([](const PointRow& row, double) { return row.swiss; });
+    EXPECT_NE(swissState.enabled, kFalse);
+}
+
+TEST_F(WholeCharts, ChartsFromTheirRecordsAgree120TimesOnTheStandardRouteWithFiles) {
+    CloseSwissEphemeris();
+    CompareCharts(WithFiles);
+}
+
+TEST_F(WholeCharts, ChartsFromTheirRecordsAgree120TimesOnTheStandardRouteWithoutFiles) {
+    const TempFolder folder;
+    swissState.messages = kFalse;
+    OpenSwissEphemeris(folder.Path().substr(0, folder.Path().size() - 1), kTables);
+    CloseSwissEphemeris();
+    CompareCharts([](const PointRow& row, double) { return row.standard; });
+}
+
 // Hygeia and Astraea have no file on which swetest could stand: the tables serve in both routes,
 // which may differ by the nutation and by what the Sun's theories differ.
 TEST_F(RoutesOracle, HygeiaAndAstraeaComeFromTheTablesInBothRoutes) {
@@ -389,26 +562,6 @@ const SystemRow kSystems[] = {
 
 class CuspsOracle : public testing::TestWithParam<SystemRow> {};
 
-Format1Record RecordOf(double jd, const SystemRow& row) {
-    float day = 0;
-    std::int32_t month = 0;
-    std::int32_t year = 0;
-    JDToDate(jd, day, month, year);
-    FileChart chart;
-    chart.event.year = static_cast<std::int16_t>(year);
-    chart.event.month = static_cast<std::uint8_t>(month);
-    chart.event.day = static_cast<std::uint8_t>(day);
-    chart.event.hour = 6;
-    chart.event.minute = 30;
-    chart.event.latitude = static_cast<float>(row.latitude);
-    chart.event.longitude = static_cast<float>(-row.longitudeEast);
-    chart.houseCode = row.system;
-    chart.ayanamsaCode = 1;
-    Format1Record record;
-    ChartToFormat1(chart, record);
-    return record;
-}
-
 TEST_P(CuspsOracle, CuspsAndAnglesAgreeAt120Moments) {
     ResetAll();
     OpenSwissEphemeris(kEphemeris, kTables);
@@ -421,7 +574,10 @@ TEST_P(CuspsOracle, CuspsAndAnglesAgreeAt120Moments) {
     ASSERT_EQ(table.size(), kMoments * kLines);
     for (std::size_t moment = 0; moment < kMoments; ++moment) {
         const double jd = 2378496.5 + static_cast<double>(moment) * kStep;
-        ASSERT_EQ(FileChartToCalcChart(RecordOf(jd, row), 1, kFalse), kFalse);
+        ASSERT_EQ(
+            FileChartToCalcChart(
+                RecordOf(jd, {row.latitude, row.longitudeEast, row.system, row.letter}), 1, kFalse),
+            kFalse);
         const CalcChart& chart = calcChart[1];
         const auto expected = [&](std::size_t line) { return table[moment * kLines + line][1]; };
         for (std::size_t i = 1; i <= 12; ++i) {
