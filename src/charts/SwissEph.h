@@ -26,8 +26,8 @@ extern SwissState swissState;
 /// `dataPath` is the folder of the ephemeris tables, for CalcPlanets.
 void OpenSwissEphemeris(std::string_view path, std::string_view dataPath);
 
-/// Switches the route off. The folder stays the one where the
-/// library looks for files: the standard route takes places from them too.
+/// Switches the route off. The folder stays the one where the library looks for files: the standard
+/// route takes places from them too.
 void CloseSwissEphemeris();
 
 /// CalcPlanets by this route; arguments as there, `first` and `last` being numbers of points. A

@@ -78,9 +78,9 @@ const PointRow kPoints[] = {
     {12, "9", kPrinted, {6, 8, 5e-4, 2e-3, 1e-3}},
     {13, "D", kPrinted, {2, 4, 3e-4, 1e-3, 1e-3}},
     {14, "I", kPrinted, {6, 7, 2e-4, 1e-3, 1e-3}},
-    // The 29 seconds that Pallas differs are of longitude as a coordinate: far from the ecliptic,
-    // where it goes, they are fewer on the sphere.
-    {15, "G", kPrinted, {36, 26, 2e-4, 6e-3, 3e-3}},
+    // The 37 seconds that Pallas can differ are of longitude as a coordinate: far from the
+    // ecliptic, where it goes, they are 21 on the sphere.
+    {15, "G", kPrinted, {37, 26, 2e-4, 6e-3, 3e-3}},
     {16, "H", kPrinted, {18, 12, 3e-4, 3e-3, 2e-3}},
     {17, "F", kPrinted, {3, 7, 2e-4, 1e-3, 1e-3}},
     {20, "t", kPrinted, {70, 1e-9, kAny, 3e-2, 1e-9}},
