@@ -119,4 +119,22 @@ void QuickPassWithLinesOfType(benchmark::State& state) {
 }
 BENCHMARK(QuickPassWithLinesOfType)->DenseRange(0, 11)->Unit(benchmark::kMillisecond);
 
+// All lines in views of 40, 3 and 1 degrees across.
+void QuickPassInAView(benchmark::State& state) {
+    ImageSurface& surface = TheChart().Surface();
+    FullChart::ShowAllTypes();
+    const MapDocument world = CurrentMap();
+    const auto width = static_cast<float>(state.range(0));
+    MapDocument& map = CurrentMap();
+    map.west = 10 - width / 2;
+    map.east = 10 + width / 2;
+    map.south = 50 - width / 4;
+    map.north = 50 + width / 4;
+    PlotMap4(kFalse, surface, kTrue);
+    for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, surface, kFalse);
+    CurrentMap() = world;
+    PlotMap4(kFalse, surface, kTrue);
+}
+BENCHMARK(QuickPassInAView)->Arg(40)->Arg(3)->Arg(1)->Unit(benchmark::kMillisecond);
+
 }  // namespace

@@ -56,8 +56,9 @@ void PlotRiseSetLine(const CircleQuarter& quarter, std::int16_t point, std::int1
     bool visible = false;
     bool first = true;
     for (const auto& [lat, longitude] : CircleSamples(quarter, u, end)) {
-        DrawMapSegment(lat, longitude, first, visible, point, type);
-        if (visible) chartLines.anyVisible = true;
+        if (DrawGreatCircleSegment(lat, longitude, first, visible, point, type)) {
+            chartLines.anyVisible = true;
+        }
         if (((u == 0 && visible) || u == 180) && IsLongitudeShown(longitude)) {
             LabelPoint(lat, longitude, point);
         }

@@ -74,8 +74,9 @@ void DrawSamples(const std::vector<LinePosition>& samples, std::int16_t kind, st
     bool visible = false;
     bool first = true;
     for (const LinePosition& sample : samples) {
-        DrawMapSegment(sample.lat, sample.longitude, first, visible, kind, type);
-        if (visible) chartLines.anyVisible = true;
+        if (DrawGreatCircleSegment(sample.lat, sample.longitude, first, visible, kind, type)) {
+            chartLines.anyVisible = true;
+        }
         first = false;
     }
 }

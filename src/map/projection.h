@@ -185,6 +185,13 @@ inline constexpr std::int16_t kNoMark = -1;
 void DrawMapSegment(double lat, double longitude, bool first, bool& visible, std::int16_t labelKind,
                     std::int16_t labelCode);
 
+/// The same for a great circle, whose samples lie at most 2 degrees apart. Where two samples in a
+/// row are outside a flat map's view but the arc between them may cross it, positions of the arc
+/// are drawn in between, down to half an arc-minute apart: a narrow view may fit between two
+/// samples. Returns true if any of this arc's positions is in view.
+bool DrawGreatCircleSegment(double lat, double longitude, bool first, bool& visible,
+                            std::int16_t labelKind, std::int16_t labelCode);
+
 /// Full-width views: draws from the last point out at one side of the map and in at the other, to
 /// (x, y). The pen must stand at the last point.
 void ForceNewLine(std::int16_t x, std::int16_t y, std::int16_t lastX, std::int16_t lastY,

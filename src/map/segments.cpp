@@ -71,6 +71,52 @@ bool SampleVisible(double lat, double longitude) {
     return latOK && longOK;
 }
 
+struct Position {
+    double lat = 0;        // degrees
+    double longitude = 0;  // degrees
+};
+
+// How often an arc of 2 degrees is halved: down to half an arc-minute.
+constexpr int kMostHalvings = 8;
+
+// No position of an arc of 2 degrees lies farther than this from the nearer of its ends.
+constexpr double kHalfArc = 1;
+
+// The middle of the shorter arc of the great circle between two positions.
+Position MiddleOf(const Position& a, const Position& b) {
+    const double cosineA = CosD(a.lat);
+    const double cosineB = CosD(b.lat);
+    const double x = cosineA * CosD(a.longitude) + cosineB * CosD(b.longitude);
+    const double y = cosineA * SinD(a.longitude) + cosineB * SinD(b.longitude);
+    const double z = SinD(a.lat) + SinD(b.lat);
+    return {RadToDeg(std::atan2(z, std::hypot(x, y))), RadToDeg(std::atan2(y, x))};
+}
+
+// A difference of longitudes, -540 to 540, as the shorter way: -180 to 180.
+double ShorterWay(double difference) {
+    if (difference > kFullCircle / 2) return difference - kFullCircle;
+    return difference < -kFullCircle / 2 ? difference + kFullCircle : difference;
+}
+
+// False only if no position of an arc lies in a flat map's view, its ends included. Along a great
+// circle the longitude goes one way, by less than half a turn on such an arc, while the latitude
+// may run past both ends by half of the arc, `room` degrees.
+bool MayCrossView(const Position& a, const Position& b, double room) {
+    constexpr double kMinute = 1 / 60.0;  // longitudes are compared in whole arc-minutes
+    const ViewExtent& view = mapView.extent;
+    if (view.spanLat < 180) {
+        const double south = view.southMin * kMinute - room;
+        const double north = view.northMin * kMinute + room;
+        if ((a.lat < south && b.lat < south) || (a.lat > north && b.lat > north)) return false;
+    }
+    if (view.spanLong >= kFullCircle) return true;
+    const double half = view.spanLong / 2.0;
+    const double centre = ShorterWay(view.westMin * kMinute + half);
+    const double along = ShorterWay(b.longitude - a.longitude);
+    const double off = ShorterWay(a.longitude + along / 2 - centre);
+    return std::abs(off) <= std::abs(along) / 2 + half + kMinute;
+}
+
 }  // namespace
 
 void ForceNewLine(std::int16_t x, std::int16_t y, std::int16_t lastX, std::int16_t lastY,
@@ -147,6 +193,45 @@ void DrawMapSegment(double lat, double longitude, bool first, bool& visible, std
     mapView.previousLong = longitude;
     mapView.lastX = x;
     mapView.lastY = y;
+}
+
+namespace {
+
+// Draws positions between two neighbours that are both out of view, until one is in view. Returns
+// true if there is one. The former end has been drawn, the latter follows.
+bool DrawBetween(const Position& a, const Position& b, int halvings, bool& visible,
+                 std::int16_t labelKind, std::int16_t labelCode) {
+    if (halvings == 0) return false;
+    const double room = std::ldexp(kHalfArc, halvings - kMostHalvings);
+    if (!MayCrossView(a, b, room)) return false;
+    const Position middle = MiddleOf(a, b);
+    if (SampleVisible(middle.lat, middle.longitude)) {
+        DrawMapSegment(middle.lat, middle.longitude, false, visible, labelKind, labelCode);
+        return true;
+    }
+    const bool before = DrawBetween(a, middle, halvings - 1, visible, labelKind, labelCode);
+    DrawMapSegment(middle.lat, middle.longitude, false, visible, labelKind, labelCode);
+    return DrawBetween(middle, b, halvings - 1, visible, labelKind, labelCode) || before;
+}
+
+}  // namespace
+
+bool DrawGreatCircleSegment(double lat, double longitude, bool first, bool& visible,
+                            std::int16_t labelKind, std::int16_t labelCode) {
+    bool crosses = false;
+    if (!first && !visible && IsFlat(mapView.extent.projection)) {
+        const Position last = {mapView.previousLat, mapView.previousLong};
+        const Position next = {lat, longitude};
+        if (!MayCrossView(last, next, kHalfArc)) {
+            mapView.previousLat = lat;
+            mapView.previousLong = longitude;
+            return false;
+        }
+        crosses = !SampleVisible(lat, longitude) &&
+                  DrawBetween(last, next, kMostHalvings, visible, labelKind, labelCode);
+    }
+    DrawMapSegment(lat, longitude, first, visible, labelKind, labelCode);
+    return crosses || visible;
 }
 
 }  // namespace orvantis
