@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 
 #include "raster/blend.h"
@@ -105,7 +106,28 @@ void DrawWhole(const Canvas& canvas, const LineWalk& walk, int half) {
     }
 }
 
-void DrawClipped(const Canvas& canvas, LineWalk walk, int half) {
+// Where one piece goes over into the next by a small turn, but the longer axis changes: the
+// diagonal through the point parts what the two of them draw, so that no pixel is left out and none
+// is inked twice.
+struct Cut {
+    bool is = false;
+    SurfacePoint at;
+    int x = 0;  // the way of both pieces, -1 or 1
+    int y = 0;
+
+    bool IsBehind(int px, int py) const { return (px - at.x) * x + (py - at.y) * y >= 0; }
+};
+
+struct Cuts {
+    Cut start;
+    Cut end;
+
+    bool Holds(int x, int y) const {
+        return (!start.is || start.IsBehind(x, y)) && !(end.is && end.IsBehind(x, y));
+    }
+};
+
+void DrawClipped(const Canvas& canvas, LineWalk walk, int half, const Cuts& cuts) {
     const SmoothShare shareOf(walk);
     for (int left = walk.count; left > 0; --left) {
         const Across across = AcrossStep(static_cast<int>(shareOf(walk.error)), half);
@@ -113,22 +135,45 @@ void DrawClipped(const Canvas& canvas, LineWalk walk, int half) {
             const int share = i == across.first  ? across.firstShare
                               : i == across.last ? across.lastShare
                                                  : kWhole;
-            BlendWithin(canvas, walk.x + i * walk.asideX, walk.y + i * walk.asideY, share);
+            const int x = walk.x + i * walk.asideX;
+            const int y = walk.y + i * walk.asideY;
+            if (cuts.Holds(x, y)) BlendWithin(canvas, x, y, share);
         }
         NextPixel(walk);
     }
 }
 
-void DrawPiece(const Canvas& canvas, SurfacePoint from, SurfacePoint to, int width) {
+// Pixels from the ends of a piece along its longer axis at which a cut still matters.
+constexpr int kCutReach = 2 * kReach;
+
+// Piece by whole lengths beyond its ends, so that it reaches past its cuts in the same pixels.
+struct Ends {
+    SurfacePoint from;
+    SurfacePoint to;
+};
+
+Ends PastCuts(const Ends& piece, bool start, bool end) {
+    const int dx = piece.to.x - piece.from.x;
+    const int dy = piece.to.y - piece.from.y;
+    const int times = kCutReach / std::max({std::abs(dx), std::abs(dy), 1}) + 1;
+    Ends ends = piece;
+    if (start) ends.from = {piece.from.x - times * dx, piece.from.y - times * dy};
+    if (end) ends.to = {piece.to.x + times * dx, piece.to.y + times * dy};
+    return ends;
+}
+
+void DrawPiece(const Canvas& canvas, const Ends& piece, int width, const Cuts& cuts) {
     const PixelBox& box = canvas.clip.box;
-    const LineWalk walk = WalkLine(from, to, Grown(box, kReach), LineRounding::Down);
+    const int half = HalfAcross(piece.from, piece.to, width);
+    const Ends ends = PastCuts(piece, cuts.start.is, cuts.end.is);
+    const LineWalk walk = WalkLine(ends.from, ends.to, Grown(box, kReach), LineRounding::Down);
     if (walk.count == 0) return;
-    const int half = HalfAcross(from, to, width);
     const PixelBox inner = Grown(box, -kReach);
-    if (canvas.clip.rows.empty() && Holds(inner, from) && Holds(inner, to)) {
+    const bool uncut = !cuts.start.is && !cuts.end.is;
+    if (uncut && canvas.clip.rows.empty() && Holds(inner, piece.from) && Holds(inner, piece.to)) {
         DrawWhole(canvas, walk, half);
     } else {
-        DrawClipped(canvas, walk, half);
+        DrawClipped(canvas, walk, half, cuts);
     }
 }
 
@@ -176,12 +221,43 @@ void DrawDisc(const Canvas& canvas, SurfacePoint centre, int width) {
 // rows between them and leave no gap.
 enum class Way { None, Left, Right, Up, Down };
 
-Way WayOf(SurfacePoint from, SurfacePoint to) {
-    const int dx = to.x - from.x;
-    const int dy = to.y - from.y;
+Way WayOf(const Ends& piece) {
+    const int dx = piece.to.x - piece.from.x;
+    const int dy = piece.to.y - piece.from.y;
     if (dx == 0 && dy == 0) return Way::None;
     if (std::abs(dy) > std::abs(dx)) return dy > 0 ? Way::Down : Way::Up;
     return dx > 0 ? Way::Right : Way::Left;
+}
+
+int SignOf(int value) {
+    return value > 0 ? 1 : value < 0 ? -1 : 0;
+}
+
+// The cut where a line goes over from one piece to the next; none where it keeps its axis, turns
+// about, or where a piece reaches so far that its continuation can't be walked.
+Cut CutBetween(const Ends& piece, const Ends& next) {
+    if (WayOf(piece) == WayOf(next)) return {};
+    const int x = SignOf(piece.to.x - piece.from.x);
+    const int y = SignOf(piece.to.y - piece.from.y);
+    const bool sameQuarter = x != 0 && y != 0 && x == SignOf(next.to.x - next.from.x) &&
+                             y == SignOf(next.to.y - next.from.y);
+    if (!sameQuarter) return {};
+    const Ends longPiece = PastCuts(piece, true, true);
+    const Ends longNext = PastCuts(next, true, true);
+    for (const SurfacePoint point : {longPiece.from, longPiece.to, longNext.from, longNext.to}) {
+        if (std::abs(point.x) > INT16_MAX || std::abs(point.y) > INT16_MAX) return {};
+    }
+    return {true, piece.to, x, y};
+}
+
+std::vector<Ends> PiecesOf(const std::vector<SurfacePoint>& points) {
+    std::vector<Ends> pieces;
+    pieces.reserve(points.size());
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        const Ends piece = {points[i - 1], points[i]};
+        if (WayOf(piece) != Way::None) pieces.push_back(piece);
+    }
+    return pieces;
 }
 
 }  // namespace
@@ -191,13 +267,14 @@ void DrawWideLine(Image& image, const Clip& clip, const std::vector<SurfacePoint
     if (points.empty() || clip.box.right <= clip.box.left || clip.box.bottom <= clip.box.top)
         return;
     const Canvas canvas{image, clip, ink};
-    Way last = Way::None;
-    for (std::size_t i = 1; i < points.size(); ++i) {
-        const Way way = WayOf(points[i - 1], points[i]);
-        if (way == Way::None) continue;
-        if (way != last) DrawDisc(canvas, points[i - 1], width);
-        DrawPiece(canvas, points[i - 1], points[i], width);
-        last = way;
+    const std::vector<Ends> pieces = PiecesOf(points);
+    Cuts cuts;
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        const bool turns = i == 0 || WayOf(pieces[i - 1]) != WayOf(pieces[i]);
+        if (turns && !cuts.start.is) DrawDisc(canvas, pieces[i].from, width);
+        cuts.end = i + 1 < pieces.size() ? CutBetween(pieces[i], pieces[i + 1]) : Cut{};
+        DrawPiece(canvas, pieces[i], width, cuts);
+        cuts.start = cuts.end;
     }
     DrawDisc(canvas, points.back(), width);
 }

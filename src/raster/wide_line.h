@@ -13,9 +13,9 @@ namespace orvantis {
 inline constexpr int kWidestSmoothLine = 3;
 
 /// Draws a solid line through the points, `width` pixels wide (2 to kWidestSmoothLine), round at
-/// its ends and where it turns about. Each pixel has the share of the ink by which the line covers
-/// it, measured across the line's longer axis: off by no more than an eighth along a straight
-/// piece. The clip lies within the image.
+/// its ends and where it turns about, without a gap where it turns steep or flat. Each pixel has
+/// the share of the ink by which the line covers it, measured across the line's longer axis: off by
+/// no more than an eighth along a straight piece. The clip lies within the image.
 void DrawWideLine(Image& image, const Clip& clip, const std::vector<SurfacePoint>& points,
                   int width, std::uint32_t ink);
 
