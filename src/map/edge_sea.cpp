@@ -113,6 +113,17 @@ void MarkSeed(SurfacePoint seed) {
     mapView.surface->SetPen({1, LineDash::Solid, plotState.outlineColour});
 }
 
+// True where a coast crosses another side within a pixel of a seed. The pixel in a corner belongs
+// to two sides, and a coast that crosses there may be drawn on either side of the crossing, whose
+// place is rounded otherwise than the line's: what lies there isn't sure to be of this side.
+bool AtCrossingOfAnotherSide(std::int16_t sideNumber, SurfacePoint seed) {
+    const auto& crossings = plotState.crossings;
+    return std::any_of(crossings.begin() + 1, crossings.end(), [&](const ClipCrossing& crossing) {
+        return crossing.side != sideNumber && std::abs(crossing.x - seed.x) <= 1 &&
+               std::abs(crossing.y - seed.y) <= 1;
+    });
+}
+
 // Floods from every pixel strictly between two positions that is neither coast nor sea yet: more
 // than one flood where coasts touch the edge between them.
 void FloodStretch(std::int16_t sideNumber, int from, int to) {
@@ -122,6 +133,7 @@ void FloodStretch(std::int16_t sideNumber, int from, int to) {
         const SurfacePoint seed = PointOfSide(sideNumber, position);
         const Colour pixel = mapView.surface->GetPixel(seed.x, seed.y);
         if (pixel == outline || pixel == sea) continue;
+        if (AtCrossingOfAnotherSide(sideNumber, seed)) continue;
         FloodAt(static_cast<std::int16_t>(seed.x), static_cast<std::int16_t>(seed.y), sea);
         if (options.fillPoints != kFalse) MarkSeed(seed);
     }

@@ -278,5 +278,21 @@ TEST_F(EdgeSeaTest, BorderIsWhiteOnBlackLand) {
     EXPECT_EQ(Floods(), Log{"FloodFill 26 40 16744512 16777215"});
 }
 
+// A coast whose crossing of the left side is reckoned one pixel below the row on which its line
+// leaves the map: the pixel in the corner is land, though the top is sea up to its next crossing.
+TEST_F(EdgeSeaTest, ACornerPixelAtAnotherSidesCrossingIsNoSeed) {
+    Cross(side::kLeft, kTop, kOut);
+    Cross(side::kLeft, kTop + 40, kIn);
+    Cross(side::kTop, 100, kIn);
+    Outline(kLeft, kTop - 1, kLeft + 1, kTop);
+    Outline(kLeft + 1, kTop, 100, kTop + 30);
+    Outline(100, kTop + 30, 100, kTop - 1);
+    Outline(kLeft, kTop + 40, kLeft + 40, kBottom);
+    Floods();
+    EXPECT_EQ(surface.GetPixel(kLeft, kTop), kLand);
+    EXPECT_EQ(surface.GetPixel(kLeft + 20, kTop), kSea);
+    EXPECT_EQ(surface.GetPixel(kLeft, kTop + 41), kSea);
+}
+
 }  // namespace
 }  // namespace orvantis
