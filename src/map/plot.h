@@ -58,10 +58,10 @@ extern PrintState printState;
 /// Draws the map on `picture`. `printing` nonzero draws a page: no fills, no images; mapView and
 /// the outline's colour are the screen's again afterwards. `redraw` nonzero draws the bare map from
 /// the database and keeps it in StoredImage, which is empty from its start until then; zero puts
-/// StoredImage down, or draws the map after all if there is none. The chart's lines follow in
-/// either case. A run-time failure shows a box with Retry, which runs the failed step again, and
-/// Cancel, after which the picture stays as it stands. A call while another one runs, from an event
-/// that a box or a refresh lets through, does nothing.
+/// StoredImage down, or draws the map after all if a full plot that was given up has left none. The
+/// chart's lines follow in either case. A run-time failure shows a box with Retry, which runs the
+/// failed step again, and Cancel, after which the picture stays as it stands. A call while another
+/// one runs, from an event that a box or a refresh lets through, does nothing.
 void PlotMap4(Flag printing, DrawingSurface& picture, Flag redraw);
 
 /// Draws all line classes that are shown.

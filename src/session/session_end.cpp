@@ -49,12 +49,15 @@ void KeepPointSelection() {
     if (path.size() > kShortName && !path.ends_with(kDefaultSelection)) SavePointSelection(path);
 }
 
-// The map and its picture for the next start, or none: those of an earlier run are gone first.
+// The map and its picture for the next start, or none: those of an earlier run are gone first. A
+// full plot that was given up has left no picture.
 void KeepStoredMap() {
     DeleteFile(StoredImagePath());
     DeleteFile(StoredMapPath());
     if (options.storeImages == 0) return;
-    if (saveStoredImage != nullptr) saveStoredImage(StoredImagePath(), session.StoredImage);
+    if (saveStoredImage != nullptr && session.StoredImage.width > 0) {
+        saveStoredImage(StoredImagePath(), session.StoredImage);
+    }
     SaveMap(StoredMapPath());
 }
 

@@ -323,6 +323,12 @@ TEST_F(PagePlotTest, QuickPassAndPageLeaveTheStoredImageAsItIs) {
     EXPECT_EQ(session.StoredImage.pixels, kept);
 }
 
+TEST_F(PagePlotTest, PageWithoutAStoredImageKeepsNone) {
+    PlotMap4(kTrue, surface, kFalse);
+    EXPECT_EQ(session.StoredImage.width, 0);
+    EXPECT_TRUE(session.StoredImage.pixels.empty());
+}
+
 // The older image is of another view, perhaps, or of this one before a change.
 TEST_F(PagePlotTest, QuickPassAfterAFullPlotThatWasGivenUpDrawsTheMapAnew) {
     for (const char* words : {"Rectangle", "SetPixel", "SelectFont QX Symbol 9", "Refresh"}) {

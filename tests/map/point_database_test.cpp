@@ -145,17 +145,19 @@ TEST_F(PointDatabaseTest, EmptyLevelOneMakesEmptyLevelsAndAnEmptyIndex) {
     }
 }
 
-TEST_F(PointDatabaseTest, MissingLevelTwoNeedsARebuild) {
+TEST_F(PointDatabaseTest, MissingLevelTwoBesideTheOthersMakesAllFourAnew) {
     AddThreeLines();
     MakeDatabase();
     EXPECT_FALSE(LevelsNeedRebuild());
     fs::remove(LevelPath(2));
     EXPECT_TRUE(LevelsNeedRebuild());
     const auto before = fs::last_write_time(LevelPath(5)) - seconds(10);
-    SetTime(LevelPath(5), before);
+    for (std::int16_t level = 3; level <= 5; ++level) SetTime(LevelPath(level), before);
     ASSERT_EQ(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
     EXPECT_NE(FileExists(LevelPath(2)), kFalse);
-    EXPECT_GT(fs::last_write_time(LevelPath(5)), before) << "all four are made anew";
+    for (std::int16_t level = 3; level <= 5; ++level) {
+        EXPECT_GT(fs::last_write_time(LevelPath(level)), before) << level;
+    }
 }
 
 TEST_F(PointDatabaseTest, LevelTwoOlderThanLevelOneNeedsARebuild) {
@@ -622,6 +624,30 @@ TEST(LineInViewTest, FlatViewsCompareExtentsStrictly) {
             row.seen)
             << row.what;
     }
+}
+
+TEST(LineInViewTest, ViewOverTheDateLineTakesALineOnEitherSideOfIt) {
+    ResetAll();
+    const auto seen = [](int longMin, int longMax) {
+        return LineInView(
+            {0, 60, static_cast<std::int16_t>(longMin), static_cast<std::int16_t>(longMax)}, -600,
+            600, 10200, -10200, projection::kCartesian);
+    };
+    EXPECT_TRUE(seen(10300, 10400)) << "to its west";
+    EXPECT_TRUE(seen(-10400, -10300)) << "to its east";
+    EXPECT_FALSE(seen(-10200, 10200)) << "touches both edges from outside";
+}
+
+TEST(LineInViewTest, ExtentsWhoseWestIsAboveTheirEastAreNotTreatedSpecially) {
+    ResetAll();
+    const auto seen = [](int west, int east) {
+        return LineInView({0, 60, 10500, -10500}, -600, 600, static_cast<std::int16_t>(west),
+                          static_cast<std::int16_t>(east), projection::kMercator);
+    };
+    EXPECT_FALSE(seen(10000, 10800)) << "an extent over the date line would be in view";
+    EXPECT_FALSE(seen(-10800, -10000));
+    EXPECT_FALSE(seen(10000, -10000)) << "nor does a view over it see one";
+    EXPECT_TRUE(seen(-10700, 10700)) << "each end within, as for any line";
 }
 
 TEST(LineInViewTest, GlobesLookAtTwoCornersAlone) {

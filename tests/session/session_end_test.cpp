@@ -288,6 +288,16 @@ TEST_F(SessionEnd, ThePairIsMadeWithoutAPictureThatCannotBeWritten) {
     EXPECT_TRUE(fs::exists(files.At("program", "mapview.ovm")));
 }
 
+TEST_F(SessionEnd, ThePairIsMadeWithoutAPictureThatAPlotGivenUpHasLeftEmpty) {
+    KeepPictures();
+    session.StoredImage.width = 0;
+    session.StoredImage.height = 0;
+    End();
+    EXPECT_EQ(savedImagePath, "");
+    EXPECT_FALSE(fs::exists(files.At("program", "mapimage.bmp")));
+    EXPECT_TRUE(fs::exists(files.At("program", "mapview.ovm")));
+}
+
 TEST_F(SessionEnd, TheIniFolderIsMadeIfItIsNotThere) {
     fs::remove_all(files.At("config", ""));
     End();
