@@ -25,7 +25,8 @@ bool IsPositionShown(double lat, double longitude);
 /// pole.
 bool IsMeridianShown(double longitude);
 
-/// Draws a great circle through positions; its marks in the frame have `kind`, and it is of a line type.
+/// Draws a great circle through positions; its marks in the frame have `kind`, and it is of a line
+/// type.
 void DrawSamples(const std::vector<LinePosition>& samples, std::int16_t kind, std::int16_t type);
 
 /// Puts a point's label on the map at a position in degrees.

@@ -12,7 +12,8 @@ namespace orvantis {
 /// that goes in and one that goes out at the same position may be a tip of land or of a bay, so
 /// nothing tells of which kind the rest of the side is. Where a side and its neighbours disagree on
 /// the kind of their common corners, the side is filled only if one neighbour at least agrees with
-/// it. No flood starts within a pixel of another side's crossing, as there may be in a corner. For flat views narrower than the world.
+/// it. No flood starts within a pixel of another side's crossing, as there may be in a corner. For
+/// flat views narrower than the world.
 void FillEdgeSea();
 
 /// True if no crossing is left on any side once those at one position have cancelled in pairs: then
