@@ -96,6 +96,28 @@ void ListingLinesOfType(benchmark::State& state) {
 }
 BENCHMARK(ListingLinesOfType)->DenseRange(1, 11)->Unit(benchmark::kMillisecond);
 
+// As many as a chart has without stars.
+class Without36Stars {
+  public:
+    Without36Stars() { Select(kFalse); }
+    ~Without36Stars() { Select(kTrue); }
+    Without36Stars(const Without36Stars&) = delete;
+    Without36Stars& operator=(const Without36Stars&) = delete;
+
+  private:
+    static void Select(Flag flag) {
+        for (std::size_t p = 37; p <= 72; ++p) pointSelection[p] = flag;
+    }
+};
+
+void ListingAllLinesOf36Points(benchmark::State& state) {
+    TheChart();
+    FullChart::ShowAllTypes();
+    const Without36Stars without;
+    for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(ListLines(1));
+}
+BENCHMARK(ListingAllLinesOf36Points)->Unit(benchmark::kMillisecond);
+
 // The yardstick.
 void CopyingTheStoredImageUnderLines(benchmark::State& state) {
     ImageSurface& surface = TheChart().Surface();
@@ -111,6 +133,14 @@ void QuickPassWithAllLinesOf72Points(benchmark::State& state) {
     for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, surface, kFalse);
 }
 BENCHMARK(QuickPassWithAllLinesOf72Points)->Unit(benchmark::kMillisecond);
+
+void QuickPassWithAllLinesOf36Points(benchmark::State& state) {
+    ImageSurface& surface = TheChart().Surface();
+    FullChart::ShowAllTypes();
+    const Without36Stars without;
+    for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, surface, kFalse);
+}
+BENCHMARK(QuickPassWithAllLinesOf36Points)->Unit(benchmark::kMillisecond);
 
 void QuickPassWithLinesOfType(benchmark::State& state) {
     ImageSurface& surface = TheChart().Surface();

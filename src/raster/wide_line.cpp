@@ -143,34 +143,82 @@ void DrawClipped(const Canvas& canvas, LineWalk walk, int half, const Cuts& cuts
     }
 }
 
-// Pixels from the ends of a piece along its longer axis at which a cut still matters.
-constexpr int kCutReach = 2 * kReach;
+// Pixels along its longer axis that a piece needs on either side of a cut: across, it covers up to
+// 1.5 * sqrt 2 of them, at which the diagonal is 1.5 farther on.
+constexpr int kCutReach = 3;
 
-// Piece by whole lengths beyond its ends, so that it reaches past its cuts in the same pixels.
 struct Ends {
     SurfacePoint from;
     SurfacePoint to;
 };
 
+int StepsOf(const Ends& piece) {
+    return std::max(std::abs(piece.to.x - piece.from.x), std::abs(piece.to.y - piece.from.y));
+}
+
+// How many of its own lengths a piece is drawn out by, so as to reach past its cuts in the same
+// pixels.
+int TimesPastCut(const Ends& piece) {
+    return (kCutReach - 1) / std::max(StepsOf(piece), 1) + 1;
+}
+
 Ends PastCuts(const Ends& piece, bool start, bool end) {
-    const int dx = piece.to.x - piece.from.x;
-    const int dy = piece.to.y - piece.from.y;
-    const int times = kCutReach / std::max({std::abs(dx), std::abs(dy), 1}) + 1;
+    const int times = TimesPastCut(piece);
+    const int dx = times * (piece.to.x - piece.from.x);
+    const int dy = times * (piece.to.y - piece.from.y);
     Ends ends = piece;
-    if (start) ends.from = {piece.from.x - times * dx, piece.from.y - times * dy};
-    if (end) ends.to = {piece.to.x + times * dx, piece.to.y + times * dy};
+    if (start) ends.from = {piece.from.x - dx, piece.from.y - dy};
+    if (end) ends.to = {piece.to.x + dx, piece.to.y + dy};
     return ends;
+}
+
+// The next pixels of a walk, up to `count`, which moves behind them.
+LineWalk TakePart(LineWalk& walk, int count) {
+    LineWalk part = walk;
+    part.count = std::clamp(count, 0, walk.count);
+    for (int left = part.count; left > 0; --left) NextPixel(walk);
+    walk.count -= part.count;
+    walk.skipped += part.count;
+    return part;
+}
+
+// The walk of a piece that is drawn out past its cuts, without what lies farther than kCutReach
+// beyond them.
+LineWalk WalkPastCuts(const Ends& piece, const Cuts& cuts, const PixelBox& box) {
+    const Ends ends = PastCuts(piece, cuts.start.is, cuts.end.is);
+    LineWalk walk = WalkLine(ends.from, ends.to, box, LineRounding::Down);
+    const int beyond = TimesPastCut(piece) * StepsOf(piece) - kCutReach;
+    const int last = walk.total - (cuts.end.is ? beyond : 0);
+    if (cuts.start.is) TakePart(walk, beyond - walk.skipped);
+    walk.count = std::clamp(last - walk.skipped, 0, walk.count);
+    return walk;
+}
+
+void DrawCutPiece(const Canvas& canvas, const Ends& piece, int half, const Cuts& cuts,
+                  bool allInside) {
+    LineWalk walk = WalkPastCuts(piece, cuts, Grown(canvas.clip.box, kReach));
+    constexpr int kAboutCut = 2 * kCutReach;
+    const int after = cuts.end.is ? kAboutCut : 0;
+    if (allInside && walk.count > 2 * kAboutCut) {
+        if (cuts.start.is) DrawClipped(canvas, TakePart(walk, kAboutCut), half, cuts);
+        DrawWhole(canvas, TakePart(walk, walk.count - after), half);
+    }
+    DrawClipped(canvas, walk, half, cuts);
 }
 
 void DrawPiece(const Canvas& canvas, const Ends& piece, int width, const Cuts& cuts) {
     const PixelBox& box = canvas.clip.box;
     const int half = HalfAcross(piece.from, piece.to, width);
-    const Ends ends = PastCuts(piece, cuts.start.is, cuts.end.is);
-    const LineWalk walk = WalkLine(ends.from, ends.to, Grown(box, kReach), LineRounding::Down);
-    if (walk.count == 0) return;
     const PixelBox inner = Grown(box, -kReach);
-    const bool uncut = !cuts.start.is && !cuts.end.is;
-    if (uncut && canvas.clip.rows.empty() && Holds(inner, piece.from) && Holds(inner, piece.to)) {
+    const bool allInside =
+        canvas.clip.rows.empty() && Holds(inner, piece.from) && Holds(inner, piece.to);
+    if (cuts.start.is || cuts.end.is) {
+        DrawCutPiece(canvas, piece, half, cuts, allInside);
+        return;
+    }
+    const LineWalk walk = WalkLine(piece.from, piece.to, Grown(box, kReach), LineRounding::Down);
+    if (walk.count == 0) return;
+    if (allInside) {
         DrawWhole(canvas, walk, half);
     } else {
         DrawClipped(canvas, walk, half, cuts);
