@@ -118,6 +118,35 @@ void ListingAllLinesOf36Points(benchmark::State& state) {
 }
 BENCHMARK(ListingAllLinesOf36Points)->Unit(benchmark::kMillisecond);
 
+// Charts one after the other, each of another day from 1801 to 2040: positions of all points, and
+// every line of ten. Charts a second is what counts.
+void CalculatingAndListingChartsOfTenPoints(benchmark::State& state) {
+    TheChart();
+    FullChart::ShowAllTypes();
+    pointSelection.fill(kFalse);
+    for (std::size_t p : {1, 3, 5, 6, 7, 8, 9, 10, 11, 12}) pointSelection[p] = kTrue;
+    const CalcChart kept = calcChart[1];
+    Format1Record record;
+    record.hour = 6;
+    record.latNorth = 1;
+    record.latDegrees = 52;
+    record.houseCode = 5;
+    record.ayanamsaCode = 1;
+    int round = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        record.year = static_cast<std::int16_t>(1801 + round * 37 / 365 % 240);
+        record.month = static_cast<std::uint8_t>(1 + round % 12);
+        record.day = static_cast<std::uint8_t>(1 + round % 28);
+        FileChartToCalcChart(record, 1, kFalse);
+        benchmark::DoNotOptimize(ListLines(1));
+        ++round;
+    }
+    state.SetItemsProcessed(state.iterations());
+    calcChart[1] = kept;
+    for (std::size_t p = 1; p <= 72; ++p) pointSelection[p] = kTrue;
+}
+BENCHMARK(CalculatingAndListingChartsOfTenPoints)->Unit(benchmark::kMicrosecond);
+
 // The yardstick.
 void CopyingTheStoredImageUnderLines(benchmark::State& state) {
     ImageSurface& surface = TheChart().Surface();
