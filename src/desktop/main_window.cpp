@@ -9,6 +9,7 @@
 
 #include "map/map_document.h"
 #include "map/plot.h"
+#include "session/commands.h"
 #include "session/driver.h"
 #include "session/ini_settings.h"
 #include "session/mouse_modes.h"
@@ -36,13 +37,14 @@ MainWindow::MainWindow() : map_(new MapWidget(this)), menus_(new Menus(*this)) {
     resized_.setSingleShot(true);
     resized_.setInterval(0);
     connect(&resized_, &QTimer::timeout, this, [this] { RedrawMap(); });
-    map_->onMouseState = [this] { RefreshMarks(); };
+    map_->onMouseState = [this] { RefreshMouse(); };
     ConnectMarks();
 }
 
 MainWindow::~MainWindow() {
     if (current != this) return;
     current = nullptr;
+    plotEnded = nullptr;
     refreshMenuMarks = nullptr;
     refreshMapMenus = nullptr;
     showRecentMaps = nullptr;
@@ -61,7 +63,11 @@ void MainWindow::LayOut() {
 
 void MainWindow::ConnectMarks() {
     current = this;
-    refreshMenuMarks = [] { current->RefreshMarks(); };
+    refreshMenuMarks = [] {
+        current->RefreshMarks();
+        current->RedrawIfDue();
+    };
+    plotEnded = [] { current->RedrawIfDue(); };
     refreshMapMenus = [](std::int16_t) { current->RefreshMarks(); };
     showRecentMaps = [](const RecentMenu&) { current->RefreshMarks(); };
 }
@@ -74,14 +80,14 @@ void MainWindow::RefreshMarks() {
 void MainWindow::changeEvent(QEvent* event) {
     if (event->type() == QEvent::WindowStateChange) {
         session.Minimised = isMinimized() ? kTrue : kFalse;
+        RedrawIfDue();
     }
     QMainWindow::changeEvent(event);
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     if (watched == map_ && event->type() == QEvent::Resize) {
-        if (plotting_) wanted_ = true;
-        if (!plotting_ && session.StartupDone != 0) resized_.start();
+        if (session.StartupDone != 0 || IsBusy()) AskForRedraw();
     }
     return QMainWindow::eventFilter(watched, event);
 }
@@ -108,7 +114,7 @@ void MainWindow::ShowInPlace() {
     maximised_ ? showMaximized() : show();
     // A screen of another scale needs a picture of other pixels.
     connect(windowHandle(), &QWindow::screenChanged, &resized_, [this] {
-        if (session.StartupDone != 0) resized_.start();
+        if (session.StartupDone != 0) AskForRedraw();
     });
     // The first plot is to be of the size that the desktop gives the window.
     QElapsedTimer time;
@@ -142,13 +148,24 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     event->setAccepted(canEnd && EndTheSession());
 }
 
+// A plot lets events run, as do the boxes and forms of a command; another picture under it would
+// ruin its work.
+bool MainWindow::IsBusy() const {
+    return plotting_ || plotState.inProgress || CommandRuns();
+}
+
+void MainWindow::AskForRedraw() {
+    wanted_ = true;
+    RedrawIfDue();
+}
+
+void MainWindow::RedrawIfDue() {
+    if (wanted_ && !IsBusy() && !isMinimized()) resized_.start();
+}
+
 void MainWindow::RedrawMap() {
-    // A plot may let events run; one that is asked for meanwhile follows it.
-    if (plotting_) {
-        wanted_ = true;
-        return;
-    }
-    if (isMinimized()) return;
+    wanted_ = IsBusy() || isMinimized();
+    if (wanted_) return;
     plotting_ = true;
     resized_.stop();
     map_->FitPicture();
@@ -157,8 +174,7 @@ void MainWindow::RedrawMap() {
     }
     map_->update();
     plotting_ = false;
-    if (wanted_) resized_.start();
-    wanted_ = false;
+    RedrawIfDue();
 }
 
 }  // namespace orvantis

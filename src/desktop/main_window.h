@@ -30,7 +30,8 @@ class MainWindow : public QMainWindow {
     /// The position text and the mouse mode alone.
     void RefreshMouse() { bar_->RefreshMouse(); }
 
-    /// Draws the map anew in the size of the moment.
+    /// Draws the map anew in the size of the moment. While a plot or a command runs, or the window
+    /// is minimised, the redraw waits until that is over.
     void RedrawMap();
 
     /// Where the window stands on the screen, in logical pixels.
@@ -68,13 +69,16 @@ class MainWindow : public QMainWindow {
   private:
     void LayOut();
     void ConnectMarks();
+    bool IsBusy() const;
+    void AskForRedraw();
+    void RedrawIfDue();
 
     MapWidget* map_;
     Menus* menus_;
     CommandBar* bar_;
     QTimer resized_;  // many changes of size in a row lead to one redraw
     bool plotting_ = false;
-    bool wanted_ = false;    // a redraw that was asked for during a plot follows it
+    bool wanted_ = false;    // a redraw that was asked for is still to be made
     bool maximised_ = true;  // how the window is to be shown
     bool ending_ = false;
     bool ended_ = false;

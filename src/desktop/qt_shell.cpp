@@ -1,5 +1,6 @@
 #include "desktop/qt_shell.h"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QColorDialog>
 #include <QCoreApplication>
@@ -110,8 +111,9 @@ QtShell::QtShell(MainWindow& window) : window_(window) {
     copies_.onRaise = [this] { window_.BringToFront(); };
 }
 
-// What boxes and dialogs stand before.
+// What boxes and dialogs stand before: a form that is up, or else the window.
 QWidget* QtShell::Front() const {
+    if (QWidget* form = QApplication::activeModalWidget()) return form;
     if (startScreen_ && startScreen_->isVisible()) return startScreen_.get();
     return window_.isVisible() ? &window_ : nullptr;
 }
@@ -129,11 +131,13 @@ std::optional<std::string> QtShell::ChooseFile(std::string_view title, std::stri
                                                bool forSaving) {
     if (EndWasAsked()) return std::nullopt;
     if (folder_.isEmpty()) folder_ = QFile::decodeName(NativePath(session.UserDataPath).c_str());
-    // Whether a file may be overwritten, or is added to, the program itself asks.
+    // Whether a file may be overwritten, or is added to, the program itself asks. Files of a kind
+    // may have names of other kinds: one to open can be any.
     const QString path =
         forSaving ? QFileDialog::getSaveFileName(Front(), Shown(title), folder_, Shown(filter),
                                                  nullptr, QFileDialog::DontConfirmOverwrite)
-                  : QFileDialog::getOpenFileName(Front(), Shown(title), folder_, Shown(filter));
+                  : QFileDialog::getOpenFileName(Front(), Shown(title), folder_,
+                                                 Shown(filter) + QStringLiteral(";;All files (*)"));
     if (path.isEmpty()) return std::nullopt;
     folder_ = QFileInfo(path).absolutePath();
     return ProgramPath(QFile::encodeName(path).toStdString());

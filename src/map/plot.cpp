@@ -26,6 +26,7 @@ void (*plotCities)() = nullptr;
 void (*plotMouseMarks)() = nullptr;
 std::string (*pageHeading)() = nullptr;
 std::string (*pageLines)() = nullptr;
+void (*plotEnded)() = nullptr;
 
 namespace {
 
@@ -272,6 +273,7 @@ void PlotMap4(Flag printing, DrawingSurface& picture, Flag redraw) {
     mapView.surface = nullptr;
     plotState.inProgress = false;
     SetPointer(Pointer::Default);
+    if (plotEnded != nullptr) plotEnded();
 }
 
 }  // namespace orvantis

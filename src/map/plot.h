@@ -98,5 +98,6 @@ extern void (*plotMouseMarks)();                 ///< rulers of the mouse modes
 extern std::string (*pageHeading)();             ///< of the chart, for a page; "" none
 extern std::string (*pageLines)();  ///< list of the chart's lines, as in the window's title; ""
                                     ///< none: nothing makes such a list yet
+extern void (*plotEnded)();         ///< a plot is over, whatever became of it
 
 }  // namespace orvantis

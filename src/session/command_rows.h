@@ -20,6 +20,9 @@ inline constexpr std::string_view kProgramTitle = "Orvantis";
 /// Tells the user something, in one line or two.
 void Tell(std::string_view first, std::string_view second = "");
 
+/// Tells that no line type of the parans is displayed, before a screen that can switch one on.
+void TellNoParanLines();
+
 /// True if a line type from `first` to `last` is displayed.
 bool AnyLineTypeOn(std::int16_t first, std::int16_t last);
 

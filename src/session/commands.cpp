@@ -37,6 +37,8 @@ namespace {
 
 constexpr std::string_view kClockChart = "Astro~Clock";
 
+int runningCommands = 0;  // a dialog may let another one through
+
 constexpr std::array<CommandButton, 6> kButtons = {{
     {"btnChart", "Chart", "&Chart", "&Select Chart..."},
     {"btnEclipse", "Eclipse", "&Eclipse", "&Select Eclipse..."},
@@ -87,13 +89,19 @@ void OpenMenu(std::string_view menu) {
 void RunCommand(const Command& command) {
     if (plotState.inProgress) return;
     if (command.isBuilt != nullptr && !command.isBuilt()) return;
+    ++runningCommands;
     CommandOutcome outcome = CommandOutcome::Done;
     if (command.run != nullptr) outcome = command.run(command.number);
     if (outcome == CommandOutcome::Done) {
         if (command.end == CommandEnd::Full && plotAnew != nullptr) plotAnew();
         if (command.end == CommandEnd::Lines && plotLinesAnew != nullptr) plotLinesAnew();
     }
+    --runningCommands;
     if (refreshMenuMarks != nullptr) refreshMenuMarks();
+}
+
+bool CommandRuns() {
+    return runningCommands > 0;
 }
 
 std::span<const CommandButton> CommandButtons() {
@@ -113,6 +121,13 @@ void Tell(std::string_view first, std::string_view second) {
     std::string text(first);
     if (!second.empty()) text.append(kCrLf).append(second);
     session.shell->MessageBox(text, kProgramTitle, BoxButtons::Ok, BoxIcon::Information);
+}
+
+void TellNoParanLines() {
+    Tell(
+        "There are no paran line types currently selected for display.",
+        "In order to see paran lines, you must first switch on at least one paran line type on the "
+        "next screen.");
 }
 
 bool AnyLineTypeOn(std::int16_t first, std::int16_t last) {

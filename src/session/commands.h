@@ -50,7 +50,8 @@ struct Command {
 /// All commands, menu by menu, in their order.
 std::span<const Command> Commands();
 
-/// The visible command of this caption in a menu; null without one. Families are told by `number`.
+/// The first command of this caption, as its row has it, in a menu and its submenus, hidden ones
+/// included; null without one. `number` above 0 is asked for as well, 0 stands for any.
 const Command* FindCommand(std::string_view menu, std::string_view caption,
                            std::int16_t number = 0);
 
@@ -72,6 +73,10 @@ void OpenMenu(std::string_view menu);
 /// Runs a command and ends it as its row says. One whose capability isn't there does nothing, and
 /// neither does any while a plot runs.
 void RunCommand(const Command& command);
+
+/// True from a command's first step to its end, while its dialogs are up too. The marks of the
+/// menus are brought in step (refreshMenuMarks) when it is over.
+bool CommandRuns();
 
 /// A button of the row above the map. Each is the same as a command.
 struct CommandButton {

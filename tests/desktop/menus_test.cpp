@@ -266,6 +266,22 @@ TEST_F(MenusTest, ButtonsWithPicturesFollowADarkTheme) {
     QCoreApplication::processEvents();
 }
 
+TEST_F(MenusTest, AMouseMoveBringsThePositionAloneInStepAndLeavesTheEntriesAlone) {
+    int changes = 0;
+    for (QAction* action : window.findChildren<QAction*>()) {
+        QObject::connect(action, &QAction::changed, [&changes] { ++changes; });
+    }
+    options.mapZodiac = 1;  // marks that a refresh of the menus would move
+    options.lineNumbers = kTrue;
+    mouseState.positionText = "50N00";
+    refreshOverlay();
+    EXPECT_EQ(changes, 0);
+    EXPECT_EQ(window.findChild<QLabel*>("txtPosition")->text(), "50N00");
+    QTest::mouseMove(window.MapArea(), QPoint(50, 50));
+    QTest::mouseMove(window.MapArea(), QPoint(60, 70));
+    EXPECT_EQ(changes, 0);
+}
+
 TEST_F(MenusTest, TheSessionKnowsWhetherTheWindowIsMinimised) {
     window.showMinimized();
     EXPECT_EQ(session.Minimised, -1);

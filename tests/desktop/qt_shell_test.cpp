@@ -1,14 +1,20 @@
 // The main window and its shell by themselves.
 #include "desktop/qt_shell.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QFileDialog>
 #include <QGuiApplication>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 #include "desktop/main_window.h"
 #include "map/plot.h"
+#include "session/commands.h"
+#include "session/display_dialogs.h"
 #include "session/session_state.h"
 #include "surface/null_shell.h"
 
@@ -96,6 +102,134 @@ TEST_F(QtShellTest, ACloseBeforeTheStartIsDoneOrDuringAPlotIsRefused) {
     plotState.inProgress = false;
     EXPECT_TRUE(window.isVisible());
     EXPECT_FALSE(window.HasEnded());
+}
+
+// ---- Redraws that have to wait ----
+
+class RedrawTest : public QtShellTest {
+  protected:
+    void SetUp() override {
+        QtShellTest::SetUp();
+        shell.PlaceMainWindow({0, 0, 0, 9000, 7500});
+        shell.ShowMainWindow();
+        session.StartupDone = kTrue;
+        LetEventsRun();
+        sizes.clear();
+        front = &shell;
+        drawn = &window;
+        stopForeignClock = [] { sizes.push_back(drawn->Picture().Size().width); };
+    }
+    void TearDown() override {
+        showMapOptionsForm = nullptr;
+        QtShellTest::TearDown();
+    }
+    // A question by a box of the desktop.
+    static void Ask() {
+        front->MessageBox("Keep them?", "Lines", BoxButtons::Ok, BoxIcon::Question);
+    }
+    // Makes the window wider as soon as a box is up, and closes the box after that.
+    void ResizeDuringTheNextBox(int width) {
+        QTimer::singleShot(0, qApp, [this, width] {
+            auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            const std::size_t before = sizes.size();
+            window.resize(width, window.height());
+            LetEventsRun();
+            EXPECT_EQ(sizes.size(), before) << "no redraw while the box is up";
+            box->accept();
+        });
+    }
+
+    static std::vector<int> sizes;  // width of the picture at the start of each plot
+    static QtShell* front;
+    static MainWindow* drawn;
+};
+
+std::vector<int> RedrawTest::sizes;
+QtShell* RedrawTest::front = nullptr;
+MainWindow* RedrawTest::drawn = nullptr;
+
+TEST_F(RedrawTest, AResizeWhileThePlotAsksLeadsToAFullPlotInTheNewSize) {
+    stopForeignClock = [] {
+        sizes.push_back(drawn->Picture().Size().width);
+        if (sizes.size() == 1) Ask();
+    };
+    ResizeDuringTheNextBox(720);
+    const int before = window.Picture().Size().width;
+    PlotMap4(kFalse, window.Picture(), kTrue);
+    EXPECT_EQ(sizes, std::vector<int>{before});
+    EXPECT_EQ(window.Picture().Size().width, before) << "the picture of the plot is left alone";
+    LetEventsRun();
+    EXPECT_EQ(sizes, (std::vector<int>{before, window.MapArea()->width()}));
+    EXPECT_EQ(window.MapArea()->width(), 720);
+    LetEventsRun();
+    EXPECT_EQ(sizes.size(), 2U) << "and no other";
+}
+
+TEST_F(RedrawTest, AResizeWhileACommandAsksIsDrawnWhenTheCommandEnds) {
+    showMapOptionsForm = [] {
+        Ask();
+        EXPECT_TRUE(CommandRuns());
+        return true;
+    };
+    ResizeDuringTheNextBox(740);
+    RunCommand(*FindCommand("&Map", "&Map Options..."));
+    EXPECT_FALSE(CommandRuns());
+    EXPECT_TRUE(sizes.empty());
+    LetEventsRun();
+    EXPECT_EQ(sizes, std::vector<int>{740});
+}
+
+TEST_F(RedrawTest, ARedrawDueWhileMinimisedIsMadeWhenTheWindowComesBack) {
+    window.showMinimized();
+    LetEventsRun();
+    window.RedrawMap();
+    window.resize(640, 420);
+    LetEventsRun();
+    EXPECT_TRUE(sizes.empty());
+    window.showNormal();
+    LetEventsRun();
+    ASSERT_EQ(sizes.size(), 1U);
+    EXPECT_EQ(sizes[0], window.MapArea()->width());
+}
+
+// ---- Boxes and dialogs ----
+
+TEST_F(QtShellTest, ABoxStandsBeforeTheFormThatIsUp) {
+    shell.ShowMainWindow();
+    LetEventsRun();
+    QDialog form(&window);
+    form.setModal(true);
+    form.show();
+    LetEventsRun();
+    const QWidget* parent = nullptr;
+    QTimer::singleShot(0, qApp, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        parent = box->parentWidget();
+        box->accept();
+    });
+    shell.MessageBox("Text", "Title", BoxButtons::Ok, BoxIcon::Information);
+    EXPECT_EQ(parent, &form);
+    form.close();
+}
+
+TEST_F(QtShellTest, AFileToOpenMayHaveAnyNameAndOneToSaveHasItsKinds) {
+    shell.ShowMainWindow();
+    session.UserDataPath = "\\";
+    for (const bool forSaving : {false, true}) {
+        QStringList filters;
+        QTimer::singleShot(0, qApp, [&] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            filters = dialog->nameFilters();
+            dialog->reject();
+        });
+        EXPECT_EQ(shell.ChooseFile("Title", "*.cht", forSaving), std::nullopt);
+        const QStringList wanted =
+            forSaving ? QStringList{"*.cht"} : QStringList{"*.cht", "All files (*)"};
+        EXPECT_EQ(filters, wanted) << filters.join('|').toStdString();
+    }
 }
 
 TEST_F(QtShellTest, AMaximisedWindowTakesNoHeedOfThePlace) {

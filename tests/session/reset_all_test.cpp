@@ -236,19 +236,20 @@ TEST(ResetAll, EveryConnectionPointIsEmptied) {
     const auto points = std::tie(
         plotAfterSettings, refreshMenuMarks, refreshMapMenus, addRecentMap, plotFull,
         stopForeignClock, plotChartLines, plotCountryNames, plotCities, plotMouseMarks, pageHeading,
-        pageLines, refreshCaption, plotEclipseLines, starLabel, refreshOverlay, identifyLine,
-        relocateChart, movePointer, closeMainWindow, enterNewChart, openSubsidiaryChart, viewChart,
-        relocateToPlace, openPrintDialog, editCities, editCountries, loadStarFile, selectEclipse,
-        openReport, openDumpForm, openHelp, useAcsAtlas, plotAnew, plotLinesAnew, plotQuick,
-        showRecentMaps, switchAstroClock, saveCurrentChart, saveStoredImage, loadStoredImage,
-        showLinesForm, showPrefsForm, showPointsForm, showPointColoursForm, showZodiacStartForm,
-        showPaletteForm, showMapOptionsForm, showSaveMapForm, showSaveSettingsForm);
+        pageLines, plotEnded, refreshCaption, plotEclipseLines, starLabel, refreshOverlay,
+        identifyLine, relocateChart, movePointer, closeMainWindow, enterNewChart,
+        openSubsidiaryChart, viewChart, relocateToPlace, openPrintDialog, editCities, editCountries,
+        loadStarFile, selectEclipse, openReport, openDumpForm, openHelp, useAcsAtlas, plotAnew,
+        plotLinesAnew, plotQuick, showRecentMaps, switchAstroClock, saveCurrentChart,
+        saveStoredImage, loadStoredImage, showLinesForm, showPrefsForm, showPointsForm,
+        showPointColoursForm, showZodiacStartForm, showPaletteForm, showMapOptionsForm,
+        showSaveMapForm, showSaveSettingsForm);
     const auto filled = [&] {
         return std::apply([](auto&... point) { return ((point != nullptr ? 1 : 0) + ...); },
                           points);
     };
     std::apply([](auto&... point) { (Dirty(point), ...); }, points);
-    EXPECT_EQ(filled(), 50);
+    EXPECT_EQ(filled(), 51);
     ResetAll();
     EXPECT_EQ(filled(), 0);
 }

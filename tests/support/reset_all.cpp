@@ -73,6 +73,7 @@ void ResetAll() {
     plotMouseMarks = nullptr;
     pageHeading = nullptr;
     pageLines = nullptr;
+    plotEnded = nullptr;
 
     currentChartFileType = chart_file::kFormat0;
     openChartLists = {};
