@@ -106,11 +106,9 @@ CommandOutcome ShowPoints(std::int16_t /*number*/) {
 
 CommandOutcome ShowParanPoint(std::int16_t /*number*/) {
     PointsForm form = OpenPoints(point_dialog::kParanPoint);
-    if (!showPointsForm(form)) return CommandOutcome::Cancelled;
+    showPointsForm(form);
     if (!AnyLineTypeOn(line_type::kParanRiseRise, line_type::kParanRiseCulm)) {
-        Tell("There are no paran line types currently selected for display.",
-             "In order to see paran lines, you must first switch on at least one paran line type "
-             "on the next screen.");
+        TellNoParanLines();
         ShowLinesDialog();
     }
     return CommandOutcome::Done;

@@ -1,14 +1,16 @@
 #include "session/display_dialogs.h"
 
 #include <algorithm>
-#include <charconv>
+#include <limits>
 
 #include "lines/chart_lines.h"
+#include "session/command_rows.h"
 #include "session/commands.h"
 #include "session/session_state.h"
 #include "session/tables.h"
 #include "surface/label.h"
 #include "text/coordinates.h"
+#include "text/number_text.h"
 #include "text/numbers.h"
 #include "text/strings.h"
 
@@ -28,7 +30,6 @@ namespace {
 constexpr std::int16_t kFirstStar = 37;
 constexpr std::int16_t kZodiacal = 2;
 constexpr std::int16_t kMoon = 1;
-constexpr std::string_view kProgramName = "Orvantis";
 
 std::size_t Index(std::int16_t number) {
     return static_cast<std::size_t>(number);
@@ -58,20 +59,9 @@ constexpr std::array<std::string_view, kLineBoxes + 1> kBoxCaptions = {"",
                                                                        "Zodiacal Signs"};
 constexpr std::array<std::string_view, 5> kZodiacalCaptions = {"", "MC", "IC", "Asc", "Dsc"};
 
-std::string ParanCaption() {
-    return "Parans of " + std::string(PointName(options.paranPoint));
-}
-
-// The shortest text that gives the number again.
-std::string LimitText(float limit) {
-    std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), limit).ptr;
-    return {digits.data(), end};
-}
-
-// Beyond a pole every limit does the same, so the pole stands for it.
 float Limit(std::string_view text) {
-    return static_cast<float>(std::clamp(NumericValue(text), -90.0, 90.0));
+    constexpr double kLargest = std::numeric_limits<float>::max();
+    return static_cast<float>(std::clamp(NumericValue(text), -kLargest, kLargest));
 }
 
 }  // namespace
@@ -82,8 +72,8 @@ LinesForm OpenLines() {
     for (std::int16_t type = 1; type <= kLineBoxes; ++type) {
         form.shown[Index(type)] = settings.lineStyle[Index(type)].displayed != 0;
     }
-    form.paranLimit = LimitText(options.paranLimit);
-    form.paranCaption = ParanCaption();
+    form.paranLimit = ShortNumberText(options.paranLimit);
+    form.paranCaption = "Parans of..";
     return form;
 }
 
@@ -94,9 +84,12 @@ std::string_view LineBoxCaption(std::int16_t type, std::int16_t lineMode) {
 }
 
 void ChooseParanPoint(LinesForm& form) {
+    if (!form.shown[line_type::kParanRiseRise] && !form.shown[line_type::kParanRiseCulm]) {
+        TellNoParanLines();
+    }
     PointsForm points = OpenPoints(point_dialog::kParanPoint);
     if (showPointsForm != nullptr) showPointsForm(points);
-    form.paranCaption = ParanCaption();
+    form.paranCaption = "Parans of " + std::string(PointName(options.paranPoint));
 }
 
 void AcceptLines(const LinesForm& form) {
@@ -219,18 +212,10 @@ std::vector<bool> ChosenNow(const PointsForm& form) {
     return chosen;
 }
 
-// False: more than one is chosen.
-bool TakeParanPoint(const PointsForm& form) {
-    const auto count = std::count(form.chosen.begin(), form.chosen.end(), true);
-    if (count > 1) {
-        session.shell->MessageBox("You must select only a single point to use as the paran point.",
-                                  kProgramName, BoxButtons::Ok, BoxIcon::Exclamation);
-        return false;
-    }
+void TakeParanPoint(const PointsForm& form) {
     for (std::size_t i = 0; i < form.points.size(); ++i) {
         if (form.chosen[i]) options.paranPoint = form.points[i];
     }
-    return true;
 }
 
 }  // namespace
@@ -257,9 +242,17 @@ void DefaultPoints(PointsForm& form) {
     pointSelection = kept;
 }
 
-bool AcceptPoints(const PointsForm& form) {
+bool CheckPoints(const PointsForm& form) {
+    if (form.mode != point_dialog::kParanPoint) return true;
+    if (std::count(form.chosen.begin(), form.chosen.end(), true) <= 1) return true;
+    session.shell->MessageBox("You must select only a single point to use as the paran point.",
+                              kProgramTitle, BoxButtons::Ok, BoxIcon::Exclamation);
+    return false;
+}
+
+void AcceptPoints(const PointsForm& form) {
     if (form.mode == point_dialog::kParanPoint) {
-        if (!TakeParanPoint(form)) return false;
+        TakeParanPoint(form);
     } else {
         for (std::size_t i = 0; i < form.points.size(); ++i) {
             pointSelection[Index(form.points[i])] = form.chosen[i] ? kTrue : kFalse;
@@ -268,14 +261,13 @@ bool AcceptPoints(const PointsForm& form) {
 
     if (session.ChartNumber >= 1) {
         DrawLinesAnew();
-        return true;
+        return;
     }
     std::string text = "No chart is currently being displayed.";
     text.append(kCrLf).append(
         "You must select a chart or create a new chart before the selected points can be "
         "displayed.");
     session.shell->MessageBox(text, "No Chart Selected", BoxButtons::Ok, BoxIcon::Exclamation);
-    return true;
 }
 
 // ---- "Select Planet Colors" ----
@@ -296,17 +288,13 @@ void ApplyPointColours(const PointColoursForm& form) {
     DrawLinesAnew();
 }
 
-void SavePointColours(const PointColoursForm& form) {
+void SavePointColours() {
     if (session.shell->MessageBox("Are you sure that you wish to save the current colors to file "
                                   "for use in future sessions?",
-                                  kProgramName, BoxButtons::OkCancel,
-                                  BoxIcon::Question) != BoxAnswer::Ok) {
-        return;
+                                  kProgramTitle, BoxButtons::OkCancel,
+                                  BoxIcon::Question) == BoxAnswer::Ok) {
+        SaveUserPointColours();
     }
-    const auto kept = pointColour;
-    pointColour = form.colours;
-    SaveUserPointColours();
-    pointColour = kept;
 }
 
 // ---- "User Input" ----

@@ -1,7 +1,10 @@
 // What the dialogs about the display do, without a window: lines, their styles, points, point
 // colours, and the start of the geodetic zodiac. A form fills a record, calls the routine of what
-// was left or pressed, its "OK" included, and shows the record again. Cancel drops the record and
-// changes nothing.
+// was left or pressed, and shows the record again. Cancel drops the record and changes nothing.
+//
+// "OK" goes in this order: what may be refused is asked while the form is up, which stays if it is;
+// then the form closes; then its Accept routine takes the record over and plots. So no plot has a
+// form of its own before it.
 #pragma once
 
 #include <array>
@@ -25,7 +28,8 @@ struct LinesForm {
     std::int16_t lineMode = 1;     ///< 1 "In Mundo", 2 "Zodiacal"
     std::array<bool, 12> shown{};  ///< boxes of line types 1 to 11; 0 stands unused
     std::string paranLimit;        ///< text of "&Limit of Lat", degrees
-    std::string paranCaption;      ///< of the button: "Parans of " and the point's name
+    std::string paranCaption;      ///< of the button: "Parans of..", and once the chooser has
+                                   ///< been there "Parans of " and the point's name
 };
 
 LinesForm OpenLines();
@@ -35,10 +39,12 @@ LinesForm OpenLines();
 std::string_view LineBoxCaption(std::int16_t type, std::int16_t lineMode);
 
 /// "&Parans of..": the points dialog in its single-choice mode over this one. What was chosen there
-/// holds at once; the button's caption follows it.
+/// holds at once; the button's caption then names the point. If the form has no paran line type on,
+/// the user is told first that he will see nothing of it.
 void ChooseParanPoint(LinesForm& form);
 
-/// "OK": takes the form over; with a chart on display its lines are drawn anew.
+/// After "OK": takes the form over; with a chart on display its lines are drawn anew. Any finite
+/// number is a limit; one that a float can't hold is the largest that it can.
 void AcceptLines(const LinesForm& form);
 
 // ---- "Lines & Symbols" ----
@@ -63,7 +69,7 @@ bool ChooseLandColour(PrefsForm& form);
 /// come out on the map, with a label. Lines of points are those of the Moon.
 void DrawLineSample(DrawingSurface& surface, const PrefsForm& form, std::int16_t type);
 
-/// "OK": takes the form over and plots in full.
+/// After "OK": takes the form over and plots in full.
 void AcceptPrefs(const PrefsForm& form);
 
 // ---- "Select Planets", "Select Paran Planet/Star", "Select Stars" ----
@@ -88,10 +94,13 @@ std::string_view PointsTitle(std::int16_t mode);
 /// until "OK"; so does the paran point, which is in no file.
 void DefaultPoints(PointsForm& form);
 
-/// "OK": takes the choice over and draws the lines anew; without a chart the user is told that
-/// there is none to draw. False: the form stays, the user has been told why. A paran point of which
-/// none is chosen stays the one it was.
-bool AcceptPoints(const PointsForm& form);
+/// "OK": false if the form stays, since more than one paran point is chosen; the user has been
+/// told.
+bool CheckPoints(const PointsForm& form);
+
+/// After "OK": takes a checked choice over and draws the lines anew; without a chart the user is
+/// told that there is none to draw. A paran point of which none is chosen stays the one it was.
+void AcceptPoints(const PointsForm& form);
 
 // ---- "Select Planet Colors" ----
 
@@ -108,9 +117,9 @@ bool ChoosePointColour(PointColoursForm& form);
 /// "&Apply": takes the colours over and draws the lines anew.
 void ApplyPointColours(const PointColoursForm& form);
 
-/// "&Save...": asks, and writes the form's colours to the user's own colour file. The session keeps
-/// the colours it has until "&Apply".
-void SavePointColours(const PointColoursForm& form);
+/// "&Save...": asks, and writes the session's colours to the user's own colour file: those of the
+/// form only once they have been applied.
+void SavePointColours();
 
 // ---- "User Input" ----
 
@@ -123,19 +132,20 @@ ZodiacStartForm OpenZodiacStart();
 /// On leaving the field: the text in normal form. False: it can't be read, the user has been told.
 bool LeaveZodiacStart(ZodiacStartForm& form);
 
-/// "OK". False: the form stays.
+/// "OK": stores the start. False: the form stays, and nothing has changed. The plot is the
+/// command's.
 bool AcceptZodiacStart(ZodiacStartForm& form);
 
 // ---- Colours ----
 
 /// "Color Palette - 256 Color Display".
 struct PaletteForm {
-    std::string title;            ///< what the colour is for
+    std::string title;            ///< what the colour is for: stands above the grid
     std::vector<Colour> entries;  ///< the display's palette
     std::int16_t chosen = 0;      ///< index of the chosen entry
 };
 
-/// The form's own caption, above its grid.
+/// Its title.
 inline constexpr std::string_view kPaletteCaption = "Color Palette - 256 Color Display";
 
 /// The 256 colours of such a display: the twenty fixed ones of the system, a cube of six levels of
@@ -147,8 +157,9 @@ std::vector<Colour> DisplayPalette();
 /// cancelled.
 std::optional<Colour> AskColour(std::string_view title, Colour colour);
 
-// ---- Connection points: the forms themselves, modal. Each calls the routines above, that of its
-// "OK" included. True: closed by "OK", or with something applied. ----
+// ---- Connection points: the forms themselves, modal. Each calls the routines above, the Accept
+// routine behind its "OK" included, and comes back when that is done. True: closed by "OK", or with
+// something applied. ----
 
 extern bool (*showLinesForm)(LinesForm& form);
 extern bool (*showPrefsForm)(PrefsForm& form);

@@ -1,7 +1,6 @@
 #include "session/map_dialogs.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include "map/map_menus.h"
 #include "map/projection.h"
@@ -98,12 +97,6 @@ std::string CityFileText(const MapDocument& map) {
 
 float GridInterval(std::string_view text) {
     return static_cast<float>(std::clamp(NumericValue(text), kLeastInterval, kMostInterval));
-}
-
-std::string GridIntervalText(float interval) {
-    std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), interval).ptr;
-    return {digits.data(), end};
 }
 
 bool AcceptMapOptions(const MapDocument& map) {

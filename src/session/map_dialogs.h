@@ -55,11 +55,8 @@ std::string CityFileText(const MapDocument& map);
 /// Grid interval (degrees) of a text, on leaving its field: 1 at the least and 90 at the most.
 float GridInterval(std::string_view text);
 
-/// The text of a grid interval.
-std::string GridIntervalText(float interval);
-
-/// "OK": if the copy differs from the current document it takes its place, its edges brought to a
-/// new projection, and the map is plotted in full. True if it did.
+/// After "OK", the form being closed: if the copy differs from the current document it takes its
+/// place, its edges brought to a new projection, and the map is plotted in full. True if it did.
 bool AcceptMapOptions(const MapDocument& map);
 
 }  // namespace orvantis

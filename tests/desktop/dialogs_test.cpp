@@ -1,5 +1,6 @@
 // The forms of the dialogs: what they show of their records, and what pressing and leaving does.
 // With ORVANTIS_PICTURES set to a folder, each form leaves its picture there.
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -15,8 +16,11 @@
 #include <QTableWidget>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
+#include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
+#include <map>
 
 #include "desktop/dialogs/forms.h"
 #include "map/map_document.h"
@@ -50,6 +54,10 @@ QStringList Captions(const QDialog& form) {
     }
     captions.sort();
     return captions;
+}
+
+QString FormName(std::string_view name) {
+    return QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
 }
 
 QStringList Sorted(QStringList captions) {
@@ -188,7 +196,7 @@ TEST_F(LinesFormTest, LinesFormShowsItsCaptionsAndItsRecord) {
                                             "Paran Lines",
                                             "Rise/Set to Rise/Set",
                                             "Rise/Set to Culm/Anti",
-                                            "&Parans of The Moon",
+                                            "&Parans of..",
                                             "&Limit of Lat",
                                             "Local Space Lines",
                                             "Planet Directions",
@@ -253,6 +261,7 @@ TEST_F(LinesFormTest, LinesFormIsWorkedByTheKeyboardAlone) {
         EXPECT_EQ(Find<QCheckBox>(dialog, "chkLine1")->text(), "MC");
         EXPECT_EQ(FocusAfterAlt(dialog, Qt::Key_L), "txtParan");
         QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("5"));
+        Find<QCheckBox>(dialog, "chkLine5")->setChecked(true);
         InForm(
             [&] {
                 PressKey(dialog, Qt::Key_P, "btnParan");
@@ -267,12 +276,87 @@ TEST_F(LinesFormTest, LinesFormIsWorkedByTheKeyboardAlone) {
                 EXPECT_FALSE(points.isVisible());
             });
         EXPECT_EQ(Find<QPushButton>(dialog, "btnParan")->text(), "&Parans of The Sun");
+        EXPECT_EQ(TestShell().boxes, Log());
         QTest::keyClick(Find<QLineEdit>(dialog, "txtParan"), Qt::Key_Return);
         EXPECT_FALSE(dialog.isVisible());
     }));
     EXPECT_EQ(options.paranPoint, 3);
     EXPECT_EQ(options.lineMode, 2);
     EXPECT_EQ(options.paranLimit, 5);
+}
+
+TEST_F(LinesFormTest, ParansOfWithNoParanLineTypeOnTellsAndTheFormStays) {
+    EXPECT_FALSE(InLines([this](QDialog& dialog) {
+        const auto chooser = [](QDialog& points) { QTest::keyClick(&points, Qt::Key_Escape); };
+        const auto press = [&] {
+            Press(dialog, "btnParan");
+            return true;
+        };
+        InForm(press, chooser);
+        EXPECT_EQ(TestShell().boxes,
+                  Log{"Orvantis: There are no paran line types currently selected for display. / "
+                      "In order to see paran lines, you must first switch on at least one paran "
+                      "line type on the next screen."});
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(Find<QPushButton>(dialog, "btnParan")->text(), "&Parans of The Moon");
+        Press(dialog, "chkLine6");
+        InForm(press, chooser);
+        EXPECT_EQ(TestShell().boxes.size(), 1U) << "its own box is on now";
+    }));
+    EXPECT_EQ(options.paranPoint, 1);
+}
+
+// ---- The order of "OK" ----
+
+class OrderTest : public FormTest {
+  protected:
+    void SetUp() override {
+        FormTest::SetUp();
+        states.clear();
+        plotLinesAnew = plotAnew = plotFull = [] {
+            QString visible;
+            for (const QWidget* window : QApplication::topLevelWidgets()) {
+                if (window->isVisible()) visible += window->windowTitle() + QLatin1Char(';');
+            }
+            if (QApplication::activeModalWidget() != nullptr) visible += QStringLiteral("modal");
+            states.push_back(visible.toStdString());
+        };
+    }
+    static Log states;  // the windows that were up at each plot
+};
+
+Log OrderTest::states;
+
+TEST_F(OrderTest, LinesFormIsClosedBeforeThePlot) {
+    LinesForm form = OpenLines();
+    EXPECT_TRUE(InForm([&] { return ShowLinesForm(form); },
+                       [](QDialog& dialog) { Press(dialog, "btnOK"); }));
+    EXPECT_EQ(states, Log{""});
+}
+
+TEST_F(OrderTest, PrefsFormIsClosedBeforeThePlot) {
+    PrefsForm form = OpenPrefs();
+    EXPECT_TRUE(InForm([&] { return ShowPrefsForm(form); },
+                       [](QDialog& dialog) { Press(dialog, "btnOK"); }));
+    EXPECT_EQ(states, Log{""});
+}
+
+TEST_F(OrderTest, PointsFormIsClosedBeforeThePlot) {
+    for (const std::int16_t mode : {point_dialog::kPoints, point_dialog::kParanPoint}) {
+        states.clear();
+        PointsForm form = OpenPoints(mode);
+        EXPECT_TRUE(InForm([&] { return ShowPointsForm(form); },
+                           [](QDialog& dialog) { Press(dialog, "btnOK"); }));
+        EXPECT_EQ(states, Log{""}) << mode;
+    }
+}
+
+TEST_F(OrderTest, MapOptionsFormIsClosedBeforeThePlot) {
+    EXPECT_TRUE(InForm(ShowMapOptionsForm, [](QDialog& dialog) {
+        Press(dialog, "chkGrid");
+        Press(dialog, "btnOK");
+    }));
+    EXPECT_EQ(states, Log{""});
 }
 
 // ---- "Lines & Symbols" ----
@@ -308,6 +392,17 @@ TEST_F(PrefsFormTest, PrefsFormShowsItsCaptionsAndTheFirstType) {
         types->setCurrentRow(6);
         EXPECT_EQ(Find<QComboBox>(dialog, "cmbThickness")->currentText(), "2");
         EXPECT_EQ(Find<QComboBox>(dialog, "cmbShape")->currentText(), "Rectangle");
+    });
+}
+
+TEST_F(PrefsFormTest, TypesAreNamedByTheLineMode) {
+    options.lineMode = 2;
+    InPrefs([](QDialog& dialog) {
+        auto* types = Find<QListWidget>(dialog, "lstLines");
+        QStringList names;
+        for (int i = 0; i < 5; ++i) names += types->item(i)->text();
+        EXPECT_EQ(names.mid(0, 4), QStringList({"MC", "IC", "Asc", "Dsc"}));
+        EXPECT_EQ(names[4], FormName(kLineTypeNames[5]));
     });
 }
 
@@ -388,6 +483,9 @@ TEST_F(PrefsFormTest, PrefsFormIsWorkedByTheKeyboardAlone) {
         EXPECT_EQ(FocusAfterAlt(dialog, Qt::Key_Z), "cmbFontSize");
         PressKey(dialog, Qt::Key_L, "optPlanetColor2");
         EXPECT_TRUE(Find<QRadioButton>(dialog, "optPlanetColor2")->isChecked());
+        PressKey(dialog, Qt::Key_P, "optPlanetColor1");
+        EXPECT_TRUE(Find<QRadioButton>(dialog, "optPlanetColor1")->isChecked());
+        PressKey(dialog, Qt::Key_L, "optPlanetColor2");
         PressKey(dialog, Qt::Key_C, "btnColors1");
         PressKey(dialog, Qt::Key_E, "btnColors2");
         PressKey(dialog, Qt::Key_A, "btnColors3");
@@ -445,6 +543,30 @@ TEST_F(PointsFormTest, ParanModeWithTwoEntriesStaysOpenUntilOneIsChosen) {
         EXPECT_FALSE(dialog.isVisible());
     }));
     EXPECT_EQ(options.paranPoint, 5);
+}
+
+TEST_F(PointsFormTest, CancelAndEscTakeNothingOver) {
+    pointSelection[1] = kTrue;
+    for (const std::int16_t mode : {point_dialog::kPoints, point_dialog::kParanPoint}) {
+        for (const bool byEsc : {false, true}) {
+            const auto before = pointSelection;
+            EXPECT_FALSE(InPoints(mode, [byEsc](QDialog& dialog) {
+                auto* list = Find<QListWidget>(dialog, "lstPoint");
+                list->clearSelection();
+                list->item(6)->setSelected(true);
+                if (byEsc) {
+                    QTest::keyClick(list, Qt::Key_Escape);
+                } else {
+                    Press(dialog, "btnCancel");
+                }
+                EXPECT_FALSE(dialog.isVisible());
+            }));
+            EXPECT_EQ(pointSelection, before) << mode << byEsc;
+            EXPECT_EQ(options.paranPoint, 1) << mode << byEsc;
+        }
+    }
+    EXPECT_EQ(linePlots, 0);
+    EXPECT_EQ(TestShell().boxes, Log());
 }
 
 TEST_F(PointsFormTest, DefaultFillsTheListAnew) {
@@ -507,9 +629,10 @@ class PointColoursFormTest : public FormTest {
 TEST_F(PointColoursFormTest, PointColoursFormShowsThePointsWithTheirColours) {
     InColours([](QDialog& dialog) {
         EXPECT_EQ(dialog.windowTitle(), "Select Planet Colors");
-        EXPECT_TRUE(Captions(dialog).join('|').contains("&Palette..."));
-        EXPECT_TRUE(Captions(dialog).join('|').contains("&Apply"));
-        EXPECT_TRUE(Captions(dialog).join('|').contains("&Save..."));
+        QStringList captions = Captions(dialog);
+        captions.removeAll(QString());  // the grid's own corner
+        EXPECT_EQ(captions, Sorted({"&Palette...", "&Apply", "&Save...", "&Cancel"}))
+            << captions.join('|').toStdString();
         auto* grid = Find<QTableWidget>(dialog, "picPlanets");
         ASSERT_EQ(grid->rowCount() * grid->columnCount(), 36);
         EXPECT_EQ(grid->item(0, 0)->text(), "The Moon");
@@ -537,6 +660,24 @@ TEST_F(PointColoursFormTest, ClickedPointGetsItsColourAndApplyDraws) {
     }));
 }
 
+TEST_F(PointColoursFormTest, ColourWithThePalettesMarkIsShownPlain) {
+    pointColour[1] = PaletteColour(0x0000FF);
+    InColours([](QDialog& dialog) {
+        EXPECT_EQ(Swatch(dialog, 0, 0).pixelColor(2, 2), QColor(255, 0, 0));
+        EXPECT_EQ(Swatch(dialog, 0, 0).pixelColor(2, 2).alpha(), 255);
+    });
+}
+
+TEST_F(PointColoursFormTest, GridWithoutACurrentCellKeepsThePoint) {
+    InColours([this](QDialog& dialog) {
+        auto* grid = Find<QTableWidget>(dialog, "picPlanets");
+        grid->setCurrentCell(2, 1);
+        EXPECT_EQ(form.point, 15);
+        grid->setCurrentItem(nullptr);
+        EXPECT_EQ(form.point, 15);
+    });
+}
+
 TEST_F(PointColoursFormTest, CancelWithoutApplyChangesNothing) {
     const auto before = pointColour;
     EXPECT_FALSE(InColours([](QDialog& dialog) {
@@ -558,11 +699,16 @@ TEST_F(PointColoursFormTest, PointColoursFormIsWorkedByTheKeyboardAlone) {
         PressKey(dialog, Qt::Key_P, "btnColor");
         EXPECT_EQ(TestShell().log.back().substr(0, 36), "ChooseColour|Select Color of Chiron|");
         PressKey(dialog, Qt::Key_S, "btnSave");
-        EXPECT_EQ(FileBytes(session.UserColourFile).size(), 144U);
+        ASSERT_EQ(FileBytes(session.UserColourFile).size(), 144U);
+        EXPECT_NE(FileBytes(session.UserColourFile)[48], 0xFE) << "what isn't applied isn't saved";
         EXPECT_EQ(linePlots, 0);
         Find<QTableWidget>(dialog, "picPlanets")->setFocus();
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         EXPECT_EQ(linePlots, 1) << "Enter applies";
+        PressKey(dialog, Qt::Key_A, "btnApply");
+        EXPECT_EQ(linePlots, 2);
+        PressKey(dialog, Qt::Key_S, "btnSave");
+        EXPECT_EQ(FileBytes(session.UserColourFile)[48], 0xFE);
         QTest::keyClick(&dialog, Qt::Key_Escape);
         EXPECT_FALSE(dialog.isVisible());
     }));
@@ -590,9 +736,8 @@ std::optional<Colour> PaletteFormTest::chosen;
 
 TEST_F(PaletteFormTest, PaletteFormGivesTheClickedEntryWithItsMark) {
     EXPECT_TRUE(InPalette([](QDialog& dialog) {
-        EXPECT_EQ(dialog.windowTitle(), "Select Sea Color");
-        EXPECT_EQ(Captions(dialog),
-                  Sorted({"Color Palette - 256 Color Display", "&Select", "&Cancel"}));
+        EXPECT_EQ(dialog.windowTitle(), "Color Palette - 256 Color Display");
+        EXPECT_EQ(Captions(dialog), Sorted({"Select Sea Color", "&Select", "&Cancel"}));
         auto* grid = Find<QWidget>(dialog, "picPalette");
         const QSize cell = grid->size() / 16;
         QTest::mouseClick(grid, Qt::LeftButton, {},
@@ -615,8 +760,52 @@ TEST_F(PaletteFormTest, PaletteFormIsWorkedByTheKeyboardAlone) {
     EXPECT_EQ(chosen, PaletteColour(0x00FFFF)) << "two beyond red";
 }
 
+TEST_F(PaletteFormTest, ArrowKeysStopAtTheEdgesOfTheList) {
+    PaletteForm form{"Select Sea Color", DisplayPalette(), 0};
+    InForm([&] { return ShowPaletteForm(form); },
+           [&form](QDialog&) {
+               QWidget* grid = QApplication::focusWidget();
+               const struct {
+                   Qt::Key key;
+                   std::int16_t from;
+                   std::int16_t to;
+               } rows[] = {{Qt::Key_Left, 0, 0},     {Qt::Key_Up, 15, 15},
+                           {Qt::Key_Left, 16, 15},   {Qt::Key_Right, 15, 16},
+                           {Qt::Key_Down, 3, 19},    {Qt::Key_Up, 19, 3},
+                           {Qt::Key_Down, 240, 240}, {Qt::Key_Right, 255, 255},
+                           {Qt::Key_Left, 255, 254}, {Qt::Key_Down, 239, 255}};
+               for (const auto& row : rows) {
+                   form.chosen = row.from;
+                   QTest::keyClick(grid, row.key);
+                   EXPECT_EQ(form.chosen, row.to) << row.key << " from " << row.from;
+               }
+           });
+}
+
+TEST_F(PaletteFormTest, LeftButtonAloneChooses) {
+    EXPECT_FALSE(InPalette([](QDialog& dialog) {
+        auto* grid = Find<QWidget>(dialog, "picPalette");
+        const QImage before = grid->grab().toImage();
+        QTest::mouseClick(grid, Qt::RightButton, {}, QPoint(50, 50));
+        EXPECT_EQ(grid->grab().toImage(), before);
+        QTest::mouseClick(grid, Qt::LeftButton, {}, QPoint(50, 50));
+        EXPECT_NE(grid->grab().toImage(), before);
+    }));
+}
+
+TEST_F(PaletteFormTest, GridShowsWhetherItHasTheFocus) {
+    InPalette([](QDialog& dialog) {
+        auto* grid = Find<QWidget>(dialog, "picPalette");
+        const QImage with = grid->grab().toImage();
+        Find<QPushButton>(dialog, "btnOK")->setFocus(Qt::TabFocusReason);
+        QCoreApplication::processEvents();
+        EXPECT_NE(grid->grab().toImage(), with);
+    });
+}
+
 TEST_F(PaletteFormTest, CancelledPaletteGivesNoColour) {
     EXPECT_FALSE(InPalette([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }));
+    EXPECT_FALSE(InPalette([](QDialog& dialog) { PressKey(dialog, Qt::Key_C, "btnCancel"); }));
 }
 
 // ---- "User Input" ----
@@ -761,6 +950,37 @@ TEST_F(MapOptionsFormTest, OkTakesGridDetailsAndProjection) {
     EXPECT_EQ(fullPlots, 1);
 }
 
+TEST_F(MapOptionsFormTest, IntervalIsClampedOnLeavingItsFieldEvenUntouchedAndNotByOkAlone) {
+    CurrentMap().gridLatStep = 0.25F;
+    CurrentMap().gridLongStep = 120;
+    EXPECT_TRUE(InOptions([](QDialog& dialog) { Press(dialog, "btnOK"); }));
+    EXPECT_EQ(CurrentMap().gridLatStep, 0.25F) << "nobody was there";
+    EXPECT_EQ(fullPlots, 0);
+    EXPECT_TRUE(InOptions([](QDialog& dialog) {
+        auto* latitude = Find<QLineEdit>(dialog, "txtInterval0");
+        auto* longitude = Find<QLineEdit>(dialog, "txtInterval1");
+        EXPECT_EQ(latitude->text(), "0.25");
+        latitude->setFocus();
+        QTest::keyClick(latitude, Qt::Key_Tab);
+        EXPECT_EQ(latitude->text(), "1");
+        EXPECT_EQ(longitude->text(), "120") << "that one hasn't been left";
+        Press(dialog, "btnOK");  // by the mouse, out of the other field
+    }));
+    EXPECT_EQ(CurrentMap().gridLatStep, 1);
+    EXPECT_EQ(CurrentMap().gridLongStep, 90);
+    EXPECT_EQ(fullPlots, 1);
+}
+
+TEST_F(MapOptionsFormTest, EnterInAFieldTakesWhatWasTyped) {
+    EXPECT_TRUE(InOptions([](QDialog& dialog) {
+        auto* latitude = Find<QLineEdit>(dialog, "txtInterval0");
+        Type(latitude, "500");
+        QTest::keyClick(latitude, Qt::Key_Return);
+        EXPECT_FALSE(dialog.isVisible());
+    }));
+    EXPECT_EQ(CurrentMap().gridLatStep, 90);
+}
+
 TEST_F(MapOptionsFormTest, OkWithNothingChangedDrawsNothing) {
     EXPECT_TRUE(InOptions([](QDialog& dialog) { Press(dialog, "btnOK"); }));
     EXPECT_EQ(fullPlots, 0);
@@ -799,7 +1019,7 @@ TEST_F(MapOptionsFormTest, MapOptionsFormIsWorkedByTheKeyboardAlone) {
         EXPECT_TRUE(Find<QCheckBox>(dialog, "chkGrid")->isChecked());
         PressKey(dialog, Qt::Key_F, "btnCityFile");
         EXPECT_EQ(TestShell().log, Log{"ChooseFile|Select Cities File to Open|*.ovc|open"});
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        PressKey(dialog, Qt::Key_C, "btnCancel");
         EXPECT_FALSE(dialog.isVisible());
     }));
     EXPECT_EQ(CurrentMap().projection, 0);
@@ -869,90 +1089,232 @@ TEST_F(SaveMapFormTest, SaveMapFormIsWorkedByTheKeyboardAlone) {
     EXPECT_EQ(FileBytes(folder.File("keys.ovm")).size(), 140U);
 }
 
-// ---- Themes ----
+TEST_F(SaveMapFormTest, CancelByItsKeySavesNothing) {
+    EXPECT_FALSE(InSave([](QDialog& dialog) {
+        Type(Find<QLineEdit>(dialog, "txtName"), "keys");
+        PressKey(dialog, Qt::Key_C, "btnCancel");
+        EXPECT_FALSE(dialog.isVisible());
+    }));
+    EXPECT_TRUE(FileBytes(folder.File("keys.ovm")).empty());
+}
 
-// The forms draw in the desktop's colours: on a dark one nothing of them stays light.
-class ThemeTest : public FormTest {
+// ---- "Save Settings As" ----
+
+class SaveSettingsFormTest : public FormTest {
   protected:
     void SetUp() override {
         FormTest::SetUp();
+        session.SettingsName = "old";
+        settings.description = "Old colours";
+    }
+    bool InSave(const Steps& steps) { return InForm(ShowSaveSettingsForm, steps); }
+};
+
+TEST_F(SaveSettingsFormTest, SaveSettingsFormShowsItsCaptionsAndItsRecord) {
+    EXPECT_FALSE(InSave([](QDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "Save Settings As");
+        EXPECT_EQ(Captions(dialog),
+                  Sorted({"File &Name", "&Description", "&Folder", "&Browse...", "OK", "&Cancel"}));
+        EXPECT_EQ(Find<QLineEdit>(dialog, "txtName")->text(), "old");
+        EXPECT_EQ(Find<QLineEdit>(dialog, "txtDescription")->text(), "Old colours");
+        EXPECT_EQ(TabStops(dialog), QStringList({"txtName", "txtDescription", "txtFolder",
+                                                 "btnFolder", "btnOK", "btnCancel"}));
+        EXPECT_EQ(FocusAfterAlt(dialog, Qt::Key_F), "txtFolder");
+        EXPECT_EQ(FocusAfterAlt(dialog, Qt::Key_D), "txtDescription");
+        EXPECT_EQ(FocusAfterAlt(dialog, Qt::Key_N), "txtName");
+        PressKey(dialog, Qt::Key_C, "btnCancel");
+        EXPECT_FALSE(dialog.isVisible());
+    }));
+}
+
+TEST_F(SaveSettingsFormTest, EnterSavesUnderTheNameAndABadNameKeepsTheFormOpen) {
+    EXPECT_TRUE(InSave([](QDialog& dialog) {
+        auto* name = Find<QLineEdit>(dialog, "txtName");
+        Type(name, "much too long");
+        QTest::keyClick(name, Qt::Key_Return);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(TestShell().boxes, Log{"File Error: File name is not valid. Please enter a name "
+                                         "with up to 8 characters with no extension."});
+        EXPECT_EQ(QApplication::focusWidget(), name);
+        Type(Find<QLineEdit>(dialog, "txtDescription"), "Mine");
+        Type(name, "mine");
+        QTest::keyClick(name, Qt::Key_Return);
+        EXPECT_FALSE(dialog.isVisible());
+    }));
+    EXPECT_EQ(FileBytes(folder.File("mine.ovs")).size(), 340U);
+    EXPECT_EQ(settings.description, "Mine");
+}
+
+TEST_F(SaveSettingsFormTest, EscSavesNothing) {
+    EXPECT_FALSE(InSave([](QDialog& dialog) {
+        auto* name = Find<QLineEdit>(dialog, "txtName");
+        Type(name, "mine");
+        QTest::keyClick(name, Qt::Key_Escape);
+        EXPECT_FALSE(dialog.isVisible());
+    }));
+    EXPECT_TRUE(FileBytes(folder.File("mine.ovs")).empty());
+    EXPECT_EQ(settings.description, "Old colours");
+}
+
+// ---- Themes ----
+
+// WCAG 2.1: relative luminance of a colour, and the contrast of two, 1 to 21.
+double Luminance(const QColor& colour) {
+    const auto part = [](double value) {
+        return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) +
+           0.0722 * part(colour.blueF());
+}
+
+double Contrast(const QColor& a, const QColor& b) {
+    const double light = std::max(Luminance(a), Luminance(b));
+    const double dark = std::min(Luminance(a), Luminance(b));
+    return (light + 0.05) / (dark + 0.05);
+}
+
+// The contrast of what is written in a part of a form: between its commonest colour, the ground,
+// and the one that stands out most from it.
+double ContrastSeen(const QImage& picture, const QRect& part) {
+    std::map<QRgb, int> counts;
+    const QRect seen = part.intersected(picture.rect());
+    for (int y = seen.top(); y <= seen.bottom(); ++y) {
+        for (int x = seen.left(); x <= seen.right(); ++x) ++counts[picture.pixel(x, y)];
+    }
+    if (counts.empty()) return 0;
+    const auto ground =
+        std::max_element(counts.begin(), counts.end(),
+                         [](const auto& a, const auto& b) { return a.second < b.second; });
+    double most = 1;
+    for (const auto& [colour, count] : counts) {
+        most = std::max(most, Contrast(QColor(colour), QColor(ground->first)));
+    }
+    return most;
+}
+
+// The forms draw in the desktop's colours: what is written in them can be read in a light theme and
+// in a dark one. 4.5 is the contrast that readable text needs (WCAG 2.1, 1.4.3).
+class ThemeTest : public FormTest, public ::testing::WithParamInterface<bool> {
+  protected:
+    static constexpr double kReadable = 4.5;
+    QPalette before;
+
+    void SetUp() override {
+        FormTest::SetUp();
         before = QApplication::palette();
-        QPalette dark(QColor(0x3C, 0x3C, 0x40), QColor(0x2A, 0x2A, 0x2E));
-        dark.setColor(QPalette::Base, QColor(0x18, 0x18, 0x1B));
-        dark.setColor(QPalette::Highlight, QColor(0x30, 0x60, 0xB0));
-        dark.setColor(QPalette::HighlightedText, Qt::white);
-        QApplication::setPalette(dark);
+        QPalette theme(QColor(0xE8, 0xE8, 0xEA), QColor(0xF2, 0xF2, 0xF4));
+        theme.setColor(QPalette::Base, Qt::white);
+        if (GetParam()) {
+            theme = QPalette(QColor(0x3C, 0x3C, 0x40), QColor(0x2A, 0x2A, 0x2E));
+            theme.setColor(QPalette::Base, QColor(0x18, 0x18, 0x1B));
+        }
+        theme.setColor(QPalette::Highlight, QColor(0x30, 0x60, 0xB0));
+        theme.setColor(QPalette::HighlightedText, Qt::white);
+        QApplication::setPalette(theme);
+        pointSelection[2] = kTrue;
     }
     void TearDown() override {
         QApplication::setPalette(before);
         FormTest::TearDown();
     }
 
-    // Share of a form's pixels that are light; samples of the map's own colours aside.
-    static double LightShare(QDialog& dialog) {
-        const QImage picture = dialog.grab().toImage();
-        const QWidget* sample = dialog.findChild<QWidget*>(QStringLiteral("Picture1"));
-        const QRect aside =
-            sample != nullptr ? QRect(sample->mapTo(&dialog, QPoint()), sample->size()) : QRect();
-        int light = 0;
-        for (int y = 0; y < picture.height(); ++y) {
-            for (int x = 0; x < picture.width(); ++x) {
-                if (aside.contains(x, y)) continue;
-                if (qGray(picture.pixel(x, y)) > 0xA0) ++light;
-            }
-        }
-        return static_cast<double>(light) / (picture.width() * picture.height());
+    static QRect PartOf(const QDialog& dialog, const QWidget* child) {
+        return {child->mapTo(&dialog, QPoint()), child->size()};
     }
 
-    QPalette before;
+    // Of a list's entry, its text alone: the pictures of points are in colours of their own.
+    static QRect TextOf(const QDialog& dialog, const QAbstractItemView& view,
+                        const QModelIndex& index) {
+        QRect part = view.visualRect(index).intersected(view.viewport()->rect());
+        if (!index.data(Qt::DecorationRole).isNull()) {
+            part.adjust(view.iconSize().width() + 4, 0, 0, 0);
+        }
+        return part.translated(view.viewport()->mapTo(&dialog, QPoint()));
+    }
+
+    static void CheckEntries(const QDialog& dialog, const QImage& picture,
+                             const QAbstractItemView& view) {
+        const QAbstractItemModel& model = *view.model();
+        for (int row = 0; row < model.rowCount(); ++row) {
+            for (int column = 0; column < model.columnCount(); ++column) {
+                const QModelIndex index = model.index(row, column);
+                const QRect part = TextOf(dialog, view, index);
+                if (part.height() < 10 || index.data().toString().isEmpty()) continue;
+                EXPECT_GE(ContrastSeen(picture, part), kReadable)
+                    << index.data().toString().toStdString()
+                    << (view.selectionModel()->isSelected(index) ? ", selected" : "");
+            }
+        }
+    }
+
+    // Every text of a form against its ground, and the form's ground against the theme's.
+    static void CheckReadable(QDialog& dialog) {
+        const QImage picture = dialog.grab().toImage();
+        EXPECT_EQ(picture.pixelColor(1, 1), QApplication::palette().color(QPalette::Window));
+        int texts = 0;
+        for (const QWidget* child : dialog.findChildren<QWidget*>()) {
+            if (!child->isVisible()) continue;
+            const auto* button = dynamic_cast<const QAbstractButton*>(child);
+            const auto* label = dynamic_cast<const QLabel*>(child);
+            const auto* field = dynamic_cast<const QLineEdit*>(child);
+            const auto* box = dynamic_cast<const QComboBox*>(child);
+            QString text;
+            if (button != nullptr) text = button->text();
+            if (label != nullptr) text = label->text();
+            if (field != nullptr) text = field->text();
+            if (box != nullptr) text = box->currentText();
+            if (const auto* view = dynamic_cast<const QAbstractItemView*>(child)) {
+                CheckEntries(dialog, picture, *view);
+            }
+            if (text.isEmpty()) continue;
+            ++texts;
+            EXPECT_GE(ContrastSeen(picture, PartOf(dialog, child)), kReadable)
+                << text.toStdString();
+        }
+        EXPECT_GE(texts, 2);
+    }
 };
 
-TEST_F(ThemeTest, DarkLinesForm) {
+TEST_P(ThemeTest, LinesFormIsReadable) {
     LinesForm form = OpenLines();
-    InForm([&] { return ShowLinesForm(form); },
-           [](QDialog& dialog) { EXPECT_LT(LightShare(dialog), 0.1); });
+    InForm([&] { return ShowLinesForm(form); }, CheckReadable);
 }
 
-TEST_F(ThemeTest, DarkPrefsForm) {
+TEST_P(ThemeTest, PrefsFormIsReadable) {
     PrefsForm form = OpenPrefs();
-    InForm([&] { return ShowPrefsForm(form); },
-           [](QDialog& dialog) { EXPECT_LT(LightShare(dialog), 0.1); });
+    InForm([&] { return ShowPrefsForm(form); }, CheckReadable);
 }
 
-TEST_F(ThemeTest, DarkPointsForm) {
-    pointColour.fill(0x800000);
-    pointSelection[2] = kTrue;
+TEST_P(ThemeTest, PointsFormIsReadable) {
     PointsForm form = OpenPoints(point_dialog::kPoints);
-    InForm([&] { return ShowPointsForm(form); },
-           [](QDialog& dialog) { EXPECT_LT(LightShare(dialog), 0.1); });
+    InForm([&] { return ShowPointsForm(form); }, CheckReadable);
 }
 
-TEST_F(ThemeTest, DarkPointColoursForm) {
-    pointColour.fill(0x800000);
+TEST_P(ThemeTest, PointColoursFormIsReadable) {
     PointColoursForm form = OpenPointColours();
-    InForm([&] { return ShowPointColoursForm(form); },
-           [](QDialog& dialog) { EXPECT_LT(LightShare(dialog), 0.1); });
+    InForm([&] { return ShowPointColoursForm(form); }, CheckReadable);
 }
 
-TEST_F(ThemeTest, DarkZodiacStartForm) {
+TEST_P(ThemeTest, ZodiacStartFormIsReadable) {
     ZodiacStartForm form = OpenZodiacStart();
-    InForm([&] { return ShowZodiacStartForm(form); },
-           [](QDialog& dialog) { EXPECT_LT(LightShare(dialog), 0.1); });
+    InForm([&] { return ShowZodiacStartForm(form); }, CheckReadable);
 }
 
-TEST_F(ThemeTest, DarkPaletteForm) {
-    PaletteForm form{"Select Sea Color", std::vector<Colour>(256, 0x400000), 3};
-    InForm([&] { return ShowPaletteForm(form); },
-           [](QDialog& dialog) { EXPECT_LT(LightShare(dialog), 0.1); });
+TEST_P(ThemeTest, PaletteFormIsReadable) {
+    PaletteForm form{"Select Sea Color", DisplayPalette(), 3};
+    InForm([&] { return ShowPaletteForm(form); }, CheckReadable);
 }
 
-TEST_F(ThemeTest, DarkMapOptionsForm) {
-    InForm(ShowMapOptionsForm, [](QDialog& dialog) { EXPECT_LT(LightShare(dialog), 0.1); });
+TEST_P(ThemeTest, MapOptionsFormIsReadable) {
+    InForm(ShowMapOptionsForm, CheckReadable);
 }
 
-TEST_F(ThemeTest, DarkSaveMapForm) {
-    InForm(ShowSaveMapForm, [](QDialog& dialog) { EXPECT_LT(LightShare(dialog), 0.1); });
+TEST_P(ThemeTest, SaveMapFormIsReadable) {
+    InForm(ShowSaveMapForm, CheckReadable);
 }
+
+INSTANTIATE_TEST_SUITE_P(Desktop, ThemeTest, ::testing::Bool(),
+                         [](const auto& theme) { return theme.param ? "Dark" : "Light"; });
 
 }  // namespace
 }  // namespace orvantis

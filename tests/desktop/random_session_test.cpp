@@ -48,7 +48,9 @@ bool FillLines(LinesForm& form) {
 
 bool FillPoints(PointsForm& form) {
     for (std::size_t i = 0; i < form.chosen.size(); ++i) form.chosen[i] = UpTo(3) == 0;
-    return UpTo(1) == 0 && AcceptPoints(form);
+    if (UpTo(1) == 0 || !CheckPoints(form)) return false;
+    AcceptPoints(form);
+    return true;
 }
 
 bool FillPrefs(PrefsForm& form) {

@@ -28,7 +28,8 @@ class ChartCommands : public CommandTest {
         };
         showPointsForm = [](PointsForm& form) {
             calls.push_back("points form " + std::to_string(form.mode));
-            return AcceptPoints(form);
+            AcceptPoints(form);
+            return true;
         };
     }
     static std::string RunChart(std::string_view caption, std::int16_t number = 0) {
@@ -212,12 +213,17 @@ TEST_F(ChartCommands, ParanPointWithoutAParanLineTypeLeadsToTheLinesDialogAndEnd
     }
 }
 
-TEST_F(ChartCommands, ParanPointCancelledEndsInNone) {
+TEST_F(ChartCommands, ParanPointGoesOnWhenThePointsDialogIsCancelled) {
     ConnectDialogs();
-    showPointsForm = [](PointsForm&) { return false; };
+    showPointsForm = [](PointsForm& form) {
+        calls.push_back("points form " + std::to_string(form.mode));
+        return false;
+    };
     ShowLineTypes({});
-    EXPECT_EQ(RunChart("P&aran Point..."), "none");
-    EXPECT_TRUE(Log().empty() && calls.empty());
+    EXPECT_EQ(RunChart("P&aran Point..."), "lines");
+    EXPECT_EQ(calls, (Words{"points form 1", "lines form"}));
+    EXPECT_EQ(Log().size(), 1U);
+    EXPECT_EQ(options.paranPoint, 1);
 }
 
 TEST_F(ChartCommands, PointColoursOpensItsDialog) {

@@ -60,7 +60,7 @@ TEST_F(LinesDialogTest, OpensWithModeBoxesLimitAndParanPoint) {
     const LinesForm form = OpenLines();
     EXPECT_EQ(form.lineMode, 2);
     EXPECT_EQ(form.paranLimit, "66.5");
-    EXPECT_EQ(form.paranCaption, "Parans of Pluto");
+    EXPECT_EQ(form.paranCaption, "Parans of..");
     for (std::size_t type = 1; type <= 11; ++type) EXPECT_EQ(form.shown[type], type <= 4) << type;
 }
 
@@ -128,30 +128,27 @@ TEST_F(LinesDialogTest, OkWithNoChartClosesWithoutAPlot) {
     EXPECT_EQ(Calls(), Log());
 }
 
-TEST_F(LinesDialogTest, LimitThatIsNoNumberIsZeroAndOneBeyondThePolesIsThePole) {
+TEST_F(LinesDialogTest, LimitIsAnyFiniteNumberAndATextThatIsNoneIsZero) {
+    constexpr float kLargest = std::numeric_limits<float>::max();
     struct Row {
         const char* text;
         float limit;
     };
-    const Row rows[] = {{"60", 60},   {"", 0},         {"abc", 0}, {"-5", -5},       {"91", 90},
-                        {"1e99", 90}, {"-1e999", -90}, {"nan", 0}, {"66.55", 66.55F}};
+    const Row rows[] = {{"60", 60},
+                        {"", 0},
+                        {"abc", 0},
+                        {"-5", -5},
+                        {"91", 91},
+                        {"1e99", kLargest},
+                        {"-1e999", -kLargest},
+                        {"nan", 0},
+                        {"66.55", 66.55F}};
     for (const Row& row : rows) {
         LinesForm form = OpenLines();
         form.paranLimit = row.text;
         AcceptLines(form);
         EXPECT_EQ(options.paranLimit, row.limit) << row.text;
     }
-}
-
-TEST_F(LinesDialogTest, CancelChangesNothing) {
-    LinesForm form = OpenLines();
-    form.lineMode = 2;
-    form.shown = {};
-    form.paranLimit = "1";
-    EXPECT_EQ(options.lineMode, 1);
-    EXPECT_EQ(settings.lineStyle[1].displayed, kTrue);
-    EXPECT_EQ(options.paranLimit, 60);
-    EXPECT_EQ(linePlots + fullPlots, 0);
 }
 
 TEST_F(LinesDialogTest, ParansOfOpensThePointsInTheSingleChoiceModeAndTheCaptionFollows) {
@@ -161,12 +158,16 @@ TEST_F(LinesDialogTest, ParansOfOpensThePointsInTheSingleChoiceModeAndTheCaption
         shownMode = points.mode;
         points.chosen.assign(points.chosen.size(), false);
         points.chosen[6] = true;
-        return AcceptPoints(points);
+        EXPECT_TRUE(CheckPoints(points));
+        AcceptPoints(points);
+        return true;
     };
     session.ChartNumber = 1;
     LinesForm form = OpenLines();
-    EXPECT_EQ(form.paranCaption, "Parans of The Moon");
+    form.shown[6] = true;
+    EXPECT_EQ(form.paranCaption, "Parans of..");
     ChooseParanPoint(form);
+    EXPECT_EQ(Calls(), Log());
     EXPECT_EQ(shownMode, point_dialog::kParanPoint);
     EXPECT_EQ(form.paranCaption, "Parans of Mars");
     EXPECT_EQ(options.paranPoint, 7);
@@ -182,6 +183,30 @@ TEST_F(LinesDialogTest, ParansOfThatIsCancelledLeavesThePoint) {
     ChooseParanPoint(form);
     EXPECT_EQ(form.paranCaption, "Parans of The Moon");
     EXPECT_EQ(options.paranPoint, 1);
+}
+
+TEST_F(LinesDialogTest, ParansOfWithNoParanLineTypeOnTellsAndThePointsFollow) {
+    static std::vector<std::size_t> told;  // how many messages stood before the points dialog
+    told.clear();
+    showPointsForm = [](PointsForm&) {
+        told.push_back(TestShell().log.size());
+        return false;
+    };
+    LinesForm form = OpenLines();
+    ChooseParanPoint(form);
+    EXPECT_EQ(told, std::vector<std::size_t>{1});
+    EXPECT_EQ(Calls(), Log{"MessageBox|Orvantis|There are no paran line types currently selected "
+                           "for display.\\r\\nIn order to see paran lines, you must first switch "
+                           "on at least one paran line type on the next screen.|Ok|Information"});
+    for (const std::size_t type : {5, 6}) {
+        TestShell().log.clear();
+        form.shown = {};
+        form.shown[type] = true;
+        EXPECT_EQ(settings.lineStyle[type].displayed, kFalse) << "the form's own boxes count";
+        ChooseParanPoint(form);
+        EXPECT_EQ(Calls(), Log()) << type;
+    }
+    EXPECT_EQ(told, (std::vector<std::size_t>{1, 0, 0}));
 }
 
 // ---- "Lines & Symbols" ----
@@ -328,7 +353,8 @@ TEST_F(PointsDialogTest, OkCopiesTheSelectionAndEndsInAQuickPass) {
     PointsForm form = OpenPoints(point_dialog::kPoints);
     Choose(form, {1, 22, 36});
     EXPECT_EQ(pointSelection[5], kTrue) << "until OK nothing changes";
-    EXPECT_TRUE(AcceptPoints(form));
+    EXPECT_TRUE(CheckPoints(form));
+    AcceptPoints(form);
     for (std::size_t point = 1; point <= kPointCount; ++point) {
         const bool on = point == 1 || point == 22 || point == 36 || point == 40;
         EXPECT_EQ(pointSelection[point], on ? kTrue : kFalse) << point;
@@ -341,7 +367,8 @@ TEST_F(PointsDialogTest, OkCopiesTheSelectionAndEndsInAQuickPass) {
 TEST_F(PointsDialogTest, OkWithNoChartTellsThatThereIsNone) {
     PointsForm form = OpenPoints(point_dialog::kPoints);
     Choose(form, {4});
-    EXPECT_TRUE(AcceptPoints(form));
+    EXPECT_TRUE(CheckPoints(form));
+    AcceptPoints(form);
     EXPECT_EQ(pointSelection[4], kTrue);
     EXPECT_EQ(Calls(), Log{kNoChart});
     EXPECT_EQ(linePlots + fullPlots, 0);
@@ -351,7 +378,7 @@ TEST_F(PointsDialogTest, ParanModeWithTwoEntriesChosenStaysOpen) {
     session.ChartNumber = 1;
     PointsForm form = OpenPoints(point_dialog::kParanPoint);
     Choose(form, {3, 4});
-    EXPECT_FALSE(AcceptPoints(form));
+    EXPECT_FALSE(CheckPoints(form));
     EXPECT_EQ(Calls(), Log{kSinglePoint});
     EXPECT_EQ(options.paranPoint, 1);
     EXPECT_EQ(linePlots, 0);
@@ -362,7 +389,8 @@ TEST_F(PointsDialogTest, ParanModeWithOneEntryChosenTakesItAndLeavesTheSelection
     pointSelection[6] = kTrue;
     PointsForm form = OpenPoints(point_dialog::kParanPoint);
     Choose(form, {4});
-    EXPECT_TRUE(AcceptPoints(form));
+    EXPECT_TRUE(CheckPoints(form));
+    AcceptPoints(form);
     EXPECT_EQ(options.paranPoint, 4);
     EXPECT_EQ(pointSelection[6], kTrue);
     EXPECT_EQ(pointSelection[4], kFalse);
@@ -372,7 +400,8 @@ TEST_F(PointsDialogTest, ParanModeWithOneEntryChosenTakesItAndLeavesTheSelection
 TEST_F(PointsDialogTest, ParanModeWithNoChartTakesThePointAndTells) {
     PointsForm form = OpenPoints(point_dialog::kParanPoint);
     Choose(form, {4});
-    EXPECT_TRUE(AcceptPoints(form));
+    EXPECT_TRUE(CheckPoints(form));
+    AcceptPoints(form);
     EXPECT_EQ(options.paranPoint, 4);
     EXPECT_EQ(Calls(), Log{kNoChart});
 }
@@ -382,7 +411,8 @@ TEST_F(PointsDialogTest, ParanModeWithNoEntryChosenKeepsThePoint) {
     options.paranPoint = 8;
     PointsForm form = OpenPoints(point_dialog::kParanPoint);
     Choose(form, {});
-    EXPECT_TRUE(AcceptPoints(form));
+    EXPECT_TRUE(CheckPoints(form));
+    AcceptPoints(form);
     EXPECT_EQ(options.paranPoint, 8);
 }
 
@@ -448,33 +478,38 @@ TEST_F(PointColoursDialogTest, ApplyTakesTheColoursAndEndsInAQuickPass) {
     EXPECT_EQ(Calls(), Log());
 }
 
-TEST_F(PointColoursDialogTest, SaveAsksAndWritesTheFormsColoursAsThirtySixOfFourBytes) {
-    PointColoursForm form = OpenPointColours();
+TEST_F(PointColoursDialogTest, SaveAsksAndWritesTheSessionsColoursAsThirtySixOfFourBytes) {
     for (std::size_t point = 1; point <= kPointCount; ++point) {
-        form.colours[point] = static_cast<Colour>(0x010000 + point);
+        pointColour[point] = static_cast<Colour>(0x010000 + point);
     }
-    SavePointColours(form);
+    PointColoursForm form = OpenPointColours();
+    form.colours[1] = 7;  // not applied
+    SavePointColours();
     EXPECT_EQ(Calls(), Log{kSaveColours});
-    const Bytes bytes = FileBytes(session.UserColourFile);
+    Bytes bytes = FileBytes(session.UserColourFile);
     ASSERT_EQ(bytes.size(), 144U);
     EXPECT_EQ(GetI32(&bytes[0]), 0x010001);
     EXPECT_EQ(GetI32(&bytes[140]), 0x010024);
-    EXPECT_EQ(pointColour[1], 0) << "what is on display stays until it is applied";
     EXPECT_EQ(linePlots, 0);
+    ApplyPointColours(form);
+    SavePointColours();
+    bytes = FileBytes(session.UserColourFile);
+    EXPECT_EQ(GetI32(&bytes[0]), 7);
 }
 
 TEST_F(PointColoursDialogTest, SaveThatIsCancelledWritesNothing) {
     TestShell().boxAnswers = {BoxAnswer::Cancel};
-    SavePointColours(OpenPointColours());
+    SavePointColours();
     EXPECT_EQ(Calls(), Log{kSaveColours});
     EXPECT_TRUE(FileBytes(session.UserColourFile).empty());
 }
 
 TEST_F(PointColoursDialogTest, FileThatCannotBeWrittenIsTold) {
     session.UserColourFile = folder.File("none\\orvantis.pco");
-    SavePointColours(OpenPointColours());
+    SavePointColours();
     ASSERT_EQ(TestShell().boxes.size(), 2U);
-    EXPECT_TRUE(TestShell().boxes[1].starts_with("Open Error: ")) << TestShell().boxes[1];
+    EXPECT_EQ(TestShell().boxes[1],
+              "Open Error: " + folder.File("none/orvantis.pco") + " /  / Path not found");
 }
 
 // ---- The start of the geodetic zodiac ----
@@ -509,9 +544,11 @@ TEST_F(ZodiacStartDialogTest, TextThatCannotBeReadShowsTheParsersMessageAndTheFo
     EXPECT_FALSE(AcceptZodiacStart(form));
     EXPECT_EQ(form.text, "nowhere");
     EXPECT_EQ(options.geodeticStart, 12);
-    ASSERT_EQ(TestShell().boxes.size(), 2U);
-    EXPECT_EQ(TestShell().boxes[0], TestShell().boxes[1]);
-    EXPECT_TRUE(TestShell().boxes[0].starts_with("Error in Longitude: ")) << TestShell().boxes[0];
+    const std::string message =
+        "Error in Longitude: The format of the longitude is not recognised. / Specify E for "
+        "eastern hemisphere longitudes / or W for western hemisphere longitudes. / Please use a "
+        "valid format e.g. 138E34";
+    EXPECT_EQ(TestShell().boxes, (Log{message, message}));
 }
 
 // ---- Colours ----
@@ -553,6 +590,54 @@ TEST_F(AskColourTest, DisplayOf256ColoursAsksThePaletteFormAndMarksTheColour) {
     EXPECT_EQ(shown.entries[static_cast<std::size_t>(shown.chosen)], 0x0000FF) << "the nearest";
     EXPECT_EQ(form.seaColour, 0x2C0DCC0);
     EXPECT_EQ(Calls(), Log());
+}
+
+TEST_F(AskColourTest, EveryPickerAsksThePaletteFormOnADisplayOf256Colours) {
+    TestShell().colours = 256;
+    static Log titles;
+    titles.clear();
+    showPaletteForm = [](PaletteForm& form) {
+        titles.push_back(form.title);
+        form.chosen = 16;
+        return true;
+    };
+    PrefsForm prefs = OpenPrefs();
+    EXPECT_TRUE(ChooseLineColour(prefs, 4));
+    EXPECT_TRUE(ChooseLandColour(prefs));
+    PointColoursForm points = OpenPointColours();
+    points.point = 9;
+    EXPECT_TRUE(ChoosePointColour(points));
+    EXPECT_EQ(titles, (Log{"Select Line Color", "Select Land Color", "Select Color of Saturn"}));
+    EXPECT_EQ(prefs.lineStyle[4].colour, PaletteColour(0xC0DCC0));
+    EXPECT_EQ(prefs.landColour, PaletteColour(0xC0DCC0));
+    EXPECT_EQ(points.colours[9], PaletteColour(0xC0DCC0));
+    EXPECT_EQ(Calls(), Log());
+}
+
+TEST_F(AskColourTest, ColoursWithThePalettesMarkKeepItInSampleSessionAndFile) {
+    PrefsForm prefs = OpenPrefs();
+    prefs.lineStyle[8].colour = PaletteColour(0x0000FF);
+    prefs.landColour = PaletteColour(0x00C800);
+    prefs.seaColour = PaletteColour(0xFF8040);
+    RecordingSurface surface(100, 40);
+    DrawLineSample(surface, prefs, 8);
+    EXPECT_EQ(surface.GetPixel(2, 2), 0x00C800) << "the sample shows the plain colour";
+    EXPECT_NE(std::find(surface.log.begin(), surface.log.end(), "SetPen 1 0 255"),
+              surface.log.end());
+    AcceptPrefs(prefs);
+    EXPECT_EQ(settings.lineStyle[8].colour, PaletteColour(0x0000FF));
+    EXPECT_EQ(settings.mapBackColour, PaletteColour(0x00C800));
+
+    PointColoursForm points = OpenPointColours();
+    points.colours[36] = PaletteColour(0x123456);
+    ApplyPointColours(points);
+    SavePointColours();
+    const Bytes bytes = FileBytes(session.UserColourFile);
+    ASSERT_EQ(bytes.size(), 144U);
+    EXPECT_EQ(GetI32(&bytes[140]), PaletteColour(0x123456));
+    pointColour = {};
+    LoadPointColours(session.UserColourFile);
+    EXPECT_EQ(pointColour[36], PaletteColour(0x123456));
 }
 
 TEST_F(AskColourTest, CancelledOrMissingPaletteFormGivesNoColour) {

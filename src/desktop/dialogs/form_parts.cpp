@@ -127,7 +127,7 @@ QImage GlyphBox(std::string_view glyph, Colour colour, QSize size, double scale)
     surface.TextOut(width / 2, (height - surface.TextExtent(glyph).height) / 2, glyph,
                     TextAlign::Centre);
 
-    // An edge of the ink's kind keeps a box apart from a background of its own colour.
+    // A grey edge keeps a box apart from a background of its own colour.
     ink.colour = 0x808080;
     surface.SetPen(ink);
     surface.Rectangle(0, 0, width, height, {});

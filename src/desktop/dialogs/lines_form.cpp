@@ -27,7 +27,7 @@ class LinesDialog : public QDialog {
     QGroupBox* AngleFrame();
     QGroupBox* ParanFrame();
     QGroupBox* BoxFrame(const QString& title, std::int16_t first, std::int16_t last);
-    QCheckBox* AddBox(QVBoxLayout& rows, std::int16_t type);
+    void AddBox(QVBoxLayout& rows, std::int16_t type);
     void SetMode(std::int16_t lineMode);
     void ShowParanPoint();
     void Take();
@@ -63,7 +63,6 @@ LinesDialog::LinesDialog(LinesForm& form)
     right->addStretch();
     const FormButtons buttons = AddButtons(*this, *rows, [this] {
         Take();
-        AcceptLines(form_);
         return true;
     });
     SetTabs({inMundo_, zodiacal_, boxes_[1], boxes_[2], boxes_[3], boxes_[4], boxes_[5], boxes_[6],
@@ -95,6 +94,7 @@ QGroupBox* LinesDialog::ParanFrame() {
     auto* rows = static_cast<QVBoxLayout*>(frame->layout());
     rows->addWidget(paran_);
     connect(paran_, &QPushButton::clicked, this, [this] {
+        Take();
         ChooseParanPoint(form_);
         ShowParanPoint();
     });
@@ -112,14 +112,13 @@ QGroupBox* LinesDialog::BoxFrame(const QString& title, std::int16_t first, std::
     return frame;
 }
 
-QCheckBox* LinesDialog::AddBox(QVBoxLayout& rows, std::int16_t type) {
+void LinesDialog::AddBox(QVBoxLayout& rows, std::int16_t type) {
     auto* box = new QCheckBox;
     box->setObjectName(QStringLiteral("chkLine%1").arg(type));
     box->setChecked(form_.shown[static_cast<std::size_t>(type)]);
     box->setText(FormText(LineBoxCaption(type, form_.lineMode)));
     rows.addWidget(box);
     boxes_[static_cast<std::size_t>(type)] = box;
-    return box;
 }
 
 void LinesDialog::SetMode(std::int16_t lineMode) {
@@ -144,7 +143,9 @@ void LinesDialog::Take() {
 }  // namespace
 
 bool ShowLinesForm(LinesForm& form) {
-    return LinesDialog(form).exec() == QDialog::Accepted;
+    if (LinesDialog(form).exec() != QDialog::Accepted) return false;
+    AcceptLines(form);
+    return true;
 }
 
 }  // namespace orvantis

@@ -1,5 +1,6 @@
 // "Select Map Options".
 #include <QCheckBox>
+#include <QFocusEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -9,10 +10,12 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 #include <array>
+#include <functional>
 
 #include "desktop/dialogs/form_parts.h"
 #include "desktop/dialogs/forms.h"
 #include "session/map_dialogs.h"
+#include "text/number_text.h"
 
 namespace orvantis {
 
@@ -21,20 +24,38 @@ namespace {
 constexpr std::array<const char*, 4> kProjections = {"Cartesian", "Mercator", "Globe (Sphere)",
                                                      "Globe (Oblate)"};
 
+// A field that tells that it is left, by whatever way, before the next control hears of it.
+class LeftField : public QLineEdit {
+  public:
+    using QLineEdit::QLineEdit;
+    std::function<void()> onLeft;
+
+  protected:
+    void focusOutEvent(QFocusEvent* event) override {
+        QLineEdit::focusOutEvent(event);
+        // Behind another window or a menu the field is where the focus returns to.
+        const Qt::FocusReason reason = event->reason();
+        if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason) return;
+        if (onLeft) onLeft();
+    }
+};
+
 class MapOptionsDialog : public QDialog {
   public:
     MapOptionsDialog();
+    const MapDocument& Map() const { return map_; }
 
   private:
     QGroupBox* GridFrame();
     QGroupBox* DetailFrame();
     QGroupBox* ProjectionFrame();
     void ShowCityFile();
-    void TakeIntervals();
+    float& Interval(std::size_t i) { return i == 0 ? map_.gridLatStep : map_.gridLongStep; }
+    void TakeInterval(std::size_t i);
 
     MapDocument map_ = OpenMapOptions();
     QCheckBox* grid_;
-    std::array<QLineEdit*, 2> intervals_{};  // of latitude and longitude
+    std::array<LeftField*, 2> intervals_{};  // of latitude and longitude
     std::array<QCheckBox*, kDetailBoxes.size()> details_{};
     QPushButton* cityFile_;
     QLabel* cityFileName_;
@@ -58,13 +79,12 @@ MapOptionsDialog::MapOptionsDialog()
     columns->addWidget(DetailFrame(), 0, Qt::AlignTop);
 
     const FormButtons buttons = AddButtons(*this, *rows, [this] {
-        TakeIntervals();
-        AcceptMapOptions(map_);
+        // Enter comes from within a field.
+        for (std::size_t i = 0; i < intervals_.size(); ++i) {
+            if (intervals_[i]->isModified()) TakeInterval(i);
+        }
         return true;
     });
-    for (QLineEdit* interval : intervals_) {
-        OnLeave(interval, buttons, [this] { TakeIntervals(); });
-    }
     SetTabs({grid_, intervals_[0], intervals_[1], details_[0], details_[1], details_[2],
              details_[3], details_[4], details_[5], cityFile_, projections_[0], projections_[1],
              projections_[2], projections_[3], buttons.ok, buttons.cancel});
@@ -81,10 +101,10 @@ QGroupBox* MapOptionsDialog::GridFrame() {
 
     const std::array<QString, 2> captions = {QStringLiteral("Interval of L&atitude"),
                                              QStringLiteral("Interval of L&ongitude")};
-    const std::array<float, 2> values = {map_.gridLatStep, map_.gridLongStep};
     for (std::size_t i = 0; i < intervals_.size(); ++i) {
-        intervals_[i] = new QLineEdit(FormText(GridIntervalText(values[i])));
+        intervals_[i] = new LeftField(FormText(ShortNumberText(Interval(i))));
         intervals_[i]->setObjectName(QStringLiteral("txtInterval%1").arg(i));
+        intervals_[i]->onLeft = [this, i] { TakeInterval(i); };
         const int row = static_cast<int>(i) + 1;
         cells->addWidget(LabelOf(captions[i], intervals_[i]), row, 0);
         cells->addWidget(intervals_[i], row, 1);
@@ -144,19 +164,18 @@ void MapOptionsDialog::ShowCityFile() {
     cityFileName_->setText(FormText(CityFileText(map_)));
 }
 
-void MapOptionsDialog::TakeIntervals() {
-    const std::array<float*, 2> values = {&map_.gridLatStep, &map_.gridLongStep};
-    for (std::size_t i = 0; i < intervals_.size(); ++i) {
-        if (!intervals_[i]->isModified()) continue;
-        *values[i] = GridInterval(FormBytes(intervals_[i]->text()));
-        intervals_[i]->setText(FormText(GridIntervalText(*values[i])));
-    }
+void MapOptionsDialog::TakeInterval(std::size_t i) {
+    Interval(i) = GridInterval(FormBytes(intervals_[i]->text()));
+    intervals_[i]->setText(FormText(ShortNumberText(Interval(i))));
 }
 
 }  // namespace
 
 bool ShowMapOptionsForm() {
-    return MapOptionsDialog().exec() == QDialog::Accepted;
+    MapOptionsDialog dialog;
+    if (dialog.exec() != QDialog::Accepted) return false;
+    AcceptMapOptions(dialog.Map());
+    return true;
 }
 
 }  // namespace orvantis

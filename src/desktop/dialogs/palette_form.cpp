@@ -55,9 +55,15 @@ void PaletteGrid::paintEvent(QPaintEvent* /*event*/) {
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(cell.adjusted(4, 4, -3, -3));
     }
+    if (!hasFocus()) return;
+    // A frame of the form's own: some styles draw theirs after a key alone.
+    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
 }
 
 void PaletteGrid::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) return;
     const QPoint at = event->position().toPoint();
     if (at.x() < kColumns * kCell) Choose(at.y() / kCell * kColumns + at.x() / kCell);
 }
@@ -85,9 +91,9 @@ void PaletteGrid::keyPressEvent(QKeyEvent* event) {
 
 bool ShowPaletteForm(PaletteForm& form) {
     QDialog dialog(FormParent());
-    dialog.setWindowTitle(FormText(form.title));
+    dialog.setWindowTitle(FormText(kPaletteCaption));
     auto* rows = new QVBoxLayout(&dialog);
-    auto* frame = new QGroupBox(FormText(kPaletteCaption));
+    auto* frame = new QGroupBox(WithoutKeys(FormText(form.title)));
     auto* inner = new QVBoxLayout(frame);
     QWidget* grid = Named<QWidget>(new PaletteGrid(form), "picPalette");
     inner->addWidget(grid, 0, Qt::AlignCenter);

@@ -110,7 +110,10 @@ void PointColoursDialog::ShowColour(std::int16_t point) {
 
 void PointColoursDialog::ConnectButtons() {
     connect(grid_, &QTableWidget::currentCellChanged, this, [this](int row, int column) {
-        form_.point = static_cast<std::int16_t>(column * grid_->rowCount() + row + 1);
+        const int point = column * grid_->rowCount() + row + 1;
+        if (row >= 0 && column >= 0 && point <= PointCount()) {
+            form_.point = static_cast<std::int16_t>(point);
+        }
     });
     connect(colour_, &QPushButton::clicked, this, [this] {
         if (ChoosePointColour(form_)) ShowColour(form_.point);
@@ -119,7 +122,7 @@ void PointColoursDialog::ConnectButtons() {
         ApplyPointColours(form_);
         applied_ = true;
     });
-    connect(save_, &QPushButton::clicked, this, [this] { SavePointColours(form_); });
+    connect(save_, &QPushButton::clicked, this, [] { SavePointColours(); });
     connect(cancel_, &QPushButton::clicked, this, &QDialog::reject);
 }
 

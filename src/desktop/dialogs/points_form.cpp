@@ -53,7 +53,7 @@ PointsDialog::PointsDialog(PointsForm& form)
     });
     const FormButtons buttons = AddButtons(*this, *row, [this] {
         Take();
-        return AcceptPoints(form_);
+        return CheckPoints(form_);
     });
     SetTabs({points_, restore, buttons.ok, buttons.cancel});
     Fill();
@@ -88,7 +88,9 @@ void PointsDialog::Take() {
 }  // namespace
 
 bool ShowPointsForm(PointsForm& form) {
-    return PointsDialog(form).exec() == QDialog::Accepted;
+    if (PointsDialog(form).exec() != QDialog::Accepted) return false;
+    AcceptPoints(form);
+    return true;
 }
 
 }  // namespace orvantis

@@ -13,6 +13,7 @@
 
 #include "desktop/dialogs/form_parts.h"
 #include "desktop/dialogs/forms.h"
+#include "lines/line_list.h"
 #include "raster/image_surface.h"
 #include "session/tables.h"
 
@@ -108,12 +109,7 @@ PrefsDialog::PrefsDialog(PrefsForm& form)
 
     // "Line &Color..." has the key that Cancel has elsewhere.
     const FormButtons buttons = AddButtons(
-        *this, *rows,
-        [this] {
-            AcceptPrefs(form_);
-            return true;
-        },
-        QStringLiteral("OK"), QStringLiteral("Cancel"));
+        *this, *rows, [] { return true; }, QStringLiteral("OK"), QStringLiteral("Cancel"));
     SetTabs({types_, lineColour_, seaColour_, landColour_, style_, thickness_, shape_, fontSize_,
              ofPlanet_, ofLine_, buttons.ok, buttons.cancel});
 
@@ -142,8 +138,8 @@ QLayout* PrefsDialog::Boxes() {
 }
 
 void PrefsDialog::FillBoxes() {
-    for (std::size_t type = 1; type <= kStyledLines; ++type) {
-        types_->addItem(FormText(kLineTypeNames[type]));
+    for (std::int16_t type = 1; type <= kStyledLines; ++type) {
+        types_->addItem(FormText(LineTypeName(type)));
     }
     types_->setMinimumWidth(types_->sizeHintForColumn(0) + 4 * types_->frameWidth() + 12);
     for (const std::string_view name : kLineStyleNames) style_->addItem(FormText(name));
@@ -209,7 +205,9 @@ void PrefsDialog::ShowType() {
 }  // namespace
 
 bool ShowPrefsForm(PrefsForm& form) {
-    return PrefsDialog(form).exec() == QDialog::Accepted;
+    if (PrefsDialog(form).exec() != QDialog::Accepted) return false;
+    AcceptPrefs(form);
+    return true;
 }
 
 }  // namespace orvantis
