@@ -8,6 +8,7 @@
 #include "session/ini_store.h"
 #include "session/session_state.h"
 #include "session/settings.h"
+#include "text/code_page.h"
 #include "text/strings.h"
 
 namespace orvantis {
@@ -48,7 +49,7 @@ bool InstallAtlas() {
         "Please enter the full path of the directory in which the ACS Atlas has been installed.",
         "ACS Atlas Path", "c:\\ATLAS\\ATLAS");
     if (!answer) return false;
-    const std::string folder = AddBackslash(ProgramPath(Trim(*answer)));
+    const std::string folder = AddBackslash(ProgramPath(ToUtf8(Trim(*answer))));
     const AtlasFiles files = FilesIn(folder);
     if (!files.international && !files.american) {
         session.shell->MessageBox("The ACS Atlas was not found in the specified directory.",
@@ -57,7 +58,8 @@ bool InstallAtlas() {
     }
 
     // A note that can't be written only makes the question come again.
-    const std::array<IniEntry, 3> entries = {{{"path", ShownPath(folder)},
+    // The path stands there in the platform's own bytes, as it is read.
+    const std::array<IniEntry, 3> entries = {{{"path", NativePath(folder)},
                                               {"Int", files.international ? "yes" : "no"},
                                               {"USA", files.american ? "yes" : "no"}}};
     WriteIni(kIni, kSection, entries);

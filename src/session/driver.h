@@ -54,7 +54,8 @@ enum class ChartStatus {
 ChartStatus ReadChartFromFile(std::string_view path, std::int32_t n, FileChart& fileChart,
                               RunTimeError& reason);
 
-/// Reads chart `n` of a chart file as above, calculates it into slot 1 and puts it on display.
+/// Reads chart `n` of a chart file as above, calculates it into slot 1 and puts it on display. What
+/// can't be read or calculated leaves the chart that was there as it is.
 ChartStatus OpenChart(std::string_view path, std::int32_t n, RunTimeError& reason);
 
 /// What the program was called with.

@@ -33,11 +33,11 @@ bool IsLineTypeShown(std::int16_t number) {
     return settings.lineStyle[static_cast<std::size_t>(number)].displayed != 0;
 }
 
-std::string RiseCaption(std::int16_t /*number*/) {
+std::string RiseLineCaption(std::int16_t /*number*/) {
     return options.lineMode == kAscDsc ? "Asc" : "Rise";
 }
 
-std::string SetCaption(std::int16_t /*number*/) {
+std::string SetLineCaption(std::int16_t /*number*/) {
     return options.lineMode == kAscDsc ? "Dsc" : "Set";
 }
 
@@ -61,8 +61,8 @@ const std::array kCommands = {
             .number = kAscDsc, .hidden = true, .run = SetLineMode, .isChecked = IsLineMode},
     LineTypeRow(1, "MC"),
     LineTypeRow(2, "IC"),
-    LineTypeRow(3, "Rise", RiseCaption),
-    LineTypeRow(4, "Set", SetCaption),
+    LineTypeRow(3, "Rise", RiseLineCaption),
+    LineTypeRow(4, "Set", SetLineCaption),
     LineTypeRow(5, "Parans (RS/RS)"),
     LineTypeRow(6, "Parans (RS/Culm)"),
     LineTypeRow(7, "Local Space"),

@@ -20,9 +20,10 @@ constexpr std::string_view kMenu = "&Map";
 constexpr std::string_view kPrecisionMenu = "&Precision";
 constexpr std::int16_t kCoarsest = 5;
 
+// A new map plots itself, whether it is the user's own default map or a plain one.
 CommandOutcome OpenNewMap(std::int16_t /*number*/) {
-    NewMap(kFalse);
-    return CommandOutcome::Done;
+    NewMap(kTrue);
+    return CommandOutcome::Cancelled;
 }
 
 // The opening of a map plots it, and puts it on the recent list.

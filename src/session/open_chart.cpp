@@ -31,14 +31,28 @@ ChartStatus ReadChartFromFile(std::string_view path, std::int32_t n, FileChart& 
     return read ? ChartStatus::Ok : ChartStatus::BadRecord;
 }
 
+namespace {
+
+// The calculation fills the slot as it goes: one that fails leaves the chart that was there.
+bool CalculateFirstSlot(const Format1Record& record) {
+    const CalcChart chart = calcChart[1];
+    const ChartNow now = chartNow;
+    if (FileChartToCalcChart(record, 1, kFalse) == 0) return true;
+    calcChart[1] = chart;
+    chartNow = now;
+    return false;
+}
+
+}  // namespace
+
 ChartStatus OpenChart(std::string_view path, std::int32_t n, RunTimeError& reason) {
     FileChart fileChart;
     const ChartStatus status = ReadChartFromFile(path, n, fileChart, reason);
     if (status != ChartStatus::Ok) return status;
     Format1Record record;
     ChartToFormat1(fileChart, record);
+    if (!CalculateFirstSlot(record)) return ChartStatus::Failed;
     chartNotes[1] = {};
-    if (FileChartToCalcChart(record, 1, kFalse) != 0) return ChartStatus::Failed;
     calcChart[1].Saved = kTrue;
     session.ChartNumber = 1;
     session.ChartFile = path;
@@ -71,6 +85,8 @@ std::string ChartDescription() {
     return text;
 }
 
+// The list of the lines, " - Lines: " and their names, joins with the clock, whose routine makes
+// it.
 std::string Caption() {
     const bool nothing = session.ChartNumber < 1 && session.EclipseNumber < 1;
     return nothing ? "Orvantis" : "Orvantis: " + ChartDescription();

@@ -50,7 +50,7 @@ std::vector<std::string> ChartLinesOf(std::string_view path) {
 
 // Number of the chosen chart, from 1; 0: cancelled.
 std::int32_t AskForChart(std::string_view path) {
-    const std::string title = "Select Chart from " + BaseName(path, false);
+    const std::string title = "Select Chart from " + ShownPath(BaseName(path, false));
     const std::vector<std::string> lines = ChartLinesOf(path);
     for (;;) {
         const std::optional<std::int32_t> item = session.shell->ChooseItem(title, lines);

@@ -69,7 +69,8 @@ struct Options {
     Flag storeImages = kFalse;           ///< views keep their pictures, also between two runs
     Flag paletteApplied = kFalse;        ///< the palette picture was applied (256 colours)
     Flag rtfOn = kTrue;                  ///< reports in rich text, otherwise plain
-    std::string wordProcessor = "WRITE.EXE";    ///< program that opens reports
+    std::string wordProcessor = "WRITE.EXE";    ///< program that opens reports: a path in the
+                                                ///< platform's form and its own bytes
     float repFontSize = 12;                     ///< font size in reports, points, 6 to 36
     std::int16_t userTTOption = 0;              ///< choice of time table, 0 to 3
     Flag showAscOnHorizonChart = kFalse;        ///< the local horizon chart shows the Ascendant

@@ -8,6 +8,7 @@
 #include "session/files.h"
 #include "session/session_state.h"
 #include "session/settings.h"
+#include "text/code_page.h"
 #include "text/strings.h"
 
 namespace orvantis {
@@ -77,19 +78,26 @@ bool HasReports() {
     return openReport != nullptr;
 }
 
-// The desktop's own program needs no path.
+// The desktop's own program needs no path. `program` is in the platform's bytes.
 bool IsWordProcessor(const std::string& program) {
-    return UpperAscii(program) == "WRITE.EXE" || FileExists(ProgramPath(program)) != 0;
+    return program == "WRITE.EXE" || FileExists(ProgramPath(program)) != 0;
+}
+
+// A typed path in the platform's bytes. The current one may hold letters that the box can't show:
+// left as it was shown it stays.
+std::string TypedProgram(std::string_view typed, std::string_view shown) {
+    return Trim(typed) == Trim(shown) ? options.wordProcessor : ToUtf8(Trim(typed));
 }
 
 CommandOutcome AskForWordProcessor(std::int16_t /*number*/) {
+    const std::string shown = FromEditedText(options.wordProcessor);
     for (;;) {
         const std::optional<std::string> answer = session.shell->InputBox(
             "Please enter the full path and filename of the Word Processor which you wish to use "
             "when viewing reports.",
-            "Word Processor", options.wordProcessor);
-        const std::string program(Trim(answer.value_or("")));
-        if (program.empty()) return CommandOutcome::Cancelled;
+            "Word Processor", shown);
+        if (!answer || Trim(*answer).empty()) return CommandOutcome::Cancelled;
+        const std::string program = TypedProgram(*answer, shown);
         if (IsWordProcessor(program)) {
             options.wordProcessor = program;
             return CommandOutcome::Done;

@@ -37,6 +37,23 @@ TEST_F(MapCommandsTest, NewMapMakesADefaultMapAndPlotsOnce) {
     EXPECT_EQ(session.RecentCount, 0);
 }
 
+TEST_F(MapCommandsTest, NewMapOfTheUsersOwnDefaultPlotsOnceAndPutsItOnTheRecentList) {
+    folder.Write("world.ovm", MapOf("My world"));
+    EXPECT_EQ(RunMap("&New Map"), "full");
+    EXPECT_EQ(CurrentMap().title, "My world");
+    EXPECT_EQ(session.RecentCount, 1);
+    EXPECT_TRUE(session.RecentMaps[0].ends_with("world.ovm"));
+}
+
+TEST_F(MapCommandsTest, NewMapWithADefaultThatCannotBeReadTellsAndPlotsAPlainOneOnce) {
+    folder.Write("world.ovm", "short");
+    CurrentMap().title = "Europe";
+    EXPECT_EQ(RunMap("&New Map"), "full");
+    EXPECT_EQ(CurrentMap().title, MapDocument().title);
+    EXPECT_EQ(TestShell().boxes.size(), 1U);
+    EXPECT_EQ(session.RecentCount, 0);
+}
+
 TEST_F(MapCommandsTest, SelectMapOpensTheChosenFilePlotsOnceAndPutsItOnTheRecentList) {
     const std::string path = folder.Write("europe.ovm", MapOf("Europe"));
     TestShell().fileAnswers = {path};

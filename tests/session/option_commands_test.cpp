@@ -132,10 +132,38 @@ TEST_F(OptionCommandsTest, AWordProcessorThatIsMissingIsRefusedAndWriteIsNot) {
     EXPECT_EQ(Log(),
               (Words{kAskWordProcessor + "WRITE.EXE", refusal, kAskWordProcessor + "WRITE.EXE"}));
     EXPECT_EQ(options.wordProcessor, there);
-    TestShell().textAnswers = {"write.exe"};
+    TestShell().textAnswers = {"write.exe", "WRITE.EXE"};
     Run("&Reports", "&Word Processor...");
-    EXPECT_EQ(Log(), Words{kAskWordProcessor + there});
-    EXPECT_EQ(options.wordProcessor, "write.exe");
+    EXPECT_EQ(Log(), (Words{kAskWordProcessor + there, refusal, kAskWordProcessor + there}))
+        << "that name as it stands, and no other";
+    EXPECT_EQ(options.wordProcessor, "WRITE.EXE");
+}
+
+TEST_F(OptionCommandsTest, AWordProcessorsPathIsShownInTheCodePageAndKeptInThePlatformsBytes) {
+    const std::string there = folder.Write(
+        "\xC3\xA9"
+        "crire",
+        "program");
+    TestShell().textAnswers = {folder.File("\xE9"
+                                           "crire"),
+                               folder.File("\xE9"
+                                           "crire")};
+    Run("&Reports", "&Word Processor...");
+    EXPECT_EQ(options.wordProcessor, there);
+    Log();
+    Run("&Reports", "&Word Processor...");
+    EXPECT_EQ(Log(), Words{kAskWordProcessor + folder.File("\xE9"
+                                                           "crire")});
+    EXPECT_EQ(options.wordProcessor, there);
+}
+
+TEST_F(OptionCommandsTest, AWordProcessorWhosePathTheBoxCannotShowStaysWhenItIsLeft) {
+    const std::string there = folder.Write("\xC4\x80", "program");  // not in the code page
+    options.wordProcessor = there;
+    TestShell().textAnswers = {folder.File("?")};
+    Run("&Reports", "&Word Processor...");
+    EXPECT_EQ(Log(), Words{kAskWordProcessor + folder.File("?")});
+    EXPECT_EQ(options.wordProcessor, there);
 }
 
 TEST_F(OptionCommandsTest, AnEmptyWordProcessorOrACancelStops) {
@@ -385,6 +413,23 @@ TEST_F(AtlasChoice, AnAtlasThatIsFoundWhereTheUserSaysIsNotedInItsIni) {
     EXPECT_EQ(std::string(ini.begin(), ini.end()),
               "[ACSATLAS]\r\npath=" + folder.File("acs") + "/\r\nInt=yes\r\nUSA=no\r\n");
     options.acsAtlas = kFalse;
+    EXPECT_EQ(Opt("&ACS Atlas"), "none");
+    EXPECT_TRUE(Log().empty()) << "the note is found the next time";
+    EXPECT_EQ(options.acsAtlas, -1);
+}
+
+TEST_F(AtlasChoice, AFolderBeyondAsciiIsTypedInTheCodePageAndNotedInThePlatformsBytes) {
+    const std::string acs = folder.File("\xC3\x84tlas");
+    std::filesystem::create_directories(acs);
+    folder.Write("\xC3\x84tlas/intatl.bin", "atlas");
+    TestShell().textAnswers = {folder.File("\xC4tlas")};
+    EXPECT_EQ(Opt("&ACS Atlas"), "none");
+    EXPECT_EQ(options.acsAtlas, -1);
+    const Bytes ini = FileBytes(folder.File("acsatlas.ini"));
+    EXPECT_EQ(std::string(ini.begin(), ini.end()),
+              "[ACSATLAS]\r\npath=" + acs + "/\r\nInt=yes\r\nUSA=no\r\n");
+    Log();
+    EXPECT_EQ(Opt("&Orvantis"), "none");
     EXPECT_EQ(Opt("&ACS Atlas"), "none");
     EXPECT_TRUE(Log().empty()) << "the note is found the next time";
     EXPECT_EQ(options.acsAtlas, -1);

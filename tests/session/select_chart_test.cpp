@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "charts/CALCCHRT.h"
+#include "charts/KVCharts.h"
+#include "charts/exchange.h"
 #include "session/driver.h"
 #include "session/files.h"
 #include "support/command_test.h"
@@ -84,6 +86,40 @@ TEST_F(SelectChartTest, SelectChartWithoutAFileAsksForOneFirst) {
     session.ChartFile = files.At("user", "gone.cht");
     EXPECT_EQ(Run("&Chart", "&Select Chart..."), "none");
     EXPECT_EQ(Log(), Words{"ChooseFile|Select Chart File to Open|*.cht|open"});
+}
+
+TEST_F(SelectChartTest, TheListNamesItsFileInTheCodePage) {
+    TestShell().fileAnswers = {files.Write("user", "\xC3\xA9t\xC3\xA9.cht", FileBytes(kSample))};
+    EXPECT_EQ(Run("&Chart", "&Open Chart File..."), "none");
+    const Words log = Log();
+    ASSERT_EQ(log.size(), 2U);
+    EXPECT_TRUE(log[1].starts_with("ChooseItem|Select Chart from \xE9t\xE9.cht|")) << log[1];
+}
+
+TEST_F(SelectChartTest, AChartThatCannotBeCalculatedLeavesTheOneOnDisplay) {
+    RunTimeError reason;
+    ASSERT_EQ(OpenChart(kSample, 1, reason), ChartStatus::Ok);
+    chartNotes[1].note = "A note";
+    chartLines.askedByUser = kFalse;
+    const CalcChart chart = calcChart[1];
+    const ChartNow now = chartNow;
+
+    Bytes bytes = FileBytes(kSample);
+    std::uint8_t* record = &bytes[kFileChartSize];
+    FileChart broken = GetFileChart(record);
+    broken.event.zoneHours = 1e30F;
+    PutFileChart(record, broken);
+    session.ChartFile = files.Write("user", "broken.cht", bytes);
+    TestShell().itemAnswers = {1};
+    EXPECT_EQ(Run("&Chart", "&Select Chart..."), "none");
+    EXPECT_EQ(TestShell().boxes.back(), "Orvantis: FileChartToCalcChart Error: 6");
+    EXPECT_EQ(session.ChartNumber, 1);
+    EXPECT_EQ(calcChart[1].Name, chart.Name);
+    EXPECT_EQ(calcChart[1].Lon, chart.Lon);
+    EXPECT_EQ(calcChart[1].Saved, -1);
+    EXPECT_EQ(chartNotes[1].note, "A note");
+    EXPECT_EQ(chartNow.JulianDayUT, now.JulianDayUT);
+    EXPECT_EQ(chartLines.askedByUser, kFalse);
 }
 
 TEST_F(SelectChartTest, CancelInTheListChangesNothing) {
