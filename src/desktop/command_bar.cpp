@@ -138,6 +138,7 @@ void CommandBar::AddRibbon(const std::function<void(const Command&)>& run) {
         const Command* command = FindCommand("&Options", MouseModeCaption(mode));
         connect(button, &QToolButton::clicked, this, [run, command] { run(*command); });
         modes_[static_cast<std::size_t>(mode)] = button;
+        buttons_.push_back({command, button});
     }
 }
 

@@ -308,6 +308,7 @@ void EndZoom(const MouseState& drag) {
 }
 
 void Relocate(const MouseState& drag) {
+    if (relocateChart == nullptr) return;
     if (session.ChartNumber < 1) {
         Tell("Cannot relocate chart because no chart is currently selected.", "Cannot Relocate",
              BoxButtons::Ok, BoxIcon::Exclamation);
@@ -318,8 +319,7 @@ void Relocate(const MouseState& drag) {
     const std::string question =
         "Do you wish to relocate the current chart to " + PlaceText(place) + "?";
     if (Tell(question, "Confirm Relocation", BoxButtons::YesNo, BoxIcon::Question) !=
-            BoxAnswer::Yes ||
-        relocateChart == nullptr) {
+        BoxAnswer::Yes) {
         return;
     }
     relocateChart(place.lat, place.longitude);

@@ -137,7 +137,8 @@ extern void (*refreshOverlay)();
 extern void (*identifyLine)(float x, float y);
 
 /// Connection point: relocates the chart on display to a place (degrees, north and east positive),
-/// under the place name "Relocated". Empty: charts can't be relocated yet.
+/// under the place name "Relocated". Empty: charts can't be relocated yet, the mode's entry and
+/// button are disabled, and a click in the mode does nothing.
 extern void (*relocateChart)(double lat, double longitude);
 
 /// Connection point: moves the pointer by so many pixels of the screen.

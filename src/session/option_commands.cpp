@@ -40,6 +40,10 @@ CommandOutcome ChooseTextFont(std::int16_t /*number*/) {
     return CommandOutcome::Done;
 }
 
+bool CanRelocate() {
+    return relocateChart != nullptr;
+}
+
 template <Flag Options::*flag>
 CommandOutcome Toggle(std::int16_t /*number*/) {
     options.*flag = options.*flag != 0 ? kFalse : kTrue;
@@ -169,6 +173,7 @@ std::vector<Command> BuildRows() {
                         .caption = MouseModeCaption(mode),
                         .number = mode,
                         .run = ChooseMouseMode,
+                        .isBuilt = mode == mouse_mode::kRelocate ? CanRelocate : nullptr,
                         .isChecked = [](std::int16_t n) { return mouseState.mode == n; }});
     }
     rows.insert(rows.end(), std::begin(kBeforeFamilies), std::end(kBeforeFamilies));

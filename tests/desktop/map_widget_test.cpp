@@ -161,6 +161,7 @@ TEST_F(MapWidgetTest, TheMapFollowsThePointerInTheMoveModeAndThePlotComesAtTheEn
 
 TEST_F(MapWidgetTest, AClickToRelocateWithoutAChartIsTold) {
     SetMouseMode(mouse_mode::kRelocate);
+    relocateChart = [](double, double) {};
     QTest::mouseClick(&map, Qt::LeftButton, Qt::NoModifier, At(10, 10));
     EXPECT_EQ(shell.boxes,
               (std::vector<std::string>{"Cannot Relocate: Cannot relocate chart because no chart "

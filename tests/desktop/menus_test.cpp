@@ -226,10 +226,27 @@ TEST_F(MenusTest, RibbonAndMenuOfTheMouseModesMoveTogether) {
             EXPECT_EQ(modes->actions()[other]->isChecked(), other == mode);
         }
     }
-    modes->actions()[3]->trigger();
-    EXPECT_TRUE(Button("BtnMode3")->isChecked());
+    modes->actions()[4]->trigger();
+    EXPECT_TRUE(Button("BtnMode4")->isChecked());
     EXPECT_FALSE(Button("BtnMode0")->isChecked());
     EXPECT_EQ(quickPlots + fullPlots, 0);
+}
+
+TEST_F(MenusTest, TheModeThatRelocatesIsDisabledWhereChartsCannotBeRelocated) {
+    QMenu* menu = MenuOf("&Options");
+    QAction* entry = Entry("&Options", "&Mouse Mode")->menu()->actions()[3];
+    Open(menu);
+    EXPECT_FALSE(entry->isEnabled());
+    EXPECT_FALSE(Button("BtnMode3")->isEnabled());
+    QTest::mouseClick(Button("BtnMode3"), Qt::LeftButton);
+    EXPECT_EQ(mouseState.mode, mouse_mode::kMeasure);
+
+    relocateChart = [](double, double) {};
+    window.RefreshMarks();
+    Open(menu);
+    EXPECT_TRUE(entry->isEnabled());
+    QTest::mouseClick(Button("BtnMode3"), Qt::LeftButton);
+    EXPECT_EQ(mouseState.mode, mouse_mode::kRelocate);
 }
 
 TEST_F(MenusTest, TheRowShowsThePositionWithItsBlanksAndNeverWidensTheWindow) {
@@ -253,6 +270,8 @@ TEST_F(MenusTest, ButtonsWithPicturesFollowADarkTheme) {
         }
         return most;
     };
+    relocateChart = [](double, double) {};  // a disabled button is paler
+    window.RefreshMarks();
     const QPalette light = QApplication::palette();
     QApplication::setPalette(QPalette(QColor(0x3C, 0x3C, 0x40), QColor(0x2A, 0x2A, 0x2E)));
     QCoreApplication::processEvents();

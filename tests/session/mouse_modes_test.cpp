@@ -585,6 +585,7 @@ TEST_F(MouseModes, OnAGlobeTheCentreIsTheOneValueThatChanges) {
 TEST_F(MouseModes, APointOffTheGlobeGivesNoAction) {
     SetView(0, -90, 0, 90, projection::kGlobeSphere);
     session.ChartNumber = 1;
+    relocateChart = [](double, double) { plots.emplace_back("relocated"); };
     CurrentMap().hidden.fill(kTrue);
     for (const std::int16_t mode : {mouse_mode::kMeasure, mouse_mode::kZoom, mouse_mode::kMove,
                                     mouse_mode::kRelocate, mouse_mode::kRuler}) {
@@ -621,6 +622,7 @@ double relocatedLong = 0;
 
 TEST_F(MouseModes, RelocatingWithoutAChartIsToldAndAsksNothing) {
     SetMouseMode(mouse_mode::kRelocate);
+    relocateChart = [](double, double) { plots.emplace_back("relocated"); };
     TestShell().log.clear();
     Click(kX, kY);
     EXPECT_EQ(TestShell().log,
@@ -649,12 +651,19 @@ TEST_F(MouseModes, RelocatingAsksAndThenDrawsTheLinesAnew) {
     EXPECT_FLOAT_EQ(static_cast<float>(relocatedLong), 151);
 }
 
-TEST_F(MouseModes, ARefusedRelocationAndOneThatCannotBeDoneChangeNothing) {
+TEST_F(MouseModes, WhereChartsCannotBeRelocatedAClickDoesNothingAndAsksNothing) {
+    SetMouseMode(mouse_mode::kRelocate);
+    TestShell().log.clear();
+    for (const std::int16_t chart : {0, 1}) {
+        session.ChartNumber = chart;
+        Click(kX, kY);
+        ExpectUntouched();
+    }
+}
+
+TEST_F(MouseModes, ARefusedRelocationChangesNothing) {
     SetMouseMode(mouse_mode::kRelocate);
     session.ChartNumber = 1;
-    TestShell().boxAnswers = {BoxAnswer::Yes};
-    Click(kX, kY);
-    EXPECT_TRUE(plots.empty()) << "nothing relocates yet";
     relocateChart = [](double, double) { plots.emplace_back("relocated"); };
     TestShell().boxAnswers = {BoxAnswer::No};
     Click(kX, kY);
@@ -664,6 +673,7 @@ TEST_F(MouseModes, ARefusedRelocationAndOneThatCannotBeDoneChangeNothing) {
 TEST_F(MouseModes, RelocatingOffTheMapDoesNothing) {
     SetMouseMode(mouse_mode::kRelocate);
     session.ChartNumber = 1;
+    relocateChart = [](double, double) { plots.emplace_back("relocated"); };
     TestShell().log.clear();
     Click(10, 10);
     ExpectUntouched();

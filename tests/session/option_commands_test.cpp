@@ -216,6 +216,7 @@ TEST_F(OptionCommandsTest, TheLineTypeModeRenamesTwoEntries) {
 // ---- "&Options" ----
 
 TEST_F(OptionCommandsTest, TheMouseModeEntriesMoveTheMark) {
+    relocateChart = [](double, double) {};
     for (std::int16_t mode = 5; mode >= 0; --mode) {
         EXPECT_EQ(Opt(MouseModeCaption(mode), mode), "none");
         EXPECT_EQ(mouseState.mode, mode);
