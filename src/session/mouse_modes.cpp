@@ -206,9 +206,9 @@ void DragTo(float x, float y) {
     if (mouse.rulerActive != 0) return MoveRuler(x, y);
     if (mouse.dragStartX == -1) return;
     if (mouse.mode > mouse_mode::kMove || !HoldOnMap(x, y)) return;
-    if (x == mouse.dragEndX && y == mouse.dragEndY) return;
-    mouse.dragEndX = x;
-    mouse.dragEndY = y;
+    if (x == mouse.pointerX && y == mouse.pointerY) return;
+    mouse.dragEndX = mouse.pointerX = x;
+    mouse.dragEndY = mouse.pointerY = y;
     mouse.drag.clear();
     switch (mouse.mode) {
         case mouse_mode::kMeasure:
@@ -227,8 +227,9 @@ void DragTo(float x, float y) {
 
 // ---- what a button up does ----
 
+// Of the pointer: the corner of a rectangle that has no room may lie where the drag began.
 bool IsClick(const MouseState& drag) {
-    return drag.dragStartX == drag.dragEndX && drag.dragStartY == drag.dragEndY;
+    return drag.dragStartX == drag.pointerX && drag.dragStartY == drag.pointerY;
 }
 
 void EndMove(const MouseState& drag) {
@@ -462,8 +463,8 @@ void MouseDown(float x, float y, bool right) {
     if (mouse.mode == mouse_mode::kRuler) {
         SeizeRuler(x, y);
     } else if (onMap || mouse.mode > mouse_mode::kMove) {
-        mouse.dragStartX = mouse.dragEndX = x;
-        mouse.dragStartY = mouse.dragEndY = y;
+        mouse.dragStartX = mouse.dragEndX = mouse.pointerX = x;
+        mouse.dragStartY = mouse.dragEndY = mouse.pointerY = y;
     }
     Refresh();
 }

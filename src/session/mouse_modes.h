@@ -62,8 +62,10 @@ struct MouseState {
     std::int16_t mode = mouse_mode::kMeasure;
     float dragStartX = -1;  ///< pixels of the picture; -1: no drag is under way
     float dragStartY = 0;
-    float dragEndX = 0;  ///< the last position drawn
+    float dragEndX = 0;  ///< the last position drawn: of a zoom rectangle, its corner
     float dragEndY = 0;
+    float pointerX = 0;  ///< where the pointer itself was last during the drag, held on the map
+    float pointerY = 0;
     Flag rulerActive = kFalse;                   ///< mode 5: a ruler drag is in progress
     std::int16_t rulerKind = ruler_kind::kNone;  ///< mode 5: which line of the grid was seized
     std::int16_t rulerLast = 0;                  ///< mode 5: the last column or row, pixels

@@ -458,6 +458,34 @@ TEST_F(MouseModes, AZoomRectangleAcrossTheDateLineHasItsWestAboveItsEast) {
     EXPECT_EQ(CurrentMap().title, "Lat: 15S00 to 15N00  Long: 160E00 to 170W00");
 }
 
+TEST_F(MouseModes, ADragWithoutAWidthIsARectangleAndNoClick) {
+    SetMouseMode(mouse_mode::kZoom);
+    const std::string told =
+        "MessageBox|Orvantis|You cannot zoom in to an area less than 1 degree of longitude (60 "
+        "mins) width.\\r\\n\\r\\nThe area you selected is 0 mins wide. This has been expanded to "
+        "the minimum allowable width.|Ok|Exclamation";
+    TestShell().log.clear();
+    Drag(kX, kY, kX, kY + 40);
+    EXPECT_EQ(TestShell().log, Log{told}) << "straight down";
+    ExpectEdges(-0.25F, -0.5F, 0.25F, 0.5F);
+
+    SetView(-90, -180, 90, 180, projection::kCartesian);
+    TestShell().log.clear();
+    Drag(kX, 219, kX + 50, 219);
+    EXPECT_EQ(TestShell().log, Log{told}) << "along the last row, where there is no room";
+    ExpectEdges(-90, -0.5F, -89.5F, 0.5F);
+}
+
+TEST_F(MouseModes, ADragThatComesBackToItsStartIsAClick) {
+    SetView(-45, -90, 45, 90, projection::kCartesian);
+    SetMouseMode(mouse_mode::kZoom);
+    MouseDown(25 + 220, 39 + 70, false);
+    MouseMove(300, 150, true, false);
+    MouseMove(25 + 220, 39 + 70, true, false);
+    MouseUp(25 + 220, 39 + 70, false);
+    EXPECT_EQ(CurrentMap().title, "Centre 10N00 020E00");
+}
+
 TEST_F(MouseModes, AZoomOnAMercatorMapTakesTheLatitudesOfItsRows) {
     SetView(-65, -180, 75, 180, projection::kMercator);
     SetMouseMode(mouse_mode::kZoom);
