@@ -201,8 +201,15 @@ void ShowMove() {
     mouse.drag.back().y1 = mouse.drag.back().y0 + static_cast<int>(std::lround(down));
 }
 
+// A plot in the middle of a drag, such as that of a window of another size, moves the places under
+// the pointer: the drag means nothing any longer.
+void GiveUpStaleDrag() {
+    if (DragInProgress() && mouseState.dragPlot != plotState.screenPlots) EndDrag();
+}
+
 void DragTo(float x, float y) {
     MouseState& mouse = mouseState;
+    GiveUpStaleDrag();
     if (mouse.rulerActive != 0) return MoveRuler(x, y);
     if (mouse.dragStartX == -1) return;
     if (mouse.mode > mouse_mode::kMove || !HoldOnMap(x, y)) return;
@@ -460,6 +467,7 @@ void MouseDown(float x, float y, bool right) {
     EndDrag();
     const bool onMap = IsOnMap(x, y);
     KeepClick(x, y, onMap);
+    mouse.dragPlot = plotState.screenPlots;
     if (mouse.mode == mouse_mode::kRuler) {
         SeizeRuler(x, y);
     } else if (onMap || mouse.mode > mouse_mode::kMove) {
@@ -484,6 +492,7 @@ void MouseUp(float x, float y, bool right) {
     if (!IsReady()) return CancelDrag();
     if (right || !DragInProgress()) return;
     DragTo(x, y);
+    if (!DragInProgress()) return Refresh();
     if (mouseState.rulerActive != 0) PlaceRuler();
     const MouseState drag = mouseState;
     EndDrag();
@@ -513,7 +522,7 @@ bool DragInProgress() {
 }
 
 void PageUpKey() {
-    if (!IsReady() || mouseState.mode != mouse_mode::kZoom) return;
+    if (!IsReady() || DragInProgress() || mouseState.mode != mouse_mode::kZoom) return;
     if (CurrentMap().projection == projection::kCartesian) ZoomOut();
 }
 

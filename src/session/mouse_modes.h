@@ -64,6 +64,7 @@ struct MouseState {
     float dragStartY = 0;
     float dragEndX = 0;  ///< the last position drawn: of a zoom rectangle, its corner
     float dragEndY = 0;
+    std::int32_t dragPlot = 0;  ///< number of the plot on whose picture it began
     float pointerX = 0;  ///< where the pointer itself was last during the drag, held on the map
     float pointerY = 0;
     Flag rulerActive = kFalse;                   ///< mode 5: a ruler drag is in progress
@@ -107,7 +108,7 @@ void CancelDrag();
 /// True during a drag; the clock's timer then waits.
 bool DragInProgress();
 
-/// PageUp: zooms out, in the zoom mode on a Cartesian map.
+/// PageUp: zooms out, in the zoom mode on a Cartesian map. Nothing during a drag.
 void PageUpKey();
 
 /// An arrow key: moves the pointer by 1 pixel, or by 10 with Shift, in a direction of -1, 0 or 1.

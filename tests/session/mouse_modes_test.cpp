@@ -354,6 +354,31 @@ TEST_F(MouseModes, AButtonThatWentUpUnseenEndsTheDrag) {
     EXPECT_TRUE(plots.empty());
 }
 
+TEST_F(MouseModes, APlotInTheMiddleOfADragGivesItUp) {
+    CurrentMap().hidden.fill(kTrue);
+    relocateChart = [](double, double) { plots.emplace_back("relocated"); };
+    for (std::int16_t mode = 0; mode < mouse_mode::kModes; ++mode) {
+        for (const bool moves : {true, false}) {
+            SetMouseMode(mode);
+            TestShell().log.clear();
+            MouseDown(25, 100, false);
+            MouseMove(60, 110, true, false);
+            EXPECT_TRUE(DragInProgress()) << mode;
+            ++plotState.screenPlots;
+            if (moves) {
+                MouseMove(80, 120, true, false);
+                EXPECT_FALSE(DragInProgress()) << mode;
+                EXPECT_EQ(mouseState.positionText.find("km"), std::string::npos);
+            }
+            MouseUp(80, 120, false);
+            EXPECT_FALSE(DragInProgress()) << mode;
+            EXPECT_TRUE(Overlay().empty()) << mode;
+            EXPECT_EQ(CurrentMap().fillCount, 0);
+            ExpectUntouched();
+        }
+    }
+}
+
 TEST_F(MouseModes, EscGivesADragUp) {
     SetMouseMode(mouse_mode::kZoom);
     TestShell().log.clear();
@@ -927,6 +952,20 @@ TEST_F(MouseModes, PageUpZoomsOutInTheZoomModeOfACartesianMapAlone) {
     ASSERT_EQ(tried(mouse_mode::kZoom, projection::kCartesian), 1U);
     ExpectEdges(-10, -20, 30, 60);
     EXPECT_TRUE(TestShell().boxes.empty()) << "without a question";
+}
+
+TEST_F(MouseModes, PageUpDuringADragDoesNothing) {
+    SetView(0, 0, 20, 40, projection::kCartesian);
+    SetMouseMode(mouse_mode::kZoom);
+    TestShell().log.clear();
+    MouseDown(100, 100, false);
+    MouseMove(180, 140, true, false);
+    PageUpKey();
+    EXPECT_TRUE(DragInProgress());
+    ExpectUntouched();
+    CancelDrag();
+    PageUpKey();
+    EXPECT_EQ(plots, Log{"full"});
 }
 
 TEST_F(MouseModes, PageUpOnAViewOfTheWholeWorldDoesNothing) {
