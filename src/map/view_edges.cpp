@@ -15,7 +15,9 @@ constexpr double kMercatorLimit = 85;
 
 constexpr float kHighestView = 120;  // higher than this, doubled, becomes the whole meridian
 constexpr double kWholeCircle = 360;
-constexpr double kSnap = 0.001;  // degrees; a world this near to its usual edges gets them
+constexpr double kSnap = 0.001;  // degrees; a view this near to a degree, or a world this near to
+                                 // its usual edges, gets them
+constexpr double kEdgeGrid = 32768;  // steps in a degree
 
 float WrappedLong(double longitude) {
     return static_cast<float>(Modulo(longitude + 180, kWholeCircle) - 180);
@@ -25,8 +27,13 @@ bool IsMercator() {
     return mapView.extent.projection == projection::kMercator;
 }
 
-// West and east of a width; the whole circle has one edge, so that rounding can't part them.
+// West and east of a width; the whole circle has one edge, so that rounding can't part them. A
+// degree is exactly that: floats hold both of its edges on a grid of 2^-15 degrees.
 void SetLongitudes(ViewEdges& edges, double west, double width) {
+    if (std::abs(width - kNarrowestView) < kSnap) {
+        west = std::nearbyint((west + (width - kNarrowestView) / 2) * kEdgeGrid) / kEdgeGrid;
+        width = kNarrowestView;
+    }
     edges.west = WrappedLong(west);
     edges.east = width >= kWholeCircle ? edges.west : WrappedLong(west + width);
 }
@@ -136,7 +143,7 @@ bool ScaledEdges(double x, double y, int steps, ViewEdges& edges) {
     const ViewExtent& view = mapView.extent;
     const MapRect& rect = mapView.rect;
     if (!IsFlat(view.projection) || steps == 0 || rect.width <= 0 || rect.height <= 0) return false;
-    if (steps > 0 && view.spanLong <= kNarrowestView) return false;
+    if (steps > 0 && view.spanLong <= kNarrowestView + kSnap) return false;
     if (steps < 0 && IsWholeWorld(CurrentMap())) return false;
 
     const double leastFactor = static_cast<double>(kNarrowestView) / view.spanLong;

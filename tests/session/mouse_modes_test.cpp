@@ -450,6 +450,36 @@ TEST_F(MouseModes, AZoomRectangleOfHalfADegreeIsToldAndBecomesAViewOfExactlyOneD
     EXPECT_EQ(plots, Log{"full"});
 }
 
+TEST_F(MouseModes, AViewOfOneDegreeIsExactlyThatWhereverItLies) {
+    SetMouseMode(mouse_mode::kZoom);
+    mapView.rect = {0, 0, 1920, 1000};
+    for (const float west :
+         {-180.0F, -128.3F, -64.6F, -0.3F, 33.3333F, 63.7F, 127.6F, 150.1F, 172.0F}) {
+        mapState = {};
+        CurrentMap().south = 10;
+        CurrentMap().west = west;
+        CurrentMap().north = 20;
+        CurrentMap().east = west + 19.7F - (west > 160 ? 360.0F : 0.0F);
+        SetViewExtent();
+        for (const float x : {3.0F, 640.0F, 1234.0F, 1917.0F}) {
+            TestShell().boxes.clear();
+            Drag(x, 500, x + 2, 501);
+            ASSERT_EQ(TestShell().boxes.size(), 1U) << west << " " << x;
+            const float width = CurrentMap().east - CurrentMap().west;
+            EXPECT_EQ(width < 0 ? width + 360 : width, 1) << west << " " << x;
+            EXPECT_EQ(mapView.extent.spanLong, 1) << west << " " << x;
+            plots.clear();
+            WheelZoom(900, 500, 1);
+            EXPECT_TRUE(plots.empty()) << "no narrower than that: " << west << " " << x;
+            PreviousView();
+        }
+        const float middle = mapView.extent.centreLong;
+        WheelZoom(960, 500, 10);
+        EXPECT_EQ(mapView.extent.spanLong, 1) << west;
+        EXPECT_NEAR(mapView.extent.centreLong, middle, 1e-3);
+    }
+}
+
 TEST_F(MouseModes, AZoomRectangleOfExactly240DegreesIsRefused) {
     SetMouseMode(mouse_mode::kZoom);
     TestShell().log.clear();
