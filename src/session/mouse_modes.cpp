@@ -370,7 +370,9 @@ void Fill(const MouseState& drag) {
     if (!IsOnMap(x, y) || session.picture == nullptr) return;
     const Place place = PlaceAt(x, y);
     const bool isSea = drag.seaFill != 0;
+    const std::int16_t before = CurrentMap().fillCount;
     AddFill(mapState.current, place.lat, place.longitude, isSea, drag.specialColour);
+    if (CurrentMap().fillCount == before) return;  // a full list: the next plot would not know it
     FillAtOnce(x, y, isSea ? SeaColour() : drag.specialColour);
 
     // The grid, too, bounds a fill made at once; a plot fills before it draws the grid.

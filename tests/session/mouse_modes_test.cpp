@@ -841,6 +841,24 @@ TEST_F(MouseModes, AFillUnderTheGridDrawsTheMapAnewWithoutAsking) {
     EXPECT_EQ(plots, Log{"full"});
 }
 
+TEST_F(MouseModes, AFillThatTheFullListCannotTakePaintsNothing) {
+    surface.Clear(LandColour());
+    plotState.outlineColour = 0;
+    SetMouseMode(mouse_mode::kFill);
+    TestShell().log.clear();
+    CurrentMap().fillCount = 32767;
+    surface.log.clear();
+    Click(kX + 30, kY - 20);
+    EXPECT_EQ(CurrentMap().fillCount, 32767);
+    EXPECT_TRUE(surface.Calls("FloodFill").empty());
+    EXPECT_EQ(surface.GetPixel(205, 129), LandColour());
+    EXPECT_EQ(session.StoredImage.width, 0);
+    ExpectUntouched();
+    CurrentMap().gridOn = kTrue;
+    Click(kX + 30, kY - 20);
+    ExpectUntouched();
+}
+
 TEST_F(MouseModes, AFillOffTheMapDoesNothing) {
     SetMouseMode(mouse_mode::kFill);
     TestShell().log.clear();
