@@ -398,10 +398,11 @@ void KeepClick(float x, float y, bool onMap) {
 }
 
 // Where the place of the last click lies now: the click itself may have brought another view. A
-// position without a click before it stays. False if the map no longer shows the place.
+// position on the map without a click there before it stays. False if the map doesn't show the
+// place.
 bool FindLastClick(float& x, float& y) {
     const MouseState& mouse = mouseState;
-    if (mouse.clickX == -1) return true;
+    if (mouse.clickX == -1) return IsOnMap(x, y);
     if (mouse.clickPlot == plotState.screenPlots) {
         x = mouse.clickX;
         y = mouse.clickY;

@@ -1362,6 +1362,21 @@ TEST_F(MouseLines, ADoubleClickHandsTheLastClickOverToTheIdentification) {
     EXPECT_TRUE(TestShell().log.empty());
 }
 
+TEST_F(MouseLines, ADoubleClickOffTheMapIdentifiesNothing) {
+    identifyLine = [](float x, float y) {
+        identifiedX = x;
+        identifiedY = y;
+    };
+    identifiedX = identifiedY = -7;
+    Click(10, 10);
+    MouseDoubleClick(11, 10);
+    EXPECT_EQ(identifiedX, -7);
+    EXPECT_EQ(identifiedY, -7);
+    MouseDoubleClick(100, 150);
+    EXPECT_EQ(identifiedX, 100) << "on the map, without a click there before";
+    EXPECT_EQ(identifiedY, 150);
+}
+
 TEST_F(MouseLines, ADoubleClickWhoseFirstClickCentredTheMapMeansTheSamePlace) {
     identifyLine = [](float x, float y) {
         identifiedX = x;
