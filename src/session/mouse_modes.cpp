@@ -471,11 +471,13 @@ void MouseDown(float x, float y, bool right) {
     const bool onMap = IsOnMap(x, y);
     KeepClick(x, y, onMap);
     mouse.dragPlot = plotState.screenPlots;
+    mouse.pointerX = x;
+    mouse.pointerY = y;
     if (mouse.mode == mouse_mode::kRuler) {
         SeizeRuler(x, y);
     } else if (onMap || mouse.mode > mouse_mode::kMove) {
-        mouse.dragStartX = mouse.dragEndX = mouse.pointerX = x;
-        mouse.dragStartY = mouse.dragEndY = mouse.pointerY = y;
+        mouse.dragStartX = mouse.dragEndX = x;
+        mouse.dragStartY = mouse.dragEndY = y;
     }
     Refresh();
 }

@@ -70,6 +70,7 @@ struct MouseState {
     Flag rulerActive = kFalse;                   ///< mode 5: a ruler drag is in progress
     std::int16_t rulerKind = ruler_kind::kNone;  ///< mode 5: which line of the grid was seized
     std::int16_t rulerLast = 0;                  ///< mode 5: the last column or row, pixels
+    Flag rulerMoved = kFalse;                    ///< mode 5: it has been pulled since it was seized
     float clickX = -1;  ///< where the last click was, pixels; -1: none on the map
     float clickY = 0;
     float clickLat = 0;  ///< the place there, degrees, north and east positive

@@ -114,16 +114,23 @@ void SeizeRuler(float x, float y) {
     const double fromParallel = DistanceFromLine(ruler_kind::kParallel, y);
     if (std::min(fromMeridian, fromParallel) > reach) return;
     mouseState.rulerActive = kTrue;
+    mouseState.rulerMoved = kFalse;
     mouseState.rulerKind =
         fromMeridian <= fromParallel ? ruler_kind::kMeridian : ruler_kind::kParallel;
     mouseState.rulerLast = HeldOnMap(mouseState.rulerKind, x, y);
 }
 
 void MoveRuler(float x, float y) {
-    mouseState.rulerLast = HeldOnMap(mouseState.rulerKind, x, y);
+    MouseState& mouse = mouseState;
+    if (x == mouse.pointerX && y == mouse.pointerY) return;
+    mouse.pointerX = x;
+    mouse.pointerY = y;
+    mouse.rulerMoved = kTrue;
+    mouse.rulerLast = HeldOnMap(mouse.rulerKind, x, y);
 }
 
 void PlaceRuler() {
+    if (mouseState.rulerMoved == 0) return;
     if (!RulersStand()) mouseState.rulers.clear();
     mouseState.rulersPlot = plotState.screenPlots;
     mouseState.rulers.push_back({mouseState.rulerKind, mouseState.rulerLast,

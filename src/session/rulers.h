@@ -12,10 +12,11 @@ namespace orvantis {
 /// Seizes the line of the grid nearest to a position (pixels), if one is close.
 void SeizeRuler(float x, float y);
 
-/// Moves the ruler that was seized; it stays on the map.
+/// Moves the ruler that was seized to where the pointer has gone; it stays on the map.
 void MoveRuler(float x, float y);
 
-/// Leaves the ruler where it is, until the next plot of the screen.
+/// Leaves the ruler where it is, until the next plot of the screen. One that has not been moved
+/// goes: a click near a line places none.
 void PlaceRuler();
 
 /// Coordinate of the ruler that is being moved, such as "12N30".

@@ -932,6 +932,21 @@ TEST_F(MouseModes, TheMapsOwnEdgesGiveRulersWithoutAGrid) {
     EXPECT_FALSE(DragInProgress());
 }
 
+TEST_F(MouseModes, AClickNearALinePlacesNoRuler) {
+    SetMouseMode(mouse_mode::kRuler);
+    Click(27, 100);
+    EXPECT_TRUE(mouseState.rulers.empty());
+    EXPECT_TRUE(Overlay().empty());
+    MouseDown(27, 100, false);
+    MouseMove(27, 100, true, false);
+    MouseUp(27, 100, false);
+    EXPECT_TRUE(mouseState.rulers.empty()) << "a report without a move";
+    Drag(27, 100, 28, 100);
+    EXPECT_EQ(mouseState.rulers.size(), 1U);
+    Click(27, 100);
+    EXPECT_EQ(mouseState.rulers.size(), 1U) << "the placed one stays";
+}
+
 TEST_F(MouseModes, RulersStayUntilTheNextPlot) {
     SetMouseMode(mouse_mode::kRuler);
     Drag(25, 100, 125, 100);
