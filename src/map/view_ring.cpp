@@ -1,5 +1,7 @@
 #include "map/view_ring.h"
 
+#include <cmath>
+
 #include "map/map_menus.h"
 #include "map/plot.h"
 #include "map/projection.h"
@@ -111,7 +113,8 @@ void PushView(const ViewEdges& edges, std::string_view title) {
 bool IsWholeWorld(const MapDocument& document) {
     if (!IsFlat(document.projection)) return true;
     const float width = document.east - document.west;
-    if (width != 0 && width != 360) return false;
+    if (width != 0 && std::abs(width) != 360)
+        return false;  // either edge may be 180 of either sign
     if (document.projection == projection::kMercator) {
         return document.south <= kMercatorSouth && document.north >= kMercatorNorth;
     }

@@ -193,11 +193,10 @@ TEST_F(ViewRingTest, WholeWorldHasNoPreviousViewAndIsNotZoomedOutOf) {
         float south, west, north, east;
         std::int16_t projection;
     };
-    const Row rows[] = {{-90, -180, 90, 180, projection::kCartesian},
-                        {-90, 20, 90, 20, projection::kCartesian},
-                        {-65, -180, 75, 180, projection::kMercator},
-                        {10, -90, 10, 90, projection::kGlobeSphere},
-                        {10, 100, 10, -80, projection::kGlobeOblate}};
+    const Row rows[] = {
+        {-90, -180, 90, 180, projection::kCartesian}, {-90, 180, 90, -180, projection::kCartesian},
+        {-90, 20, 90, 20, projection::kCartesian},    {-65, -180, 75, 180, projection::kMercator},
+        {10, -90, 10, 90, projection::kGlobeSphere},  {10, 100, 10, -80, projection::kGlobeOblate}};
     for (const Row& row : rows) {
         SetEdges(row.south, row.west, row.north, row.east, row.projection);
         TestShell().log.clear();

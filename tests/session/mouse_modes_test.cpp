@@ -1036,6 +1036,10 @@ TEST_F(MouseModes, PageUpOnAViewOfTheWholeWorldDoesNothing) {
     TestShell().log.clear();
     PageUpKey();
     ExpectUntouched();
+    SetView(-90, 180, 90, -180, projection::kCartesian);
+    PageUpKey();
+    WheelZoom(kX, kY, -1);
+    ExpectUntouched();
 }
 
 std::vector<std::pair<int, int>> pointerMoves;
