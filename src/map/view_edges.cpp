@@ -10,18 +10,12 @@ namespace orvantis {
 
 namespace {
 
-// Beyond this latitude a Mercator map shows nothing but its own stretching.
-constexpr double kMercatorLimit = 85;
-
-constexpr float kHighestView = 120;  // higher than this, doubled, becomes the whole meridian
+constexpr double kHighestView = 120;  // degrees; what is higher becomes the whole meridian
 constexpr double kWholeCircle = 360;
+constexpr double kWholeMeridian = 180;
 constexpr double kSnap = 0.001;  // degrees; a view this near to a degree, or a world this near to
                                  // its usual edges, gets them
 constexpr double kEdgeGrid = 32768;  // steps in a degree
-
-float WrappedLong(double longitude) {
-    return static_cast<float>(Modulo(longitude + 180, kWholeCircle) - 180);
-}
 
 bool IsMercator() {
     return mapView.extent.projection == projection::kMercator;
@@ -50,12 +44,13 @@ double MercatorLat(double y) {
     return 2 * (RadToDeg(std::atan(std::exp(y))) - 45);
 }
 
-// Latitudes of a Mercator view between two values of its y, moved to stay within what such a map
-// can show: that of its limit, or of a view that reaches farther already.
+// Latitudes of a Mercator view between two values of its y, moved to stay within the band of such
+// views, or of a view that reaches farther already.
 void SetMercatorLatitudes(ViewEdges& edges, double south, double north) {
     const ViewExtent& view = mapView.extent;
-    const double top = std::max<double>(MercatorY(kMercatorLimit), view.mercNorth);
-    const double foot = std::min<double>(MercatorY(-kMercatorLimit), view.mercSouth);
+    const LatBand band = BandOf(projection::kMercator);
+    const double top = std::max<double>(MercatorY(band.highest), view.mercNorth);
+    const double foot = std::min<double>(MercatorY(band.lowest), view.mercSouth);
     if (north - south >= top - foot) {
         edges.south = kMercatorSouth;
         edges.north = kMercatorNorth;
@@ -78,7 +73,33 @@ void SetLatitudesBetween(ViewEdges& edges, double south, double north) {
     }
 }
 
+// The band of the view's projection; a Mercator view that reaches farther already stays there.
+LatBand BandOfView() {
+    const ViewExtent& view = mapView.extent;
+    LatBand band = BandOf(view.projection);
+    if (!IsMercator()) return band;
+    band.lowest = std::min<double>(band.lowest, view.southDeg);
+    band.highest = std::max<double>(band.highest, view.northDeg);
+    return band;
+}
+
 }  // namespace
+
+LatBand BandOf(std::int16_t projectionNumber) {
+    return projectionNumber == projection::kMercator ? LatBand{-80, 85} : LatBand{};
+}
+
+float WrappedLong(double longitude) {
+    return static_cast<float>(Modulo(longitude + 180, kWholeCircle) - 180);
+}
+
+double LargerWidth(double width) {
+    return width > kWidestView ? kWholeCircle : width;
+}
+
+double LargerHeight(double height) {
+    return height > kHighestView ? kWholeMeridian : height;
+}
 
 bool IsOnMap(float x, float y) {
     const MapRect& rect = mapView.rect;
@@ -128,14 +149,7 @@ ViewEdges EdgesAbout(double lat, double longitude) {
         return edges;
     }
     SetLongitudes(edges, longitude - view.spanLong / 2.0, view.spanLong);
-    const double half = view.spanLat / 2.0;
-    if (IsMercator()) {
-        // The height in degrees stays here too, and so does the limit of a view that keeps it.
-        const double top = std::max<double>(kMercatorLimit, view.northDeg);
-        const double foot = std::min<double>(-kMercatorLimit, view.southDeg);
-        lat = std::clamp(lat, std::min(foot + half, top - half), top - half);
-    }
-    SetLatitudes(edges, lat, view.spanLat);
+    SetLatitudes(edges, lat, view.spanLat, BandOfView());
     return edges;
 }
 
@@ -155,7 +169,7 @@ bool ScaledEdges(double x, double y, int steps, ViewEdges& edges) {
                    x + (1 - across) * rect.width * factor, y + (1 - down) * rect.height * factor);
     if (steps > 0) return true;
 
-    const bool wholeCircle = view.spanLong * factor > kWidestView;
+    const bool wholeCircle = LargerWidth(view.spanLong * factor) == kWholeCircle;
     if (wholeCircle) {
         const double place = view.westDeg + across * view.spanLong;
         SetLongitudes(edges, place - across * kWholeCircle, kWholeCircle);
@@ -167,7 +181,7 @@ bool ScaledEdges(double x, double y, int steps, ViewEdges& edges) {
     if (IsMercator() && wholeCircle) {
         edges.south = kMercatorSouth;
         edges.north = kMercatorNorth;
-    } else if (!IsMercator() && view.spanLat * factor > kHighestView) {
+    } else if (!IsMercator() && LargerHeight(view.spanLat * factor) == kWholeMeridian) {
         edges.south = -90;
         edges.north = 90;
     }

@@ -26,8 +26,10 @@ void PlaceOnFlatMap(double lat, double longitude, double& x, double& y);
 /// stay between the limits of its latitudes, and is at least two minutes of arc high.
 ViewEdges EdgesOfBox(double left, double top, double right, double bottom);
 
-/// Edges of the view moved so that its centre lies at a place; height and width stay. On a globe
-/// the centre is all that there is.
+/// Edges of the view moved so that its centre lies at a place; height and width stay. The view is
+/// held between the poles, and in Mercator's projection, which would stretch the last degrees
+/// without end, in the band of BandOf, or where it reaches already. On a globe the centre is all
+/// that there is.
 ViewEdges EdgesAbout(double lat, double longitude);
 
 /// Edges of the flat view halved (`steps` above 0) or doubled in size so many times, with the place
@@ -41,6 +43,18 @@ struct LatBand {
     double lowest = -90;
     double highest = 90;
 };
+
+/// The band in which views of a flat projection are made. Towards a pole Mercator's projection
+/// stretches so much that the last degrees would leave no room for the rest of the view.
+LatBand BandOf(std::int16_t projectionNumber);
+
+/// A longitude brought to -180 up to 180, degrees.
+float WrappedLong(double longitude);
+
+/// Width and height of a view that was made larger, degrees: above 240 wide it becomes the whole
+/// circle, above 120 high the whole meridian.
+double LargerWidth(double width);
+double LargerHeight(double height);
 
 /// Sets the latitudes half a height from the centre, moved together to stay in the band; those of
 /// the band, if it is lower than that.

@@ -23,15 +23,6 @@ constexpr std::int16_t kMostViewsMade = 32767;
 
 constexpr std::string_view kUnnamed = "Lat:";
 
-// A view wider or higher than this, doubled, becomes the whole circle and the whole meridian.
-constexpr float kHighestView = 120;
-
-// Between these a view is doubled. Towards a pole Mercator's projection stretches so much that the
-// last degrees would leave no room for the rest of the view.
-LatBand BandOf(std::int16_t projectionNumber) {
-    return projectionNumber == projection::kMercator ? LatBand{-80, 85} : LatBand{};
-}
-
 // The view that is left keeps the bare map, or nothing, if its own plot was given up: what an
 // earlier lap of the ring left there is no picture of it.
 void KeepPicture() {
@@ -72,10 +63,6 @@ void GoBack() {
     } else if (plotFull != nullptr) {
         plotFull();
     }
-}
-
-float WrappedLong(double longitude) {
-    return static_cast<float>(Modulo(longitude + 180, 360) - 180);
 }
 
 std::string LatText(float lat) {
@@ -146,14 +133,12 @@ void ZoomOut() {
     RunTimeError failure;
     TakeRunTimeError(failure);  // edges that are no view are the plot's to tell
     const ViewExtent& view = mapView.extent;
-    float width = view.spanLong * 2;
-    float height = view.spanLat * 2;
-    if (width > kWidestView) width = 360;
-    if (height > kHighestView) height = 180;
+    const double width = LargerWidth(view.spanLong * 2.0);
+    const double height = LargerHeight(view.spanLat * 2.0);
 
     ViewEdges edges;
-    edges.west = WrappedLong(static_cast<double>(view.centreLong) - width / 2);
-    edges.east = WrappedLong(static_cast<double>(view.centreLong) + width / 2);
+    edges.west = WrappedLong(view.centreLong - width / 2);
+    edges.east = WrappedLong(view.centreLong + width / 2);
     if (height == 180 && view.projection == projection::kMercator) {
         edges.south = kMercatorSouth;
         edges.north = kMercatorNorth;

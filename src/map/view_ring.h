@@ -32,8 +32,8 @@ void PushView(const ViewEdges& edges, std::string_view title);
 void PreviousView();
 
 /// Pushes a view of twice the height and width about the same centre, or of the whole world. It is
-/// moved to stay between the poles, in Mercator's projection between 80 south and 85 north. Does
-/// nothing on a view that is the whole world.
+/// moved to stay between the poles, in Mercator's projection in its band (BandOf). Does nothing on
+/// a view that is the whole world.
 void ZoomOut();
 
 /// True if a document can't be zoomed out of: its view is the world, or the half of it that a globe

@@ -649,6 +649,40 @@ TEST_F(MouseModes, AMoveOnMercatorKeepsTheHeightAndOffThePoles) {
     EXPECT_EQ(PendingRunTimeError(), 0);
 }
 
+TEST_F(MouseModes, MoveWheelAndZoomOutEndAtTheSameLatitudesOfAMercatorMap) {
+    const auto view = [&](float south, float north) {
+        SetView(south, 0, north, 60, projection::kMercator);
+    };
+    SetMouseMode(mouse_mode::kMove);
+    view(40, 80);
+    Click(kX, 41);
+    EXPECT_FLOAT_EQ(CurrentMap().north, 85);
+    EXPECT_FLOAT_EQ(CurrentMap().south, 45);
+    view(-75, -35);
+    Click(kX, 217);
+    EXPECT_FLOAT_EQ(CurrentMap().south, -80);
+    EXPECT_FLOAT_EQ(CurrentMap().north, -40);
+
+    view(70, 80);
+    WheelZoom(kX, 217, -2);
+    EXPECT_NEAR(CurrentMap().north, 85, 1e-3);
+    view(-75, -65);
+    WheelZoom(kX, 41, -2);
+    EXPECT_NEAR(CurrentMap().south, -80, 1e-3);
+
+    view(60, 80);
+    ZoomOut();
+    EXPECT_FLOAT_EQ(CurrentMap().north, 85);
+    view(-75, -55);
+    ZoomOut();
+    EXPECT_FLOAT_EQ(CurrentMap().south, -80);
+
+    view(50, 88);
+    SetMouseMode(mouse_mode::kMove);
+    Click(kX, 41);
+    EXPECT_FLOAT_EQ(CurrentMap().north, 88) << "a view that reaches farther keeps its place";
+}
+
 TEST_F(MouseModes, OnAGlobeTheCentreIsTheOneValueThatChanges) {
     SetView(0, -90, 0, 90, projection::kGlobeSphere);
     SetMouseMode(mouse_mode::kMove);
