@@ -196,9 +196,12 @@ void ShowMove() {
     if (mapView.extent.projection != projection::kCartesian) return;
     const ViewEdges edges = MovedEdges(PlaceAt(mouse.dragStartX, mouse.dragStartY),
                                        PlaceAt(mouse.dragEndX, mouse.dragEndY), false);
-    const double down = (static_cast<double>(edges.north) - mapView.extent.northDeg) *
-                        mapView.rect.height / mapView.extent.spanLat;
-    mouse.drag.back().y1 = mouse.drag.back().y0 + static_cast<int>(std::lround(down));
+    // A file's edges may be anything: beyond its own height the map is out of sight.
+    const double height = mapView.rect.height;
+    const double down = (static_cast<double>(edges.north) - mapView.extent.northDeg) * height /
+                        mapView.extent.spanLat;
+    const double seen = std::isnan(down) ? 0 : std::clamp(down, -height, height);
+    mouse.drag.back().y1 = mouse.drag.back().y0 + static_cast<int>(std::lround(seen));
 }
 
 // A plot in the middle of a drag, such as that of a window of another size, moves the places under

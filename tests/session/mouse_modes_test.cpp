@@ -1,6 +1,7 @@
 #include "session/mouse_modes.h"
 
 #include <cmath>
+#include <limits>
 #include <random>
 
 #include "charts/CALCCHRT.h"
@@ -730,6 +731,24 @@ TEST_F(MouseModes, TheMapIsShownMovedAsFarAsTheViewWillGo) {
     MouseDown(100, 100, false);
     MouseMove(140, 120, true, false);
     EXPECT_EQ(Overlay(), (Figures{{Figure::Kind::MovedMap, 100, 100, 140, 120}}));
+}
+
+TEST_F(MouseModes, AMapOfHostileEdgesIsShownMovedByNoMoreThanItsHeight) {
+    SetMouseMode(mouse_mode::kMove);
+    const float kInfinity = std::numeric_limits<float>::infinity();
+    const float spans[] = {1e-30F, -1e-30F, 1e30F, kInfinity, std::nanf("")};
+    const float norths[] = {1e30F, -1e30F, kInfinity, std::nanf(""), 90};
+    for (const float span : spans) {
+        for (const float north : norths) {
+            mapView.extent.spanLat = span;
+            mapView.extent.northDeg = north;
+            MouseDown(100, 100, false);
+            MouseMove(140, 120, true, false);
+            ASSERT_EQ(Overlay().size(), 1U);
+            EXPECT_LE(std::abs(Overlay()[0].y1 - Overlay()[0].y0), 180) << span << " " << north;
+            CancelDrag();
+        }
+    }
 }
 
 // ---- relocating ----
