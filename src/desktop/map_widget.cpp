@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QToolTip>
 #include <QWheelEvent>
+#include <algorithm>
 #include <cmath>
 
 #include "map/projection.h"
@@ -28,8 +29,16 @@ void RefreshCurrent() {
     if (current != nullptr) current->RefreshOverlay();
 }
 
+// From pixels of the picture to the desktop's own, of which there are no parts.
+int DesktopPixels(int pixels, double scale) {
+    const int least = std::clamp(pixels, -1, 1);
+    const int moved = static_cast<int>(std::lround(pixels / scale));
+    return moved == 0 ? least : moved;
+}
+
 void MovePointerBy(int dx, int dy) {
-    QCursor::setPos(QCursor::pos() + QPoint(dx, dy));
+    const double scale = current == nullptr ? 1 : current->devicePixelRatioF();
+    QCursor::setPos(QCursor::pos() + QPoint(DesktopPixels(dx, scale), DesktopPixels(dy, scale)));
 }
 
 QRect BoxOf(const OverlayFigure& figure) {

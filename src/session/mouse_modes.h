@@ -4,6 +4,20 @@
 //
 // Positions are pixels of the picture, in the view that the last plot has set up. Before the first
 // picture stands, and while a plot runs, events do nothing. A position off the map gives no action.
+//
+// Where a mode has a choice:
+// - The zoom rectangle keeps the map's proportions, and so is no larger than the room between its
+//   start and the map's edge allows: it shrinks there, it doesn't move. One without a width counts
+//   as too narrow. On a globe, which always shows its half of the world, its middle comes to the
+//   front.
+// - A drag beyond a flat map is held at its edge; beyond the edge of a globe it stays where it was.
+// - A move on a Mercator map keeps the height in degrees, so the picture is stretched anew and what
+//   was under the pointer is there only nearly; longitudes are exact.
+// - A fill is made at once on a bare map. The grid would bound it, as lines and names do: with a
+// grid
+//   the map is drawn anew, without a question.
+// - A ruler is pulled off a line of the grid where that is shown, or off the map's own edges. On a
+//   globe there are none.
 #pragma once
 
 #include <cstdint>
@@ -112,7 +126,8 @@ bool DragInProgress();
 /// PageUp: zooms out, in the zoom mode on a Cartesian map. Nothing during a drag.
 void PageUpKey();
 
-/// An arrow key: moves the pointer by 1 pixel, or by 10 with Shift, in a direction of -1, 0 or 1.
+/// An arrow key: moves the pointer by 1 pixel of the picture, or by 10 with Shift, in a direction
+/// of -1, 0 or 1.
 void ArrowKey(int directionX, int directionY, bool shift);
 
 /// Wheel: zooms in (steps above 0) or out about a position by a factor of 2 a step, through the
@@ -145,7 +160,8 @@ extern void (*identifyLine)(float x, float y);
 /// button are disabled, and a click in the mode does nothing.
 extern void (*relocateChart)(double lat, double longitude);
 
-/// Connection point: moves the pointer by so many pixels of the screen.
+/// Connection point: moves the pointer by so many pixels of the picture. Where the desktop counts
+/// in larger ones, to the nearest of those, and by one at the least.
 extern void (*movePointer)(int dx, int dy);
 
 }  // namespace orvantis
