@@ -2,8 +2,10 @@
 #include "desktop/map_widget.h"
 
 #include <QCoreApplication>
+#include <QCursor>
 #include <QHelpEvent>
 #include <QImage>
+#include <QProcess>
 #include <QTest>
 #include <QToolTip>
 #include <QWheelEvent>
@@ -18,6 +20,8 @@
 #include "session/session_state.h"
 #include "session/settings.h"
 #include "surface/null_shell.h"
+#include "text/coordinates.h"
+#include "text/numbers.h"
 
 namespace orvantis {
 namespace {
@@ -185,15 +189,27 @@ TEST_F(MapWidgetTest, ARulerIsPulledOffTheMapsEdge) {
     const MapRect rect = mapView.rect;
     Drag({rect.left, 150}, {250, 150});
     Release({250, 150});
-    EXPECT_NE(Shown(), before);
-    EXPECT_TRUE(mouseState.positionText.ends_with('E') || !mouseState.positionText.empty());
+    const QImage after = Shown();
+    EXPECT_NE(after, before);
+    for (int y = rect.top; y <= rect.top + rect.height; ++y) {
+        const QRgb pixel = after.pixel(250, y) & 0xFFFFFF;
+        EXPECT_TRUE(pixel == 0 || pixel == 0xFFFFFF) << "the line, in row " << y;
+        EXPECT_EQ(after.pixel(256, y), before.pixel(256, y)) << "beyond its marks, in row " << y;
+    }
+    EXPECT_NE(after.pixel(250, 150), after.pixel(250, 151)) << "dotted";
+    const double lat = 90 - 180.0 * (150 - rect.top) / rect.height;
+    const double longitude = 360.0 * (250 - rect.left) / rect.width - 180;
+    const std::string across = FormatLongMinutes(RoundToInt16(longitude * 60));
+    EXPECT_EQ(mouseState.positionText, FormatLatMinutes(RoundToInt16(lat * 60)) +
+                                           std::string(8, ' ') + across + std::string(19, ' ') +
+                                           across);
     // The next plot takes it away.
     PlotMap4(kFalse, map.Surface(), kTrue);
     QCoreApplication::processEvents();
     EXPECT_TRUE(Overlay().empty());
-    const QImage after = Shown();
+    const QImage plotted = Shown();
     map.Surface().onRefresh();
-    EXPECT_EQ(Shown(), after);
+    EXPECT_EQ(Shown(), plotted);
 }
 
 TEST_F(MapWidgetTest, KeysReachTheSession) {
@@ -303,6 +319,67 @@ TEST_F(MapWidgetTest, RightButtonTellsAnglesAndStartsNoDrag) {
     EXPECT_NE(mouseState.positionText.find(" Asc="), std::string::npos);
     EXPECT_FALSE(DragInProgress());
     QTest::mouseRelease(&map, Qt::RightButton, Qt::NoModifier, At(10, 10));
+}
+
+// ---- A display of twice the pixels, in a process of its own ----
+
+class TwicePixelsTest : public MapWidgetTest {
+  protected:
+    void SetUp() override {
+        if (map.devicePixelRatioF() != 2) GTEST_SKIP() << "run by the test below";
+        MapWidgetTest::SetUp();
+    }
+};
+
+TEST_F(TwicePixelsTest, ThePictureHasThePixelsOfTheDisplay) {
+    EXPECT_EQ(map.Surface().Size().width, 1000);
+    EXPECT_EQ(map.Surface().Size().height, 640);
+    map.Surface().SetPen({1, LineDash::Solid, 0x0000FF});
+    map.Surface().SetPixel(301, 201);
+    const QImage shown = Shown();
+    EXPECT_EQ(shown.size(), QSize(1000, 640));
+    EXPECT_EQ(shown.pixel(301, 201) & 0xFFFFFF, 0xFF0000U) << "pixel by pixel";
+    EXPECT_EQ(shown.pixel(300, 201) & 0xFFFFFF, 0x808080U);
+    EXPECT_EQ(shown.pixel(302, 201) & 0xFFFFFF, 0x808080U);
+}
+
+TEST_F(TwicePixelsTest, EventsAndFiguresAreInPixelsOfThePicture) {
+    const QImage before = Shown();
+    Drag({100, 100}, {150, 100});
+    EXPECT_EQ(mouseState.dragStartX, 200);
+    EXPECT_EQ(mouseState.dragStartY, 200);
+    EXPECT_EQ(Overlay().back(),
+              (OverlayFigure{OverlayFigure::Kind::InvertedLine, 200, 200, 300, 200}));
+    const QImage during = Shown();
+    EXPECT_EQ(during.pixel(250, 200), before.pixel(250, 200) ^ 0xFFFFFF);
+    EXPECT_EQ(during.pixel(250, 199), before.pixel(250, 199)) << "one pixel wide";
+    EXPECT_EQ(during.pixel(250, 201), before.pixel(250, 201));
+    EXPECT_EQ(during.pixel(200, 195), before.pixel(200, 195) ^ 0xFFFFFF) << "the cross";
+    EXPECT_EQ(during.pixel(200, 189), before.pixel(200, 189)) << "10 pixels each way";
+    Release({150, 100});
+    EXPECT_EQ(Shown(), before) << "and all of it is taken away";
+}
+
+TEST_F(TwicePixelsTest, ArrowKeysMoveThePointerByPixelsOfThePicture) {
+    QCursor::setPos(200, 200);
+    QTest::keyClick(&map, Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_EQ(QCursor::pos(), QPoint(205, 200)) << "10 of them";
+    QTest::keyClick(&map, Qt::Key_Up);
+    EXPECT_EQ(QCursor::pos(), QPoint(205, 199)) << "the least that there is";
+}
+
+TEST(MapWidgetScale, HoldsOnADisplayOfTwiceThePixels) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QStringLiteral("2"));
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(QCoreApplication::applicationFilePath(),
+                  {QStringLiteral("--gtest_filter=TwicePixelsTest.*")});
+    ASSERT_TRUE(process.waitForFinished());
+    const std::string told = process.readAll().toStdString();
+    EXPECT_EQ(process.exitCode(), 0) << told;
+    EXPECT_NE(told.find("[  PASSED  ] 3 tests."), std::string::npos) << told;
 }
 
 }  // namespace

@@ -12,10 +12,13 @@
 #include <gtest/gtest.h>
 
 #include "desktop/main_window.h"
+#include "map/map_document.h"
 #include "map/plot.h"
+#include "map/view_ring.h"
 #include "session/commands.h"
 #include "session/display_dialogs.h"
 #include "session/session_state.h"
+#include "session/settings.h"
 #include "surface/null_shell.h"
 
 namespace orvantis {
@@ -191,6 +194,36 @@ TEST_F(RedrawTest, ARedrawDueWhileMinimisedIsMadeWhenTheWindowComesBack) {
     LetEventsRun();
     ASSERT_EQ(sizes.size(), 1U);
     EXPECT_EQ(sizes[0], window.MapArea()->width());
+}
+
+// The picture that a view kept is put back only where it still fits.
+TEST_F(RedrawTest, PreviousViewIsDrawnAnewOnceTheWindowHasAnotherSize) {
+    static int quickPlots = 0;
+    quickPlots = 0;
+    options.storeImages = kTrue;
+    session.picture = &window.Picture();
+    plotFull = [] { drawn->RedrawMap(); };
+    plotQuick = [] { ++quickPlots; };
+    window.RedrawMap();
+    PushView({-30, -60, 30, 60}, "Lat: a part");
+    ASSERT_EQ(sizes.size(), 2U);
+    PreviousView();
+    EXPECT_EQ(quickPlots, 1);
+    EXPECT_EQ(sizes.size(), 2U) << "its picture fits";
+    EXPECT_EQ(CurrentMap().west, -180);
+
+    PushView({-30, -60, 30, 60}, "Lat: a part");
+    window.resize(700, 480);
+    LetEventsRun();
+    ASSERT_EQ(sizes.size(), 4U);
+    PreviousView();
+    EXPECT_EQ(quickPlots, 1);
+    ASSERT_EQ(sizes.size(), 5U) << "drawn anew";
+    EXPECT_EQ(sizes.back(), 700);
+    EXPECT_EQ(CurrentMap().west, -180);
+    plotFull = plotQuick = nullptr;
+    options = {};
+    mapState = {};
 }
 
 // ---- Boxes and dialogs ----

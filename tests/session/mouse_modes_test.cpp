@@ -8,6 +8,7 @@
 #include "charts/SwissEph.h"
 #include "lines/chart_lines.h"
 #include "map/map_fixture.h"
+#include "map/view_edges.h"
 #include "map/view_ring.h"
 
 namespace orvantis {
@@ -328,6 +329,17 @@ TEST_F(MouseModes, ADragBeyondAGlobeStaysWhereItWas) {
     EXPECT_EQ(Overlay(), before);
 }
 
+TEST_F(MouseModes, ModesThatMeasureNothingAddNoTextToThePositionDuringADrag) {
+    for (const std::int16_t mode :
+         {mouse_mode::kZoom, mouse_mode::kMove, mouse_mode::kRelocate, mouse_mode::kFill}) {
+        SetMouseMode(mode);
+        MouseDown(kX, kY, false);
+        MouseMove(kX + 10, kY - 20, true, false);
+        EXPECT_EQ(mouseState.positionText, "20N00" + Blanks(8) + "010E00" + Blanks(19)) << mode;
+        CancelDrag();
+    }
+}
+
 TEST_F(MouseModes, DraggingAFigureMakesNoPlot) {
     ShowChart();
     for (const std::int16_t mode :
@@ -609,6 +621,35 @@ TEST_F(MouseModes, ATitleThatIsANameStaysThroughAMove) {
     CurrentMap().title = "Europe";
     Click(kX + 30, kY - 20);
     EXPECT_EQ(CurrentMap().title, "Europe");
+}
+
+TEST_F(MouseModes, ATitleThatNamesACentreStaysThroughALaterZoom) {
+    SetMouseMode(mouse_mode::kMove);
+    Click(kX + 30, kY - 20);
+    SetMouseMode(mouse_mode::kZoom);
+    Drag(kX, kY, kX + 50, kY + 25);
+    EXPECT_EQ(CurrentMap().title, "Centre 20N00 030E00") << "it no longer begins with Lat:";
+    EXPECT_EQ(plots, (Log{"full", "full"}));
+}
+
+// The preview moves the picture as it is; the new one is stretched anew, by little in a low view.
+TEST_F(MouseModes, OnMercatorTheMapComesToLieNearlyWhereItsPreviewShowedIt) {
+    SetView(40, 0, 60, 40, projection::kMercator);
+    SetMouseMode(mouse_mode::kMove);
+    float lat = 0;
+    float longitude = 0;
+    UnprojectPoint(CurrentMap(), 200, 120, lat, longitude);
+    MouseDown(200, 120, false);
+    MouseMove(245, 135, true, false);
+    EXPECT_EQ(Overlay(), (Figures{{Figure::Kind::MovedMap, 200, 120, 245, 135}}));
+    MouseUp(245, 135, false);
+    EXPECT_EQ(plots, Log{"full"});
+    double x = 0;
+    double y = 0;
+    PlaceOnFlatMap(lat, longitude, x, y);
+    EXPECT_NEAR(x, 245, 0.01);
+    EXPECT_NEAR(y, 135, 2);
+    EXPECT_FLOAT_EQ(CurrentMap().north - CurrentMap().south, 20);
 }
 
 TEST_F(MouseModes, ADragMovesTheCentreByTheDifference) {
