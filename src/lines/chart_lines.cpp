@@ -45,7 +45,9 @@ void PlotMeridianLine(const LineFrame& frame, std::int16_t point, std::int16_t t
     if (type != line_type::kCulminate) return;
     const CalcChart& chart = calcChart[Index(frame.slot)];
     const double lat = options.mapZodiac == 1 ? chart.Lat[Index(point)] : chart.Dec[Index(point)];
-    if (IsPositionShown(lat, longitude)) LabelPoint(lat, longitude, point);
+    if (IsPositionShown(lat, longitude)) {
+        LabelPoint(lat, longitude, point, LabelPlace::Overhead);
+    }
 }
 
 // One half of a point's horizon circle. The labels stand at the samples on the equator.
@@ -60,7 +62,7 @@ void PlotRiseSetLine(const CircleQuarter& quarter, std::int16_t point, std::int1
             chartLines.anyVisible = true;
         }
         if (((u == 0 && visible) || u == 180) && IsLongitudeShown(longitude)) {
-            LabelPoint(lat, longitude, point);
+            LabelPoint(lat, longitude, point, LabelPlace::Equator);
         }
         first = false;
         u += kSampleStep;
@@ -162,8 +164,9 @@ void PlotRiseSetLines(Flag /*printing*/, std::int16_t slot) {
     }
 }
 
-void AddLineLabel(std::int16_t x, std::int16_t y, std::int16_t code, std::int16_t type) {
-    chartLines.labels.push_back({x, y, code, type});
+void AddLineLabel(std::int16_t x, std::int16_t y, std::int16_t code, std::int16_t type,
+                  LabelPlace place) {
+    chartLines.labels.push_back({x, y, code, type, place});
 }
 
 std::string PlotLineAnnotation(std::int16_t code) {

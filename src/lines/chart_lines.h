@@ -28,12 +28,20 @@ inline constexpr std::int16_t kEclipsePartial = 13;
 inline constexpr std::int16_t kPointLabel = 14;
 }  // namespace line_type
 
+/// What a label says of its place.
+enum class LabelPlace : std::uint8_t {
+    Other,
+    Overhead,  ///< the point stands in the zenith here
+    Equator,   ///< its rise or set line crosses the equator here
+};
+
 /// A label on the map.
 struct LineLabel {
     std::int16_t x = 0;  ///< pixels
     std::int16_t y = 0;
     std::int16_t code = 0;  ///< point number, plus 100 times a relation; or a character, or a sign
     std::int16_t type = 0;  ///< line type, 1 to 14
+    LabelPlace place = LabelPlace::Other;
 };
 
 struct ChartLinesState {
@@ -57,7 +65,8 @@ void PlotChartLines(Flag printing, Flag fullPlot, std::int16_t slot);
 void PlotMeridianLines(Flag printing, std::int16_t slot);
 void PlotRiseSetLines(Flag printing, std::int16_t slot);
 
-void AddLineLabel(std::int16_t x, std::int16_t y, std::int16_t code, std::int16_t type);
+void AddLineLabel(std::int16_t x, std::int16_t y, std::int16_t code, std::int16_t type,
+                  LabelPlace place = LabelPlace::Other);
 
 /// Draws the labels, which then are the object list. One whose box would reach over an edge of the
 /// map is moved inside, on a globe towards its centre, so that it can be read.

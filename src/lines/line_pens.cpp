@@ -1,6 +1,5 @@
 #include "lines/line_pens.h"
 
-#include "lines/chart_lines.h"
 #include "map/plot.h"
 #include "map/projection.h"
 #include "session/settings.h"
@@ -63,11 +62,11 @@ bool IsPositionShown(double lat, double longitude) {
            PointInView(lat, longitude, view.southMin, view.northMin, view.westMin, view.eastMin);
 }
 
-void LabelPoint(double lat, double longitude, std::int16_t point) {
+void LabelPoint(double lat, double longitude, std::int16_t point, LabelPlace place) {
     std::int16_t x = 0;
     std::int16_t y = 0;
     ProjectPoint(RoundToInt16(lat * 60), RoundToInt16(longitude * 60), y, x);
-    AddLineLabel(x, y, point, line_type::kPointLabel);
+    AddLineLabel(x, y, point, line_type::kPointLabel, place);
 }
 
 void DrawSamples(const std::vector<LinePosition>& samples, std::int16_t kind, std::int16_t type) {

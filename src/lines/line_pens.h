@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "lines/chart_lines.h"
 #include "lines/line_geometry.h"
 
 namespace orvantis {
@@ -30,6 +31,6 @@ bool IsMeridianShown(double longitude);
 void DrawSamples(const std::vector<LinePosition>& samples, std::int16_t kind, std::int16_t type);
 
 /// Puts a point's label on the map at a position in degrees.
-void LabelPoint(double lat, double longitude, std::int16_t point);
+void LabelPoint(double lat, double longitude, std::int16_t point, LabelPlace place);
 
 }  // namespace orvantis

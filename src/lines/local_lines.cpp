@@ -22,7 +22,7 @@ void LabelOverhead(const LineFrame& frame, std::int16_t p) {
     const double lat = chart.Dec[Index(p)];
     const double longitude =
         Modulo(chart.RA[Index(p)] - frame.midheavenRA - frame.placeLongW + 180, 360) - 180;
-    if (IsPositionShown(lat, longitude)) LabelPoint(lat, longitude, p);
+    if (IsPositionShown(lat, longitude)) LabelPoint(lat, longitude, p, LabelPlace::Overhead);
 }
 
 void PlotDirections(const LineFrame& frame) {

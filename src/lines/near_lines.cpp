@@ -12,7 +12,6 @@
 #include "map/projection.h"
 #include "map/view_edges.h"
 #include "session/session_state.h"
-#include "session/settings.h"
 #include "session/tables.h"
 #include "text/numbers.h"
 
@@ -127,16 +126,7 @@ double DistanceFrom(const LinePiece& piece, double x, double y) {
 // Labels stand also where rise and set lines cross the equator; those are named by their lines.
 bool IsOverhead(const LineLabel& label) {
     const auto p = static_cast<std::int16_t>(label.code % 100);
-    if (label.type != line_type::kPointLabel || p < 1 || p > point::kLastBody) return false;
-    const LineFrame frame = MakeLineFrame(kSlot);
-    const CalcChart& chart = calcChart[kSlot];
-    const double lat = options.mapZodiac == 1 ? chart.Lat[static_cast<std::size_t>(p)]
-                                              : chart.Dec[static_cast<std::size_t>(p)];
-    const double longitude = MeridianLineLongitude(frame, p, line_type::kCulminate);
-    std::int16_t x = 0;
-    std::int16_t y = 0;
-    ProjectPoint(RoundToInt16(lat * 60), RoundToInt16(longitude * 60), y, x);
-    return std::abs(x - label.x) <= 1 && std::abs(y - label.y) <= 1;
+    return label.place == LabelPlace::Overhead && p >= 1 && p <= point::kLastBody;
 }
 
 bool IsUnder(const LineLabel& label, float x, float y) {

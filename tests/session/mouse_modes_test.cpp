@@ -1425,7 +1425,8 @@ TEST_F(MouseLines, AParanIsNamedByItsTwoPoints) {
 TEST_F(MouseLines, ALabelWhereAPointIsOverheadIsNamed) {
     Place(3, 40, 20);
     Show({1});
-    chartLines.objects = {{245, 109, 3, line_type::kPointLabel}, {155, 129, 3, 14}};
+    chartLines.objects = {{245, 109, 3, line_type::kPointLabel, LabelPlace::Overhead},
+                          {155, 129, 3, line_type::kPointLabel, LabelPlace::Equator}};
     EXPECT_EQ(LinesNear(kX + 40, kY - 20), "The Sun - Overhead\r\nThe Sun - Culminate");
     EXPECT_EQ(LinesNear(kX - 50, kY), "") << "the label of a rise line is named by its line";
 }

@@ -85,7 +85,7 @@ ORVANTIS_FIELDS(CalcChart, a1, a2, a3, a4, a5, a6, a7, a8, a9, a10, a11, a12, a1
 ORVANTIS_FIELDS(ChartNotes, a, b)
 ORVANTIS_FIELDS(ChartNow, a, b, c, d, e, f, g)
 ORVANTIS_FIELDS(SwissState, a, b, c, d, e, f, g)
-ORVANTIS_FIELDS(LineLabel, a, b, c, d)
+ORVANTIS_FIELDS(LineLabel, a, b, c, d, e)
 ORVANTIS_FIELDS(ChartLinesState, a, b, c, d)
 ORVANTIS_FIELDS(LinePiece, a, b, c, d, e)
 ORVANTIS_FIELDS(PlacedLines, a, b, c)

@@ -1,0 +1,106 @@
+// What the labels of a plot say to whoever points at them. Lines: see the tests of the mouse.
+#include "lines/near_lines.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "lines/lines_fixture.h"
+
+namespace orvantis {
+namespace {
+
+class NearLines : public LinesOnASurface {
+  protected:
+    // Plots the chart as a command does.
+    void Plot() {
+        PlotMap4(kFalse, surface_, kFalse);
+        ASSERT_FALSE(plotState.interrupted);
+    }
+
+    // The only label of the plot.
+    static LineLabel TheLabel() {
+        EXPECT_EQ(chartLines.objects.size(), 1U);
+        return chartLines.objects.empty() ? LineLabel{} : chartLines.objects[0];
+    }
+
+    static std::string FirstNameAt(const LineLabel& label) {
+        const std::vector<std::string> names = NamesNear(label.x, label.y);
+        return names.empty() ? "" : names[0];
+    }
+};
+
+// The label's position before it was moved lies up to half a box nearer the edge.
+TEST_F(NearLines, ABodyOverheadAtTheEdgeOfAFlatMapIsNamedWhereItsLabelStands) {
+    struct Row {
+        float ra, dec;
+    };
+    for (const std::size_t type : {1, 7}) {
+        for (const Row& row : {Row{179.8F, 20}, Row{-179.8F, -20}, Row{40, 89.8F}, Row{40, -89.8F},
+                               Row{179.8F, 89.8F}}) {
+            ShowTypes({type});
+            Place(3, row.ra, row.dec);
+            Plot();
+            const LineLabel label = TheLabel();
+            const auto [x, y] = PixelsOf(row.dec, row.ra);
+            EXPECT_GT(std::max(std::abs(label.x - x), std::abs(label.y - y)), 1) << "it is moved";
+            EXPECT_EQ(FirstNameAt(label), "The Sun - Overhead")
+                << "type " << type << " ra " << row.ra << " dec " << row.dec;
+        }
+    }
+}
+
+TEST_F(NearLines, ABodyOverheadAtAGlobesLimbIsNamedWhereItsLabelStands) {
+    for (const std::int16_t globe : {projection::kGlobeSphere, projection::kGlobeOblate}) {
+        for (const std::size_t type : {1, 7}) {
+            Globe(0, 0, globe);
+            ShowTypes({type});
+            Place(3, 89.5F, 20);
+            Plot();
+            const LineLabel label = TheLabel();
+            const auto [x, y] = PixelsOf(20, 89.5);
+            EXPECT_GT(std::max(std::abs(label.x - x), std::abs(label.y - y)), 1) << "it is moved";
+            EXPECT_EQ(FirstNameAt(label), "The Sun - Overhead") << globe << " type " << type;
+        }
+    }
+}
+
+// The meridian lines of the zodiacal mode leave ecliptic latitude out; the direction of a body and
+// the place where it is overhead don't. The Moon here is 5 degrees off the ecliptic: at longitude
+// 100 it has about 100.9 and 28.1 degrees of right ascension and declination.
+TEST_F(NearLines, InTheZodiacalModeABodyOverheadIsNamedWithOrWithoutItsMeridian) {
+    options.lineMode = 2;
+    for (const std::size_t type : {1, 7}) {
+        ShowTypes({type});
+        Place(1, 100.9F, 28.1F);
+        Chart().Lon[1] = 100;
+        Chart().Lat[1] = 5;
+        Plot();
+        EXPECT_EQ(FirstNameAt(TheLabel()), "The Moon - Overhead") << "type " << type;
+    }
+}
+
+TEST_F(NearLines, InTheGeodeticZodiacABodyOverheadIsNamed) {
+    options.mapZodiac = 1;
+    ShowTypes({1});
+    Place(3, 40, 10);
+    Chart().Lon[3] = 60;
+    Chart().Lat[3] = 4;
+    Plot();
+    EXPECT_EQ(FirstNameAt(TheLabel()), "The Sun - Overhead");
+}
+
+TEST_F(NearLines, TheLabelsOfRiseAndSetLinesAreNamedByTheirLines) {
+    ShowTypes({3, 4});
+    Place(3, 40, 10);
+    Plot();
+    ASSERT_EQ(chartLines.objects.size(), 2U);
+    EXPECT_EQ(NamesNear(chartLines.objects[0].x, chartLines.objects[0].y),
+              std::vector<std::string>{"The Sun - Rise"});
+    EXPECT_EQ(NamesNear(chartLines.objects[1].x, chartLines.objects[1].y),
+              std::vector<std::string>{"The Sun - Set"});
+}
+
+}  // namespace
+}  // namespace orvantis
