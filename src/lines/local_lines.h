@@ -12,7 +12,7 @@
 namespace orvantis {
 
 /// Direction, 0 to 360 degrees, in which a point stands on the horizon of the chart's place: 0
-/// north, 90 WEST, as GreatCircleStep takes it.
+/// north, 90 WEST, as MakeGreatCircle takes it.
 double LocalBearing(const LineFrame& frame, std::int16_t point);
 
 /// A line of the local houses. House 1 looks east, and 10 to where the Midheaven stands, north or
