@@ -84,6 +84,13 @@ LinePosition PositionOn(const CircleQuarter& quarter, int u) {
     return {south ? -position.lat : position.lat, Wrapped(origin + east)};
 }
 
+// A line that ends at a pole comes there along a meridian. The pole itself has any longitude: by
+// the formula that of rounding errors.
+void TurnPole(LinePosition& end, const LinePosition& neighbour) {
+    constexpr double kAtPole = 90 - 1e-9;
+    if (std::abs(end.lat) >= kAtPole) end.longitude = neighbour.longitude;
+}
+
 }  // namespace
 
 LineFrame MakeLineFrame(std::int16_t slot) {
@@ -170,6 +177,10 @@ std::vector<LinePosition> CircleSamples(const CircleQuarter& quarter, std::int16
     std::vector<LinePosition> samples;
     samples.reserve(static_cast<std::size_t>((to - from) / kSampleStep) + 1);
     for (int u = from; u <= to; u += kSampleStep) samples.push_back(PositionOn(quarter, u));
+    if (samples.size() > 1) {
+        TurnPole(samples.front(), samples[1]);
+        TurnPole(samples.back(), samples[samples.size() - 2]);
+    }
     return samples;
 }
 

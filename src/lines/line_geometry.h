@@ -77,6 +77,7 @@ struct CircleQuarter {
 CircleQuarter QuarterOf(const HorizonCircle& circle);
 
 /// Positions from one even degree of the parameter to another (-360 to 720). Longitude -180 to 180.
+/// A first or last one at a pole has the longitude of the one beside it.
 std::vector<LinePosition> CircleSamples(const CircleQuarter& quarter, std::int16_t from,
                                         std::int16_t to);
 

@@ -826,6 +826,35 @@ TEST_F(ChartLines, APlotWithNothingToDrawIsTheOneThatWasAskedFor) {
     EXPECT_TRUE(TestShell().boxes.empty());
 }
 
+// Without the declination the geodetic horizon of the zodiacal mode is the meridian 90 degrees from
+// the point; so is every horizon at declination 0.
+TEST_F(ChartLines, RiseAndSetLinesOfDeclination0AreDrawnUprightFromEndToEnd) {
+    for (const bool geodetic : {true, false}) {
+        options.mapZodiac = geodetic ? 1 : 0;
+        options.lineMode = geodetic ? 2 : 1;
+        options.geodeticAscDsc = kFalse;
+        Place(3, 40, geodetic ? 20.0F : 0.0F);
+        Chart().Lon[3] = 40;
+        for (const std::size_t type : {3, 4}) {
+            ShowTypes({type});
+            Draw();
+            const MapRect& rect = mapView.rect;
+            const int x = PixelsOf(0, type == 3 ? -50 : 130).first;
+            int low = rect.top;
+            int high = rect.top + rect.height;
+            const std::vector<std::string> calls = PenCalls(surface_);
+            EXPECT_GE(calls.size(), 91U);
+            for (const std::string& call : calls) {
+                EXPECT_EQ(PlaceOfCall(call).first, x) << call << " type " << type;
+                low = std::max(low, PlaceOfCall(call).second);
+                high = std::min(high, PlaceOfCall(call).second);
+            }
+            EXPECT_EQ(low, rect.top + rect.height);
+            EXPECT_EQ(high, rect.top);
+        }
+    }
+}
+
 TEST_F(ChartLines, TheZodiacalModeIsDrawnFromTheEclipticLongitude) {
     // At 0 Aries right ascension is 0 whatever the obliquity, so the line stands at longitude 0.
     ShowTypes({1});

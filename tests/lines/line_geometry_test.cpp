@@ -182,6 +182,43 @@ TEST_F(LineGeometry, SamplesOfACircleAreThoseOfItsFormula) {
     }
 }
 
+// At declination 0 the circle is the meridian 90 degrees from its body and the one opposite. The
+// ends lie at the poles, 90 degrees to within rounding; no longitude is that of rounding errors.
+TEST_F(LineGeometry, RiseAndSetLinesOfDeclination0AreMeridiansFromPoleToPole) {
+    for (const double tilt : {-90.0, 90.0}) {
+        for (const double node : {-130.0, 0.0, 17.25, 100.0}) {
+            const CircleQuarter quarter = QuarterOf(MakeCircle(tilt, node));
+            for (const std::int16_t type : {line_type::kRise, line_type::kSet}) {
+                const double meridian =
+                    type == line_type::kRise ? node : std::remainder(node + 180, 360.0);
+                const LineParts parts = RiseSetParts(quarter, type);
+                ASSERT_FALSE(parts.empty());
+                EXPECT_NEAR(std::abs(parts.front().front().lat), 90, 1e-12);
+                EXPECT_NEAR(std::abs(parts.back().back().lat), 90, 1e-12);
+                for (const auto& part : parts) {
+                    for (const LinePosition& position : part) {
+                        EXPECT_NEAR(std::remainder(position.longitude - meridian, 360.0), 0, 1e-12)
+                            << "tilt " << tilt << " node " << node << " type " << type << " lat "
+                            << position.lat;
+                    }
+                }
+            }
+        }
+    }
+}
+
+// With its ends elsewhere a circle keeps the positions of its formula, at the poles too.
+TEST_F(LineGeometry, OnlyTheEndsOfALineAreTurnedAtAPole) {
+    const CircleQuarter quarter = QuarterOf(MakeCircle(-90, 20));
+    const std::vector<LinePosition> whole = CircleSamples(quarter, 0, 360);
+    const std::vector<LinePosition> toThePole = CircleSamples(quarter, 0, 90);
+    ASSERT_EQ(toThePole.size(), 46U);
+    EXPECT_NEAR(whole[45].longitude, 65, 1e-9) << "half way to the other meridian";
+    EXPECT_EQ(whole[45].lat, toThePole[45].lat);
+    EXPECT_EQ(toThePole[45].longitude, toThePole[44].longitude);
+    EXPECT_EQ(CircleSamples(quarter, 90, 90).size(), 1U);
+}
+
 TEST_F(LineGeometry, APointThatIsNotCalculatedOrNotSelectedIsNotDrawn) {
     Place(3, 10, 10);
     EXPECT_TRUE(IsPointDrawn(1, 3));
