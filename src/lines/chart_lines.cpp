@@ -94,14 +94,17 @@ bool IsKept(std::string_view first, std::string_view second, std::string_view th
 }
 
 // A chart or an eclipse that the user has just chosen, but none of whose lines can be seen.
-void AskAboutHiddenLines() {
-    if (chartLines.askedByUser == 0 || chartLines.anyVisible) return;
+// True if the user has one of them cleared.
+bool ClearHiddenLines() {
+    if (chartLines.askedByUser == 0 || chartLines.anyVisible) return false;
+    bool cleared = false;
     chartLines.askedByUser = kFalse;
     if (session.ChartNumber >= 1 &&
         !IsKept("Lines for the selected chart are not visible in the current map region.",
                 "Try opening a different map region, or a map of the whole world.",
                 "Select OK to retain this chart, or CANCEL to clear it.")) {
         session.ChartNumber = 0;
+        cleared = true;
     }
     if (session.EclipseNumber >= 1 &&
         !IsKept("Lines for the selected eclipse are not visible in the current map region.",
@@ -109,7 +112,23 @@ void AskAboutHiddenLines() {
                 "of the whole world.",
                 "Select OK to retain this eclipse, or CANCEL to clear it.")) {
         session.EclipseNumber = 0;
+        cleared = true;
     }
+    return cleared;
+}
+
+void EmptyLabelLists() {
+    mapView.edgeMarks.clear();
+    chartLines.labels.clear();
+    chartLines.objects.clear();
+}
+
+// What has been cleared leaves nothing behind: not the night side, which is no line, nor labels and
+// marks. What is kept is drawn anew.
+void DrawWhatIsKept(Flag printing, std::int16_t slot) {
+    EmptyLabelLists();
+    if (printing == 0) mapView.surface->PutImage(session.StoredImage);
+    PlotLines(printing, slot);
 }
 
 }  // namespace
@@ -120,18 +139,16 @@ void PlotChartLines(Flag printing, Flag fullPlot, std::int16_t slot) {
         chartLines.askedByUser = kFalse;  // there is nothing to ask about
         return;
     }
-    if (fullPlot != 0) {
-        mapView.edgeMarks.clear();
-        chartLines.labels.clear();
-        chartLines.objects.clear();
-    }
+    if (fullPlot != 0) EmptyLabelLists();
 
     chartLines.anyVisible = false;
     PlotLines(printing, slot);
     // What a failure left undrawn may well be in view: the plot that is run again asks.
     if (PendingRunTimeError() != 0) return;
-    AskAboutHiddenLines();
+    const bool cleared = ClearHiddenLines();
     chartLines.askedByUser = kFalse;
+    if (cleared) DrawWhatIsKept(printing, slot);
+    if (PendingRunTimeError() != 0) return;
 
     if (refreshCaption != nullptr) refreshCaption();
     DrawLineLabels();

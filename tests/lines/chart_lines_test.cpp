@@ -799,6 +799,71 @@ TEST_F(ChartLines, AHiddenChartAndAHiddenEclipseAreEachAskedAboutInOnePlot) {
     }
 }
 
+// The set line reaches latitude 50; its label on the equator is in the longitudes of the view.
+TEST_F(ChartLines, AHiddenChartThatIsClearedLeavesNoLabelsMarksAndObjects) {
+    ShowTypes({4});
+    Place(3, 0, 40);
+    View(60, 60, 80, 120);
+    for (const BoxAnswer answer : {BoxAnswer::Ok, BoxAnswer::Cancel}) {
+        chartLines.askedByUser = kTrue;
+        TestShell().boxes.clear();
+        TestShell().boxAnswers = {answer};
+        Draw();
+        ASSERT_EQ(TestShell().boxes.size(), 1U);
+        const bool kept = answer == BoxAnswer::Ok;
+        EXPECT_EQ(chartLines.labels.size(), kept ? 1U : 0U);
+        EXPECT_EQ(chartLines.objects.size(), kept ? 1U : 0U);
+        EXPECT_EQ(surface_.Calls("PutImage").size(), kept ? 0U : 1U);
+        EXPECT_EQ(surface_.Calls("TextOut").empty(), !kept);
+        EXPECT_TRUE(mapView.edgeMarks.empty());
+    }
+}
+
+TEST_F(ChartLines, AHiddenChartThatIsClearedTakesItsNightSideAlong) {
+    ShowTypes({});
+    Place(3, 40, 10);
+    options.dayNight = kTrue;
+    PlotMap4(kFalse, surface_, kTrue);
+    const Image kept = session.StoredImage;
+    chartLines.askedByUser = kTrue;
+    TestShell().boxAnswers = {BoxAnswer::Cancel};
+    surface_.log.clear();
+    PlotMap4(kFalse, surface_, kFalse);
+    EXPECT_EQ(session.ChartNumber, 0);
+    EXPECT_EQ(surface_.Calls("Polygon").size(), 1U);
+    const auto polygon = std::find_if(surface_.log.begin(), surface_.log.end(),
+                                      [](const auto& call) { return call.starts_with("Polygon"); });
+    EXPECT_EQ(std::count_if(polygon, surface_.log.end(),
+                            [](const auto& call) { return call.starts_with("PutImage"); }),
+              1)
+        << "the stored image covers the shade";
+    Image left;
+    surface_.CopyImage(left);
+    EXPECT_EQ(left.pixels, kept.pixels);
+}
+
+TEST_F(ChartLines, WhatIsKeptBesideAClearedChartOrEclipseIsDrawnAnew) {
+    ShowTypes({});
+    Place(3, 40, 10);
+    options.dayNight = kTrue;
+    plotEclipseLines = [](Flag) {
+        Log("eclipse");
+        AddLineLabel(100, 100, 1, line_type::kEclipseCentral);
+    };
+    for (const bool chartKept : {true, false}) {
+        session.ChartNumber = 1;
+        session.EclipseNumber = 5;
+        chartLines.askedByUser = kTrue;
+        TestShell().boxAnswers = {chartKept ? BoxAnswer::Ok : BoxAnswer::Cancel,
+                                  chartKept ? BoxAnswer::Cancel : BoxAnswer::Ok};
+        Draw();
+        EXPECT_EQ(surface_.Calls("PutImage").size(), 1U);
+        EXPECT_EQ(surface_.Calls("Polygon").size(), chartKept ? 2U : 1U);
+        EXPECT_EQ(surface_.Calls("eclipse").size(), chartKept ? 1U : 2U);
+        EXPECT_EQ(chartLines.objects.size(), chartKept ? 0U : 1U) << "and none twice";
+    }
+}
+
 TEST_F(ChartLines, NothingIsAskedIfTheChartOrTheEclipseIsVisible) {
     session.EclipseNumber = 5;
     ShowTypes({});
