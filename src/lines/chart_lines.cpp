@@ -1,5 +1,7 @@
 #include "lines/chart_lines.h"
 
+#include <utility>
+
 #include "charts/CALCCHRT.h"
 #include "lines/circles.h"
 #include "lines/line_geometry.h"
@@ -131,9 +133,7 @@ void DrawWhatIsKept(Flag printing, std::int16_t slot) {
     PlotLines(printing, slot);
 }
 
-}  // namespace
-
-void PlotChartLines(Flag printing, Flag fullPlot, std::int16_t slot) {
+void DrawChartLines(Flag printing, Flag fullPlot, std::int16_t slot) {
     if (refreshCaption != nullptr) refreshCaption();
     if (session.ChartNumber < 1 && session.EclipseNumber < 1) {
         chartLines.askedByUser = kFalse;  // there is nothing to ask about
@@ -154,6 +154,21 @@ void PlotChartLines(Flag printing, Flag fullPlot, std::int16_t slot) {
     DrawLineLabels();
     mapView.surface->ClearClip();
     DrawEdgeMarks();
+}
+
+}  // namespace
+
+void PlotChartLines(Flag printing, Flag fullPlot, std::int16_t slot) {
+    if (printing == 0) {
+        DrawChartLines(printing, fullPlot, slot);
+        return;
+    }
+    // Between plots the screen's labels are asked about, not the page's.
+    std::vector<LineLabel> labels = chartLines.labels;
+    std::vector<LineLabel> objects = chartLines.objects;
+    DrawChartLines(printing, fullPlot, slot);
+    chartLines.labels = std::move(labels);
+    chartLines.objects = std::move(objects);
 }
 
 void PlotMeridianLines(Flag /*printing*/, std::int16_t slot) {

@@ -1,8 +1,15 @@
 // The plot on a printed page, and the plot's handler in each of its steps, on the screen and on a
 // page alike.
+#include <utility>
+#include <vector>
+
+#include "charts/CALCCHRT.h"
+#include "lines/chart_lines.h"
 #include "map/map_fixture.h"
 #include "map/plot.h"
 #include "session/files.h"
+#include "session/session_state.h"
+#include "session/settings.h"
 #include "text/run_time_error.h"
 
 namespace orvantis {
@@ -386,6 +393,45 @@ TEST_F(PagePlotTest, AfterAPageTheScreensMapIsAskedAboutHoweverThePageEnded) {
         EXPECT_EQ(mapView.glyphWidth, before.glyphWidth) << words;
         EXPECT_EQ(mapView.surface, nullptr) << words;
         EXPECT_EQ(plotState.outlineColour, 0xFFFFFF) << words;
+    }
+}
+
+bool pageFails = false;
+
+std::vector<std::pair<int, int>> PlacesOf(const std::vector<LineLabel>& labels) {
+    std::vector<std::pair<int, int>> places;
+    for (const LineLabel& label : labels) places.emplace_back(label.x, label.y);
+    return places;
+}
+
+TEST_F(PagePlotTest, AfterAPageTheScreensLabelsAreAskedAboutHoweverThePageEnded) {
+    plotChartLines = PlotChartLines;
+    session.ChartNumber = 1;
+    session.EclipseNumber = 1;
+    calcChart[1].Lon.fill(-1);
+    calcChart[1].Lon[3] = 0;
+    calcChart[1].RA[3] = 40;
+    calcChart[1].Dec[3] = 10;
+    pointSelection[3] = kTrue;
+    settings.lineStyle[line_type::kCulminate].displayed = kTrue;
+    plotEclipseLines = [](Flag) {
+        if (pageFails) RaiseRunTimeError(error::kOverflow);
+        pageFails = false;
+    };
+    PlotMap4(kFalse, surface, kTrue);
+    const auto labels = PlacesOf(chartLines.labels);
+    const auto objects = PlacesOf(chartLines.objects);
+    ASSERT_FALSE(objects.empty());
+    RecordingSurface page(800, 600);
+    for (const bool fails : {false, true}) {
+        for (const BoxAnswer answer : {BoxAnswer::Retry, BoxAnswer::Cancel}) {
+            pageFails = fails;
+            TestShell().boxAnswers = {answer};
+            PlotMap4(kTrue, page, kTrue);
+            EXPECT_EQ(plotState.interrupted, fails && answer == BoxAnswer::Cancel);
+            EXPECT_EQ(PlacesOf(chartLines.labels), labels) << fails;
+            EXPECT_EQ(PlacesOf(chartLines.objects), objects) << fails;
+        }
     }
 }
 
