@@ -211,8 +211,10 @@ Flag BuildIndex() {
         if (PendingRunTimeError() != 0) break;
     }
     if (HandleRunTimeError(kIndexFailedText)) return DropIndex();
-    // The index serves in memory, whether it can be kept or not.
+    // The index serves in memory, whether it can be kept or not. Not before now does the old file
+    // go.
     BuildClassRanges();
+    DeleteFile(IndexPath());
     WriteIndex();
     const bool unwritten = HandleRunTimeError(kIndexFailedText);
     return unwritten || mismatch ? kTrue : kFalse;
@@ -272,7 +274,6 @@ Flag LoadLineIndex() {
 
 Flag RebuildLineIndex() {
     DropRunTimeError();
-    DeleteFile(IndexPath());
     return BuildIndex();
 }
 

@@ -124,7 +124,7 @@ bool LevelsNeedRebuild();
 /// user has been told. That is "Open Error" for a level file that can't be opened, and "Database
 /// Error" for a run-time failure of the rebuild, such as "Overflow" above 32767 lines or "Disk
 /// full". An index that was built but couldn't be written serves all the same; after any other
-/// failure there is none, and `count` is 0.
+/// failure there is none, `count` is 0, and levelx.ndx stays as it was.
 ///
 /// The number of lines is that of level 5. Entries behind it, of lines that level 5 lacks, stay in
 /// LineIndex until the index is read or built again.

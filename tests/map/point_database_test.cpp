@@ -304,6 +304,20 @@ TEST_F(PointDatabaseTest, LastHeaderWhosePointsPassTheEndStopsTheWalkOfThatFile)
     EXPECT_EQ(Entry(3).pointCount[2], 9999);
 }
 
+TEST_F(PointDatabaseTest, MissingLevelLeavesAnOlderIndexFileAsItWas) {
+    AddThreeLines();
+    MakeDatabase();
+    const Bytes older = MarkedIndex(IndexPath());
+    folder.Write("levelx.ndx", older);
+    SetTime(IndexPath(), fs::last_write_time(LevelPath(5)) - seconds(1));
+    fs::remove(LevelPath(4));
+    EXPECT_NE(LoadLineIndex(), kFalse);
+    EXPECT_EQ(pointDatabase.count, 0);
+    EXPECT_EQ(FileBytes(IndexPath()), older);
+    EXPECT_NE(RebuildLineIndex(), kFalse);
+    EXPECT_EQ(FileBytes(IndexPath()), older);
+}
+
 TEST_F(PointDatabaseTest, MissingLevelLeavesTheIndexFileUnwritten) {
     AddThreeLines();
     folder.Write("level1.pnt", level1);
