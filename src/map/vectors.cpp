@@ -12,6 +12,7 @@
 #include "map/level_reader.h"
 #include "map/plot.h"
 #include "map/point_database.h"
+#include "session/files.h"
 #include "session/settings.h"
 #include "session/tables.h"
 #include "text/numbers.h"
@@ -359,7 +360,10 @@ void PlotVectors(Flag printing) {
     pass.rect = mapView.rect;
     pass.notFull = mapView.extent.spanLong != 360;
     pass.precision = CurrentMap().precision;
-    if (!OpenLevel(pass.reader, LevelPath(pass.precision))) return;
+    // A file that is missing where there is no index either isn't told of again at every plot.
+    const std::string path = LevelPath(pass.precision);
+    if (pointDatabase.count < 1 && FileExists(path) == kFalse) return;
+    if (!OpenLevel(pass.reader, path)) return;
     if (IsFlat(mapView.extent.projection)) FillPositions(pass);
     pass.turn = PixelsAround();
     const ViewExtent& view = mapView.extent;

@@ -75,7 +75,8 @@ SessionResult RunSession(const StartPaths& paths, const SessionCall& call, Shell
 
     ShowMainWindow();
     if (rebuild) RebuildLevels();
-    if (LoadIndex() != 0) return SessionResult::Ended;
+    // A database that can't be used has been told of; the map then has the lines that there are.
+    LoadIndex();
     // Up to here the window may still have changed its size; the first picture is of this one.
     const Flag redraw = TakeStoredMap(shell.MapAreaSize());
     if (addRecentMap != nullptr) addRecentMap("");

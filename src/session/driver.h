@@ -68,7 +68,8 @@ struct SessionCall {
 
 enum class SessionResult {
     Ready,   ///< the main window is up with its first picture
-    Ended,   ///< the process has to end; the user has been told why
+    Ended,   ///< another copy runs, or there is no level1.pnt: the process has to end; the user
+             ///< has been told
     NoChart  ///< the chart of the call can't be shown; see OpenOutcome
 };
 

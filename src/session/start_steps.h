@@ -44,7 +44,9 @@ bool DatabaseIsMissing();
 /// still serve as they are.
 void RebuildLevels();
 
-/// Loads the index of the level files. Returns the failed flag; the user has been told.
+/// Loads the index of the level files. Returns the failed flag; the user has been told. A start
+/// with a window goes on all the same: there is then an index of no lines, or that of a level 1
+/// which is no map database.
 Flag LoadIndex();
 
 /// Loads the settings of the last run, or the default ones.

@@ -353,7 +353,7 @@ TEST_F(Driver, ADatabaseOfOneLineAndOfAsManyAsCanBeCountedIsLoadedTwice) {
     }
 }
 
-TEST_F(Driver, ADatabaseOfMoreLinesThanCanBeCountedIsToldAndEndsTheStart) {
+TEST_F(Driver, ADatabaseOfMoreLinesThanCanBeCountedIsTold) {
     Bytes bytes;
     for (int n = 0; n < 32768; ++n) AppendLine(bytes, 1000, "", {});
     Ship("level1.pnt", bytes);

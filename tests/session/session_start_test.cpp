@@ -2,6 +2,7 @@
 #include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <random>
 
 #include "charts/CALCCHRT.h"
 #include "charts/QXASTRO.h"
@@ -9,6 +10,7 @@
 #include "charts/ephemeris_tables.h"
 #include "charts/exchange.h"
 #include "map/map_document.h"
+#include "map/plot.h"
 #include "map/point_database.h"
 #include "session/driver.h"
 #include "session/files.h"
@@ -16,6 +18,7 @@
 #include "session/session_state.h"
 #include "session/settings.h"
 #include "session/start_steps.h"
+#include "support/failing_disk.h"
 #include "support/recording_surface.h"
 #include "support/reset_all.h"
 #include "support/session_files.h"
@@ -598,11 +601,79 @@ TEST_F(SessionStart, ALevelTwoThatIsOlderThanLevelOneIsMadeAnew) {
     EXPECT_TRUE(TestShell().boxes.empty());
 }
 
-TEST_F(SessionStart, ADatabaseThatIsNoneEndsTheStart) {
-    files.Write("program", "level1.pnt", Bytes(500, 0xEE));
-    EXPECT_EQ(Run(), SessionResult::Ended);
-    EXPECT_EQ(TestShell().boxes.back(), "Database Error: " + files.At("program", "level1.pnt") +
-                                            " / The file isn't a map database.");
+TEST_F(SessionStart, ADatabaseThatIsNoneIsToldAndTheStartGoesOn) {
+    std::mt19937 random(5);
+    Bytes bytes(50000);
+    for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random());
+    for (const Bytes& foreign : {Bytes(500, 0xEE), bytes}) {
+        files.Write("program", "level1.pnt", foreign);
+        pointDatabase = {};
+        TestShell().boxes.clear();
+        EXPECT_EQ(Run(), SessionResult::Ready);
+        EXPECT_EQ(TestShell().boxes,
+                  std::vector<std::string>{"Database Error: " + files.At("program", "level1.pnt") +
+                                           " / The file isn't a map database."});
+        EXPECT_NE(session.StartupDone, 0);
+        EXPECT_EQ(session.StoredImage.width, 400) << "the first picture is drawn";
+    }
+}
+
+TEST_F(SessionStart, ADatabaseWithoutLinesIsToldAndTheStartGoesOnWithAMapOfNone) {
+    files.Write("program", "level1.pnt", Bytes{});
+    surface.recording = true;
+    EXPECT_EQ(Run(), SessionResult::Ready);
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{"Database Error: " + files.At("program", "level1.pnt") +
+                                       " / The file holds no map lines."});
+    EXPECT_EQ(pointDatabase.count, 0);
+    EXPECT_NE(session.StartupDone, 0);
+    EXPECT_EQ(session.StoredImage.width, 400);
+}
+
+TEST_F(SessionStart, AFullProgramFolderIsToldAndTheStartGoesOnWithAMapOfNoLines) {
+    files.Write("program", "level1.pnt", TwoLines());
+    StartSession(files.paths, TestShell());  // the shipped files are there already
+    EndSession();
+    TestShell().boxes.clear();
+    const FullDisk disk(1);
+    EXPECT_EQ(Run(), SessionResult::Ready);
+    EXPECT_EQ(TestShell().boxes,
+              (std::vector<std::string>{
+                  "Open Error: " + files.At("program", "level5.pnt") + " /  / Disk full",
+                  "Open Error: " + files.At("program", "level2.pnt") + " /  / File not found"}))
+        << "once for the level files and once for the index; none for the picture";
+    EXPECT_EQ(pointDatabase.count, 0);
+    EXPECT_NE(session.StartupDone, 0);
+    TestShell().boxes.clear();
+    PlotMap4(kFalse, surface, kTrue);
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(SessionStart, AProgramFolderThatMayNotBeWrittenToIsToldAndTheStartGoesOn) {
+    files.Write("program", "level1.pnt", TwoLines());
+    const auto start = [&] {
+        fs::permissions(files.Folder().Path(), fs::perms::all);
+        ActAsPlainUserOn(files.At("program", ""), fs::perms::owner_read | fs::perms::owner_exec);
+        if (Run() != SessionResult::Ready || session.StartupDone == 0) return 1;
+        if (pointDatabase.count != 0 || session.StoredImage.width != 400) return 2;
+        for (const std::string& box : TestShell().boxes) {
+            if (!box.starts_with("Open Error: " + files.At("program", "level"))) return 3;
+        }
+        return TestShell().boxes.size() == 2 ? 0 : 4;
+    };
+    EXPECT_EXIT(std::_Exit(start()), ::testing::ExitedWithCode(0), "");
+    fs::permissions(files.At("program", ""), fs::perms::owner_all);
+}
+
+TEST_F(SessionStart, LevelFilesThatVanishAfterTheIndexIsLoadedLeaveAMapWithoutLines) {
+    Run();
+    ASSERT_EQ(pointDatabase.count, 2);
+    for (std::int16_t level = 1; level <= 5; ++level) fs::remove(NativePath(LevelPath(level)));
+    PlotMap4(kFalse, surface, kTrue);
+    EXPECT_EQ(TestShell().boxes,
+              std::vector<std::string>{"Open Error: " + NativePath(LevelPath(5)) +
+                                       " /  / File not found"});
+    EXPECT_EQ(session.StoredImage.width, 400);
 }
 
 // --- Settings
