@@ -29,9 +29,9 @@ enum class CommandOutcome {
 /// house system, a place in the recent list, a line type. Captions mark the access key by "&".
 struct Command {
     std::string_view menu;
-    std::string_view submenu = "";   ///< "" the entry stands in the menu itself
-    std::string_view caption = "";   ///< at the start of the program; "-" a line between entries
-    std::string_view shortcut = "";  ///< key such as "Ctrl+F5"; "" none
+    std::string_view submenu{};   ///< "" the entry stands in the menu itself
+    std::string_view caption{};   ///< at the start of the program; "-" a line between entries
+    std::string_view shortcut{};  ///< key such as "Ctrl+F5"; "" none
     CommandEnd end = CommandEnd::None;
     std::int16_t number = 0;
     bool hidden = false;  ///< exists, and isn't visible
