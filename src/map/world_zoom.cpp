@@ -5,6 +5,7 @@
 #include "map/map_document.h"
 #include "map/plot.h"
 #include "map/projection.h"
+#include "map/view_edges.h"
 #include "map/zoom_seeds.h"
 #include "text/numbers.h"
 #include "text/run_time_error.h"
@@ -24,10 +25,6 @@ struct Edges {
     double north = 90;
     double wide = kWorldWidth;  // about the meridian of the view that is wanted
 };
-
-float WrappedLong(double longitude) {
-    return static_cast<float>(Modulo(longitude + 180, 360) - 180);
-}
 
 // Shows a part of the world in the projection in which all of it can be shown.
 void Show(const Edges& edges, double middle) {

@@ -9,8 +9,8 @@
 #include "map/map_document.h"
 #include "map/plot.h"
 #include "map/projection.h"
+#include "map/view_edges.h"
 #include "session/settings.h"
-#include "text/numbers.h"
 
 namespace orvantis {
 
@@ -51,10 +51,6 @@ bool Counts(const Search& search, Colour pixel) {
     }
     return std::find(search.colours.begin(), search.colours.end(), PaletteColour(pixel)) !=
            search.colours.end();
-}
-
-double WrappedLong(double longitude) {
-    return Modulo(longitude + 180, 360) - 180;
 }
 
 // A run of one colour with its middle at (x, y).

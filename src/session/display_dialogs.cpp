@@ -7,6 +7,7 @@
 #include "session/command_rows.h"
 #include "session/commands.h"
 #include "session/session_state.h"
+#include "session/start_steps.h"
 #include "session/tables.h"
 #include "surface/label.h"
 #include "text/coordinates.h"
@@ -237,7 +238,7 @@ std::string_view PointsTitle(std::int16_t mode) {
 
 void DefaultPoints(PointsForm& form) {
     const auto kept = pointSelection;
-    LoadPointSelection(session.PointFile);
+    LoadPointSelection(OwnOrShipped(session.PointFile));
     form.chosen = ChosenNow(form);
     pointSelection = kept;
 }

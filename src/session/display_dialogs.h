@@ -4,7 +4,8 @@
 //
 // "OK" goes in this order: what may be refused is asked while the form is up, which stays if it is;
 // then the form closes; then its Accept routine takes the record over and plots. So no plot has a
-// form of its own before it.
+// form of its own before it, but for the one that "&Apply" of the point colours asks for while its
+// form stays up.
 #pragma once
 
 #include <array>
@@ -90,8 +91,9 @@ struct PointsForm {
 PointsForm OpenPoints(std::int16_t mode);
 std::string_view PointsTitle(std::int16_t mode);
 
-/// "&Default": the selection as the point selection file has it. The session's own stays as it is
-/// until "OK"; so does the paran point, which is in no file.
+/// "&Default": the selection as the point selection file has it, the user's own or else the shipped
+/// one, as at the start. The session's own stays as it is until "OK"; so does the paran point,
+/// which is in no file.
 void DefaultPoints(PointsForm& form);
 
 /// "OK": false if the form stays, since more than one paran point is chosen; the user has been
@@ -114,7 +116,7 @@ PointColoursForm OpenPointColours();
 /// "&Palette...": asks for the colour of the selected point; false: cancelled.
 bool ChoosePointColour(PointColoursForm& form);
 
-/// "&Apply": takes the colours over and draws the lines anew.
+/// "&Apply": takes the colours over and draws the lines anew, while the form stays up.
 void ApplyPointColours(const PointColoursForm& form);
 
 /// "&Save...": asks, and writes the session's colours to the user's own colour file: those of the

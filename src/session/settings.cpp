@@ -5,6 +5,7 @@
 #include "session/session_state.h"
 #include "session/tables.h"
 #include "text/bytes.h"
+#include "text/code_page.h"
 #include "text/strings.h"
 
 namespace orvantis {
@@ -189,7 +190,7 @@ void SaveUserPointColours() {
 
 Flag LoadSettings(std::string_view path, Flag redraw) {
     session.SettingsPath = path;
-    session.SettingsName = BaseName(path, true);
+    session.SettingsName = FromUtf8(BaseName(path, true));
     const FileHandle file = FileOpener(path, open_mode::kRecords, kSettingsSize, kFalse);
     if (file < 1) return kTrue;
     std::array<std::uint8_t, kSettingsSize> record{};

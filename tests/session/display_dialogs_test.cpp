@@ -1,6 +1,7 @@
 #include "session/display_dialogs.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <limits>
 #include <set>
@@ -438,6 +439,21 @@ TEST_F(PointsDialogTest, DefaultWithoutASelectionFileGoesBackToTheSelectionOfThe
     DefaultPoints(form);
     for (std::size_t i = 0; i < 36; ++i) EXPECT_EQ(form.chosen[i], i == 6) << i;
     EXPECT_EQ(Calls(), Log());
+}
+
+TEST_F(PointsDialogTest, DefaultReadsTheShippedSelectionWhereTheUserHasNone) {
+    session.ShippedDir = folder.File("shipped/");
+    std::filesystem::create_directory(session.ShippedDir);
+    session.PointFile = folder.File("ovdeflt.pts");
+    pointSelection = {};
+    pointSelection[5] = kTrue;
+    SavePointSelection(session.ShippedDir + "ovdeflt.pts");
+    pointSelection = {};
+    PointsForm form = OpenPoints(point_dialog::kPoints);
+    Choose(form, {30});
+    DefaultPoints(form);
+    for (std::size_t i = 0; i < 36; ++i) EXPECT_EQ(form.chosen[i], i == 4) << i;
+    EXPECT_FALSE(std::filesystem::exists(session.PointFile));
 }
 
 TEST_F(PointsDialogTest, DefaultInTheParanModeGoesBackToTheParanPoint) {

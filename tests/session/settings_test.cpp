@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
+#include "session/save_settings.h"
 #include "session/session_state.h"
 #include "session/tables.h"
 #include "support/failing_disk.h"
@@ -234,6 +235,24 @@ TEST_F(SettingsFiles, SavingLeavesThePathAndNameOfTheSettingsInUse) {
     EXPECT_EQ(session.SettingsPath, "C:\\old.ovs");
     EXPECT_EQ(session.SettingsName, "old");
     EXPECT_TRUE(TestShell().log.empty());
+}
+
+TEST_F(SettingsFiles, ANameOutsideAsciiIsSavedAgainUnderTheSameName) {
+    session.UserDataPath = folder_.File("");
+    const std::string path = folder_.File("Gr\xC3\xBCn.ovs");
+    SaveSettings(path, "First");
+    LoadSettings(path, kFalse);
+    EXPECT_EQ(session.SettingsName, "Gr\xFCn");
+    SaveSettingsForm form = OpenSaveSettings();
+    form.description = "Second";
+    TestShell().boxAnswers = {BoxAnswer::Yes};
+    EXPECT_TRUE(AcceptSaveSettings(form));
+    LoadSettings(path, kFalse);
+    EXPECT_EQ(settings.description, "Second");
+    std::size_t files = 0;
+    for (const auto& entry : fs::directory_iterator(folder_.Path()))
+        files += entry.exists() ? 1 : 0;
+    EXPECT_EQ(files, 1U);
 }
 
 TEST_F(SettingsFiles, ASaveThatFailsIsTold) {
