@@ -251,14 +251,14 @@ void EndMove(const MouseState& drag) {
 }
 
 // Colours along the rectangle's edge are carried over as fills of the new view alone.
-void PushZoom(const Box& box, const ViewEdges& edges) {
+void PushZoom(const Box& box, const ViewEdges& edges, std::string_view title) {
     const auto left = static_cast<std::size_t>(mapState.current);
     const std::int16_t fills = CurrentMap().fillCount;
     if (session.picture != nullptr) {
         SeedsFromZoom(mapState.current, *session.picture, RoundToInt16(box.left),
                       RoundToInt16(box.top), RoundToInt16(box.right), RoundToInt16(box.bottom));
     }
-    PushView(edges, AreaTitle(edges));
+    PushView(edges, title);
     mapState.documents[left].fillCount = fills;
 }
 
@@ -295,8 +295,8 @@ void EndZoom(const MouseState& drag) {
     if (!OnFlatMap()) {
         // A globe shows its half of the world whatever the rectangle.
         const Place middle = PlaceAt((box.left + box.right) / 2, (box.top + box.bottom) / 2);
-        PushView(EdgesAbout(middle.lat, middle.longitude), "Centre " + PlaceText(middle));
-        return;
+        return PushZoom(box, EdgesAbout(middle.lat, middle.longitude),
+                        "Centre " + PlaceText(middle));
     }
 
     const Place northWest = PlaceAt(box.left, box.top);
@@ -315,7 +315,7 @@ void EndZoom(const MouseState& drag) {
     if (narrow || edges.north - edges.south < kLowestView) {
         edges = EdgesOfBox(box.left, box.top, box.right, box.bottom);
     }
-    PushZoom(box, edges);
+    PushZoom(box, edges, AreaTitle(edges));
 }
 
 void Relocate(const MouseState& drag) {
@@ -552,7 +552,7 @@ void WheelZoom(float x, float y, int steps) {
               static_cast<float>(y - (y - rect.top) * part),
               static_cast<float>(x + (rect.left + rect.width - x) * part),
               static_cast<float>(y + (rect.top + rect.height - y) * part)},
-             edges);
+             edges, AreaTitle(edges));
 }
 
 std::string DisplayAscMC(float lat, float longitude) {

@@ -603,6 +603,38 @@ TEST_F(MouseModes, ColoursOnTheRectanglesEdgeGoWithTheNewViewAlone) {
     EXPECT_NE(plotState.fillOtherColour, 0);
 }
 
+TEST_F(MouseModes, ColoursOnARectangleOfAGlobeGoWithTheNewView) {
+    constexpr Colour kGreen = 0x123456;
+    SetView(0, -90, 0, 90, projection::kGlobeSphere);
+    AddFill(1, 0, 0, false, kGreen);
+    surface.Clear(kGreen);
+    SetMouseMode(mouse_mode::kZoom);
+    const float x = mapView.rect.left + mapView.rect.width / 2.0F;
+    const float y = mapView.rect.top + mapView.rect.height / 2.0F;
+    Drag(x, y, x + 40, y - 20);
+    EXPECT_EQ(mapState.documents[1].fillCount, 1) << "the view that was left";
+    ASSERT_EQ(mapState.documents[2].fillCount, 5) << "one run on each side";
+    for (std::size_t n = 2; n <= 5; ++n) {
+        EXPECT_EQ(mapState.fills[n].colour, PaletteColour(kGreen)) << n;
+    }
+    EXPECT_NE(plotState.fillOtherColour, 0);
+    EXPECT_TRUE(CurrentMap().title.starts_with("Centre ")) << CurrentMap().title;
+}
+
+TEST_F(MouseModes, ARectangleOnAGlobeForgetsTheSeaOfAFlatZoomBefore) {
+    surface.Clear(PlainColour(SeaColour()));
+    SetMouseMode(mouse_mode::kZoom);
+    Drag(kX - 100, kY - 60, kX - 20, kY - 20);
+    ASSERT_NE(plotState.fillSeaOnly, 0);
+    SetView(0, -90, 0, 90, projection::kGlobeSphere);
+    surface.Clear(PlainColour(LandColour()));
+    const float x = mapView.rect.left + mapView.rect.width / 2.0F;
+    const float y = mapView.rect.top + mapView.rect.height / 2.0F;
+    Drag(x, y, x + 40, y - 20);
+    EXPECT_EQ(plotState.fillSeaOnly, 0);
+    EXPECT_NE(plotState.fillLand, 0);
+}
+
 // ---- moving ----
 
 TEST_F(MouseModes, AClickInTheMoveModeCentresTheMapOnThePlace) {
