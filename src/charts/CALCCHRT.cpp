@@ -115,6 +115,15 @@ void CalcMoment(std::int16_t slot, double hours, double jd) {
     CalcSphere(t);
 }
 
+// The whole-chart values of a slot's moment, at the place that stands.
+void CalcSphereOfSlot(const CalcChart& chart) {
+    const double t = JulianCenturies(chart.JulianDayET);
+    GetDeltaT(t, chartNow.DeltaT);
+    chartNow.JulianDayUT = chart.JulianDayET - chartNow.DeltaT / 24;
+    chartNow.ZodiacOffsetNow = Ayanamsa(chart.Zodiac, t);
+    CalcSphere(t);
+}
+
 // Positions, angles and houses of a slot whose moment stands, as do its frame and house system.
 void CalcPositions(std::int16_t slot, double latitude) {
     CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
@@ -281,14 +290,33 @@ void CalcEquatorial(std::int16_t slot, double obliquity, double offset) {
 }
 
 void CalcAnglesForPlace(std::int16_t slot) {
-    const CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
-    const double t = JulianCenturies(chart.JulianDayET);
-    GetDeltaT(t, chartNow.DeltaT);
-    chartNow.JulianDayUT = chart.JulianDayET - chartNow.DeltaT / 24;
-    chartNow.ZodiacOffsetNow = Ayanamsa(chart.Zodiac, t);
-    CalcSphere(t);
+    CalcSphereOfSlot(calcChart[static_cast<std::size_t>(slot)]);
     // A hair off the equator, so that the Vertex has no special case.
     CalcFromAngles(slot, chartNow.PlaceLat == 0 ? 0.00001 : chartNow.PlaceLat);
+}
+
+bool IsOfMoment(const CalcChart& chart) {
+    constexpr std::int16_t kNatal = 1;
+    constexpr std::int16_t kReturn = 4;
+    constexpr std::int16_t kCombined = 5;
+    constexpr std::int16_t kFirstMovable = 8;  // and all above
+    constexpr std::int16_t kDavison = 15;      // subtype of combined charts
+    const std::int16_t type = chart.ChartType;
+    if (type == kCombined) return chart.ChartSubType == kDavison;
+    return type == 0 || type == kNatal || type == kReturn || type >= kFirstMovable;
+}
+
+Flag RecalculateChart(std::int16_t slot) {
+    CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
+    const CalcChart keptChart = chart;
+    const ChartNow keptNow = chartNow;
+    chart.TrueNodeFlag = options.trueNode;
+    CalcSphereOfSlot(chart);
+    CalcPositions(slot, chartNow.PlaceLat);
+    if (ReportFailure() == 0) return kFalse;
+    chart = keptChart;
+    chartNow = keptNow;
+    return kTrue;
 }
 
 void CalcGeodeticAngles(std::int16_t slot) {

@@ -142,6 +142,16 @@ void CalcHouses(std::int16_t slot, double ramc, double obliquity, double latitud
 /// zodiac and house system. The values of ChartNow are then those of this place.
 void CalcAnglesForPlace(std::int16_t slot);
 
+/// True for a chart of one moment at a place: natal and event charts and their equivalents, such as
+/// returns and Davison charts.
+bool IsOfMoment(const CalcChart& chart);
+
+/// Calculates a slot again from the moment, frame, zodiac and house system that stand in it and the
+/// place of ChartNow, by the rules for the node and Vulcan that are in force now. For charts of a
+/// moment. Failures are told as by FileChartToCalcChart; the slot and ChartNow then stay as they
+/// were. Returns nonzero on failure.
+Flag RecalculateChart(std::int16_t slot);
+
 /// Angles and houses of the slot from the geodetic zodiac: the Midheaven is the place's own
 /// meridian, counted from the one that the options give to 0 Aries. Place, obliquity and offset are
 /// those of ChartNow, which stays as it is, and so do right ascensions and declinations.

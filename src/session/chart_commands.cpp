@@ -48,24 +48,8 @@ CommandOutcome ClearChart(std::int16_t /*number*/) {
 
 // ---- Relocation ----
 
-namespace chart_type {
-constexpr std::int16_t kNatal = 1;
-constexpr std::int16_t kReturn = 4;
-constexpr std::int16_t kCombined = 5;
-constexpr std::int16_t kFirstMovable = 8;  // and all above
-constexpr std::int16_t kDavison = 15;      // subtype of combined charts
-}  // namespace chart_type
-
-// A chart can move if it is one of a moment at a place.
-bool MayRelocate(const CalcChart& chart) {
-    const std::int16_t type = chart.ChartType;
-    if (type == chart_type::kCombined) return chart.ChartSubType == chart_type::kDavison;
-    return type == 0 || type == chart_type::kNatal || type == chart_type::kReturn ||
-           type >= chart_type::kFirstMovable;
-}
-
 CommandOutcome Relocate(std::int16_t /*number*/) {
-    if (!MayRelocate(calcChart[1])) {
+    if (!IsOfMoment(calcChart[1])) {
         std::string text = "Charts of this type cannot be relocated.";
         text.append(kCrLf).append(kCrLf).append(
             "Only natal or event charts or their equivalents (such as return charts or Davison "

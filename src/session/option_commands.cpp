@@ -72,11 +72,15 @@ CommandOutcome RestoreSettings(std::int16_t /*number*/) {
 
 // ---- Calculation ----
 
-// The houses of the chart on display are calculated anew: they alone depend on the system.
+// The chart on display is calculated anew. One that isn't of a moment, or came without one, has
+// nothing to be calculated from but its angles: it gets its houses.
 CommandOutcome SetHouseSystem(std::int16_t number) {
     options.houseSystem = number;
     if (!HasChart(0)) return CommandOutcome::Done;
-    calcChart[1].HouseSystem = number;
+    CalcChart& chart = calcChart[1];
+    chart.HouseSystem = number;
+    const bool hasMoment = IsOfMoment(chart) && chart.JulianDayET != 0;
+    if (hasMoment && RecalculateChart(1) == 0) return CommandOutcome::Done;
     CalcHouses(1, chartNow.RAMCNow, chartNow.ObliquityNow, chartNow.PlaceLat,
                chartNow.ZodiacOffsetNow, number);
     return CommandOutcome::Done;

@@ -1,7 +1,9 @@
 // The menus "&Stars", "&Eclipse", "&Reports", "&Lines", "&Options" and "&Help".
+#include <cmath>
 #include <gtest/gtest.h>
 
 #include "charts/CALCCHRT.h"
+#include "charts/SwissEph.h"
 #include "map/point_database.h"
 #include "session/display_dialogs.h"
 #include "session/driver.h"
@@ -328,6 +330,59 @@ TEST_F(OptionCommandsTest, AHouseSystemRecalculatesTheChartOnDisplay) {
     EXPECT_EQ(calcChart[1].HouseSystem, 9);
     EXPECT_EQ(calcChart[1].Cusp[1], 10);
     EXPECT_EQ(calcChart[1].Cusp[2], 40) << "equal houses count from the Ascendant";
+}
+
+// A chart of 31 December 1992, 14:29 UT, at 35S50 138E30.
+void CalculateInto(std::int16_t slot, std::int16_t houseSystem) {
+    Format1Record record;
+    record.day = 31;
+    record.month = 12;
+    record.year = 1992;
+    record.hour = 14;
+    record.minute = 29;
+    record.latDegrees = 35;
+    record.latMinutes = 50;
+    record.longDegrees = 138;
+    record.longMinutes = 30;
+    record.houseCode = static_cast<std::uint8_t>(houseSystem);
+    record.ayanamsaCode = 1;
+    ASSERT_EQ(FileChartToCalcChart(record, slot, kFalse), kFalse);
+}
+
+TEST_F(OptionCommandsTest, AHouseSystemBringsTheNodeAndVulcanRulesInForceIntoTheChart) {
+    OpenSwissEphemeris("/usr/share/libswe/ephe", "");
+    CalculateInto(1, house_system::kPlacidus);
+    session.ChartNumber = 1;
+    const CalcChart before = calcChart[1];
+    EXPECT_EQ(Opt("&Mean", kFalse), "none");
+    EXPECT_EQ(calcChart[1].Lon, before.Lon) << "the rule alone touches no chart";
+    EXPECT_EQ(Opt("&D.Baker", kFalse), "none");
+    EXPECT_EQ(Opt("Equal", 9), "none");
+    EXPECT_TRUE(Plots().empty());
+
+    const CalcChart after = calcChart[1];
+    EXPECT_GT(std::abs(after.Lon[20] - before.Lon[20]), 0.01);
+    EXPECT_EQ(after.TrueNodeFlag, kFalse);
+    CalculateInto(2, house_system::kEqual);
+    for (std::size_t n = 1; n <= 36; ++n) {
+        EXPECT_NEAR(after.Lon[n], calcChart[2].Lon[n], 1e-6) << n;
+        EXPECT_NEAR(after.RA[n], calcChart[2].RA[n], 1e-4) << n;
+    }
+    for (std::size_t n = 1; n <= 12; ++n) EXPECT_NEAR(after.Cusp[n], calcChart[2].Cusp[n], 1e-6);
+    EXPECT_EQ(after.DateText, before.DateText);
+}
+
+TEST_F(OptionCommandsTest, AChartThatIsOfNoMomentGetsItsHousesAlone) {
+    OpenSwissEphemeris("/usr/share/libswe/ephe", "");
+    CalculateInto(1, house_system::kPlacidus);
+    session.ChartNumber = 1;
+    calcChart[1].ChartType = 5;
+    calcChart[1].ChartSubType = 1;
+    options.trueNode = kFalse;
+    const CalcChart before = calcChart[1];
+    EXPECT_EQ(Opt("Equal", 9), "none");
+    EXPECT_EQ(calcChart[1].Lon, before.Lon);
+    EXPECT_NE(calcChart[1].Cusp, before.Cusp);
 }
 
 TEST_F(OptionCommandsTest, EachAyanamsaMovesTheMarkAndTouchesNoChart) {
