@@ -8,6 +8,7 @@
 #include "session/display_dialogs.h"
 #include "session/driver.h"
 #include "session/mouse_modes.h"
+#include "session/rulers.h"
 #include "session/select_chart.h"
 #include "session/session_state.h"
 #include "session/settings.h"
@@ -138,6 +139,7 @@ CommandOutcome CopyPicture(std::int16_t /*number*/) {
     if (session.picture == nullptr) return CommandOutcome::Cancelled;
     Image image;
     session.picture->CopyImage(image);
+    DrawRulersOn(image);  // they lie over the picture, and the user sees them as a part of it
     session.shell->CopyToClipboard(image);
     session.shell->MessageBox("The current map has been copied to the clipboard.", "Confirmation",
                               BoxButtons::Ok, BoxIcon::Information);

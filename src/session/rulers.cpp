@@ -156,6 +156,24 @@ std::vector<OverlayFigure> RulerFigures() {
     return figures;
 }
 
+void DrawRulersOn(Image& image) {
+    constexpr std::uint32_t kWhite = 0xFFFFFFFF;
+    constexpr std::uint32_t kBlack = 0xFF000000;
+    constexpr int kDotStep = 3;  // a dot and two pixels between
+    for (const OverlayFigure& line : RulerFigures()) {
+        const bool upright = line.x0 == line.x1;
+        const int length = upright ? line.y1 - line.y0 : line.x1 - line.x0;
+        for (int along = 0; along <= length; ++along) {
+            const int x = line.x0 + (upright ? 0 : along);
+            const int y = line.y0 + (upright ? along : 0);
+            if (x < 0 || x >= image.width || y < 0 || y >= image.height) continue;
+            const auto row = static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width);
+            image.pixels[row + static_cast<std::size_t>(x)] =
+                along % kDotStep == 0 ? kBlack : kWhite;
+        }
+    }
+}
+
 void DrawMouseMarks() {
     if (plotState.printing == kFalse || !RulersStand()) return;
     mapView.surface->SetPen({LineWidth(1), LineDash::Dot, InkColour(0)});

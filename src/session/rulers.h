@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "session/mouse_modes.h"
+#include "surface/values.h"
 
 namespace orvantis {
 
@@ -24,5 +25,8 @@ std::string RulerText();
 
 /// The rulers, placed and moving, as figures.
 std::vector<OverlayFigure> RulerFigures();
+
+/// Draws the same figures onto an image of the whole picture: white, and dotted black over it.
+void DrawRulersOn(Image& image);
 
 }  // namespace orvantis

@@ -10,6 +10,7 @@
 #include "map/map_fixture.h"
 #include "map/view_edges.h"
 #include "map/view_ring.h"
+#include "session/commands.h"
 
 namespace orvantis {
 namespace {
@@ -1085,6 +1086,26 @@ TEST_F(MouseModes, RulersStayUntilTheNextPlot) {
     Drag(25, 100, 325, 100);
     EXPECT_EQ(Overlay().front().x0, 325);
     EXPECT_EQ(mouseState.rulers.size(), 1U);
+}
+
+TEST_F(MouseModes, ACopyOfThePictureHasTheRulersAndThePictureItselfDoesNot) {
+    surface.Clear(0x00C800);
+    SetMouseMode(mouse_mode::kRuler);
+    Drag(kX + 10, 219, kX + 10, 117);  // off the map's lower edge
+    ASSERT_EQ(MainLine(Overlay()), (Figure{Figure::Kind::RulerLine, 25, 117, 385, 117}));
+    const Command* copy = FindCommand("&Chart", "&Copy to Clipboard", 0);
+    ASSERT_NE(copy, nullptr);
+    RunCommand(*copy);
+    const Image& image = TestShell().clipboard;
+    const auto at = [&](int x, int y) {
+        return image.pixels[static_cast<std::size_t>(y * image.width + x)];
+    };
+    EXPECT_EQ(at(28, 117), 0xFF000000U) << "a dot of the black line over";
+    EXPECT_EQ(at(29, 117), 0xFFFFFFFFU) << "the white one";
+    EXPECT_EQ(at(385, 117), 0xFF000000U) << "up to the map's right edge";
+    EXPECT_EQ(at(386, 117), 0xFF00C800U);
+    EXPECT_EQ(at(29, 118), 0xFF00C800U);
+    EXPECT_EQ(surface.GetPixel(29, 117), 0x00C800);
 }
 
 TEST_F(MouseModes, EscTakesTheMovingRulerAwayAndLeavesThePlacedOne) {
