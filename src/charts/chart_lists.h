@@ -92,7 +92,9 @@ bool LoadChartList(std::string_view path, ChartList& list, Flag forceLegacy);
 /// that it is read again is refused: a comment beyond kMostComment in types 1 and 2, a coordinate
 /// that doesn't fit, and a path without an extension, but for type -1.
 ///
-/// Types 1 and 2 replace the comment file (see CommentPath) whole, also by none. Refused, before
+/// Types 1 and 2 replace the comment file (see CommentPath) whole, also by none. So does another
+/// type that replaces one of them, unless the backup of the comments would have a name in use here,
+/// or a chart file has theirs: they then stay where they are. Refused for types 1 and 2, before
 /// anything is touched, are: names of which two are one among the path, the comment file's, their
 /// backups and what is written aside ("x.bak", whose comments "x" have that backup); a comment file
 /// whose name or start is a chart file's ("x.cht.cht"); and a comment file that is there where the

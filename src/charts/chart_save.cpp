@@ -18,6 +18,7 @@ constexpr std::size_t kDescriptionWidth = 80;
 struct SavedFile {
     std::string path;
     Bytes bytes;
+    bool stored = true;    // false: the new file's type has none
     bool written = false;  // false: the old file goes and no new one comes
 
     std::string Aside() const { return path + "~"; }
@@ -106,7 +107,7 @@ bool AppendRecord(std::int16_t type, const StoredChart& stored, Bytes& bytes, By
 std::int16_t Compose(std::int16_t type, const ChartList& list, std::vector<SavedFile>& files) {
     Bytes bytes = HeadBytes(type, list);
     Bytes comments;
-    const bool store = files.size() > 1;
+    const bool store = files.size() > 1 && files[1].stored;
     for (const StoredChart& stored : list.charts) {
         if (type == chart_file::kFormat3) {
             AppendFormat3(bytes, stored);
@@ -171,19 +172,6 @@ bool KeepsComments(std::int16_t type) {
     return type == chart_file::kFormat1 || type == chart_file::kFormat2;
 }
 
-// The chart file and, behind it, its comment file. They have the names that existing files have,
-// whatever the case in which they were given.
-std::vector<SavedFile> FilesOf(std::string_view path, std::int16_t type) {
-    std::vector<SavedFile> files(1);
-    files[0].path = ProgramPath(NativePath(path));
-    const std::string commentPath = CommentPath(files[0].path);
-    if (KeepsComments(type) && commentPath != files[0].path) {
-        files.emplace_back();
-        files[1].path = ProgramPath(NativePath(commentPath));
-    }
-    return files;
-}
-
 // True if two of the names that a save uses are one.
 bool NamesMeet(const std::vector<SavedFile>& files) {
     std::set<std::string> names;
@@ -213,6 +201,29 @@ bool IsChartFile(const std::string& path) {
            GetI16(&head[2]) != 0;
 }
 
+// True if the names of the files are in one another's way, or the comment file is a chart file.
+bool NamesAreInTheWay(const std::vector<SavedFile>& files) {
+    return NamesMeet(files) || (files.size() > 1 && IsChartFile(files[1].path));
+}
+
+// The chart file and, behind it, its comment file: that of the new file, or else that of the old
+// one, which goes with it. They have the names that existing files have, whatever the case in which
+// they were given.
+std::vector<SavedFile> FilesOf(std::string_view path, std::int16_t type) {
+    std::vector<SavedFile> files(1);
+    files[0].path = ProgramPath(NativePath(path));
+    const std::string commentPath = CommentPath(files[0].path);
+    const bool stored = KeepsComments(type);
+    const bool kept = stored || KeepsComments(StoredChartType(files[0].path));
+    if (!kept || commentPath == files[0].path) return files;
+    files.emplace_back();
+    files[1].path = ProgramPath(NativePath(commentPath));
+    files[1].stored = stored;
+    // Old comments that can't be moved, or aren't any, stay where they are.
+    if (!stored && NamesAreInTheWay(files)) files.pop_back();
+    return files;
+}
+
 // True if what has the name of the comment file isn't the old comments of that chart file. What
 // can't be opened is nobody's, unless there are comments to be written.
 bool IsAnothers(const std::vector<SavedFile>& files, const ChartList& list) {
@@ -223,11 +234,16 @@ bool IsAnothers(const std::vector<SavedFile>& files, const ChartList& list) {
     return writes ? !IsMissing(files[1].path) : FileExists(files[1].path) != 0;
 }
 
+// Deletes what this save, or an earlier one, left aside.
+void DeleteAsides(const std::vector<SavedFile>& files) {
+    for (const SavedFile& file : files) {
+        if (file.stored) DeleteFile(file.Aside());
+    }
+}
+
 // Why a save has to leave everything as it is; 0 if it hasn't.
 std::int16_t WhyRefused(const std::vector<SavedFile>& files, const ChartList& list) {
-    if (NamesMeet(files) || (files.size() > 1 && IsChartFile(files[1].path))) {
-        return error::kBadFileName;
-    }
+    if (NamesAreInTheWay(files)) return error::kBadFileName;
     if (IsAnothers(files, list)) return error::kPathAccess;
     if (list.damaged != 0 && IsSameFile(files[0].path, list.path)) return error::kPastEnd;
     return 0;
@@ -239,14 +255,12 @@ std::int16_t Save(std::string_view path, std::int16_t type, const ChartList& lis
     std::vector<SavedFile> files = FilesOf(path, type);
     std::int16_t failure = WhyRefused(files, list);
     if (failure != 0) return failure;
-    for (const SavedFile& file : files) DeleteFile(file.Aside());
+    DeleteAsides(files);
 
     failure = Compose(type, list, files);
     if (failure == 0) failure = WriteAside(files);
     if (failure == 0) failure = PutInPlace(files);
-    if (failure != 0) {
-        for (const SavedFile& file : files) DeleteFile(file.Aside());
-    }
+    if (failure != 0) DeleteAsides(files);
     return failure;
 }
 

@@ -207,11 +207,13 @@ std::string SharerOfComments(const std::string& path, const std::string& comment
     return "";
 }
 
-// Why the new file's comments can't have their name; "" if they can.
-std::string WhyInTheWay(const std::string& out) {
+// Why the comments of a new file of that type can't have their name, or those of the file that it
+// replaces can't go; "" if they can.
+std::string WhyInTheWay(const std::string& out, std::int16_t type) {
     const std::string comments = CommentPath(out);
-    if (IsMissing(comments)) return "";
+    if (comments == out || IsMissing(comments)) return "";
     if (!KeepsComments(StoredChartType(out))) {
+        if (!KeepsComments(type)) return "";
         return "is there already, and is the name of the comment file of " + out;
     }
     const std::string sharer = SharerOfComments(out, comments);
@@ -223,11 +225,10 @@ int RefuseName(const std::string& out, std::int16_t type) {
     if (!HasExtension(out)) {
         return Complain(kWrongCall, out, "the name of a chart file has an extension");
     }
-    if (type == chart_file::kFormat3) return kDone;
-    if (CommentPath(out) == out) {
+    if (KeepsComments(type) && CommentPath(out) == out) {
         return Complain(kWrongCall, out, "files of this name are of type 3 alone");
     }
-    const std::string why = WhyInTheWay(out);
+    const std::string why = WhyInTheWay(out, type);
     return why.empty() ? kDone : Complain(kWorkFailed, CommentPath(out), why);
 }
 

@@ -354,6 +354,58 @@ TEST_F(ChartSave, TheCommentsOfABackupAreReadAgain) {
     EXPECT_EQ(ReadComment(2, path_ + ".bak", 2), "Comment of chart 1, two blocks.");
 }
 
+TEST_F(ChartSave, WhereATypeWithoutACommentFileReplacesOneWithItTheCommentsGoToTheBackupToo) {
+    for (const bool older : {false, true}) {
+        for (const std::int16_t old : {1, 2}) {
+            for (const std::int16_t type : {-1, 0, 3}) {
+                path_ = folder_.File("charts.cht");
+                for (const std::string& name : Names()) fs::remove(folder_.File(name));
+                ASSERT_TRUE(Save(old, 2));
+                folder_.Write("charts~", "another's");
+                if (older) folder_.Write("charts.bak", Bytes(320, 'x'));
+                ASSERT_TRUE(Save(type, 1));
+                EXPECT_EQ(Names(), (std::set<std::string>{"charts.bak", "charts.cht",
+                                                          "charts.cht.bak", "charts~"}));
+                EXPECT_EQ(FileBytes(folder_.File("charts~")).size(), 9U);
+                ChartList list;
+                ASSERT_TRUE(LoadChartList(path_ + ".bak", list, kFalse));
+                EXPECT_EQ(list.type, old);
+                EXPECT_EQ(list.charts.at(1).comment, "Comment of chart 2, two blocks.");
+            }
+        }
+    }
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(ChartSave, WhereARenameFailsTheCommentsOfTheReplacedTypeStayToo) {
+    ASSERT_TRUE(Save(2, 2));
+    fs::create_directory(folder_.File("charts.bak"));
+    const Bytes charts = FileBytes(path_);
+    const Bytes comments = FileBytes(folder_.File("charts"));
+    EXPECT_FALSE(Save(3, 2));
+    EXPECT_EQ(TestShell().log, std::vector{Told("Error 75: Path/File access error")});
+    EXPECT_EQ(FileBytes(path_), charts);
+    EXPECT_EQ(FileBytes(folder_.File("charts")), comments);
+    EXPECT_EQ(Names(), (std::set<std::string>{"charts", "charts.bak", "charts.cht"}));
+}
+
+TEST_F(ChartSave, CommentsOfAReplacedTypeThatCannotHaveABackupStayWhereTheyAre) {
+    ASSERT_TRUE(Save(2, 2));
+    const Bytes comments = FileBytes(folder_.File("charts"));
+    fs::rename(path_, folder_.File("charts.bak"));
+    path_ = folder_.File("charts.bak");
+    EXPECT_TRUE(Save(3, 2));
+    EXPECT_EQ(FileBytes(folder_.File("charts")), comments);
+    // Nor is a chart file moved that has the name of the comments.
+    fs::rename(folder_.File("charts.bak.bak"), folder_.File("one.cht.dat"));
+    path_ = folder_.File("one.cht");
+    ASSERT_TRUE(Save(0, 2));
+    const Bytes charts = FileBytes(path_);
+    path_ = folder_.File("one.cht.dat");
+    EXPECT_TRUE(Save(3, 2));
+    EXPECT_EQ(FileBytes(folder_.File("one.cht")), charts);
+}
+
 TEST_F(ChartSave, AFileWhoseCommentsHaveItForTheirBackupIsRefusedAndNothingIsTouched) {
     ASSERT_TRUE(Save(2, 2));
     for (const char* name : {"charts.bak", "CHARTS.BAK"}) {

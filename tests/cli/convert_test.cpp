@@ -219,6 +219,20 @@ TEST_F(Convert, AFileMayTakeItsOwnPlaceAndTheOldOneIsKept) {
     EXPECT_EQ(FileBytes(File("type2.cht.bak")).size(), 110U * 4);
 }
 
+TEST_F(Convert, InItsOwnPlaceToType3AndBackAFileKeepsItsCommentsAndSoDoesItsBackup) {
+    folder_.Write("type2.bak", Bytes(320, 'x'));  // of an older save
+    const Json before = Listed(File("type2.cht"))["charts"];
+    const Bytes comments = FileBytes(File("type2"));
+    const ProgramResult there = To(File("type2.cht"), File("type2.cht"), 3);
+    EXPECT_EQ(there.exitCode, 0) << there.errors;
+    EXPECT_FALSE(std::filesystem::exists(File("type2")));
+    EXPECT_EQ(FileBytes(File("type2.bak")), comments);
+    EXPECT_EQ(Listed(File("type2.cht.bak"))["charts"], before);
+    const ProgramResult back = To(File("type2.cht"), File("type2.cht"), 2);
+    EXPECT_EQ(back.exitCode, 0) << back.errors;
+    EXPECT_EQ(Listed(File("type2.cht"))["charts"], before);
+}
+
 TEST_F(Convert, NoOtherFileIsReplacedByTheComments) {
     const Bytes comments = FileBytes(File("type2"));
     // The comment file would be that of the file that is read, or somebody else's.
@@ -360,10 +374,13 @@ TEST_F(Convert, ACommentFileThatAnotherChartFileHasTooIsLeftAlone) {
     std::filesystem::copy_file(File("type2.cht"), File("type2.dat"));
     const Bytes comments = FileBytes(File("type2"));
     for (const char* in : {"type3.ch6", "type2.cht", "type2.dat"}) {
-        const ProgramResult result = To(File(in), File("type2.cht"), 1);
-        EXPECT_EQ(result.exitCode, 1) << in;
-        EXPECT_EQ(result.errors, "orvantis-cli: " + File("type2") + ": is the comment file of " +
-                                     File("type2.dat") + " too\n");
+        for (const int type : {1, 2, 3}) {
+            const ProgramResult result = To(File(in), File("type2.cht"), type);
+            EXPECT_EQ(result.exitCode, 1) << in << " " << type;
+            EXPECT_EQ(result.errors, "orvantis-cli: " + File("type2") +
+                                         ": is the comment file of " + File("type2.dat") +
+                                         " too\n");
+        }
     }
     EXPECT_EQ(FileBytes(File("type2.cht")), FileBytes(File("type2.dat")));
     EXPECT_EQ(FileBytes(File("type2")), comments);
