@@ -108,7 +108,10 @@ std::string StoredDescription(std::int16_t type, FileHandle file) {
 bool LoadComments(std::string_view path, std::int16_t type, ChartList& list) {
     const std::string commentPath = CommentPath(path);
     const bool kind = type == chart_file::kFormat1 || type == chart_file::kFormat2;
-    if (!kind || commentPath == path || FileExists(commentPath) == 0) return true;
+    const bool needed =
+        std::any_of(list.charts.begin(), list.charts.end(),
+                    [](const StoredChart& stored) { return stored.chart.commentRef > 0; });
+    if (!kind || !needed || commentPath == path || !MayHoldComments(commentPath)) return true;
     Bytes blocks;
     if (!ReadWholeFile(commentPath, kMostChartBytes, blocks)) return false;
     std::size_t total = 0;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <set>
 #include <vector>
 
@@ -133,14 +134,24 @@ std::string CommentPath(std::string_view chartPath) {
     return saved == stem ? std::string(chartPath) : saved + std::string(chartPath.substr(point));
 }
 
+bool MayHoldComments(std::string_view commentPath) {
+    std::error_code ignored;
+    return !IsMissing(commentPath) &&
+           !std::filesystem::is_directory(NativePath(commentPath), ignored);
+}
+
 std::string ReadComment(std::int16_t type, std::string_view path, std::int32_t ref) {
     if (type == chart_file::kFormat3) {
         const std::string* comment = ListedComment(path, ref);
         return comment == nullptr ? "" : *comment;
     }
     const std::string commentPath = CommentPath(path);
-    if (ref <= kHead || !HasCommentFile(type, path) || FileExists(commentPath) == 0) return "";
-    const FileHandle file = FileOpener(commentPath, open_mode::kRecords, kBlockSize, kFalse);
+    if (ref <= kHead || !HasCommentFile(type, path) || !MayHoldComments(commentPath)) return "";
+    const FileHandle file = OpenQuietly(commentPath);
+    if (file == 0) {
+        RaiseRunTimeError(error::kPathAccess);
+        return "";
+    }
     std::array<std::uint8_t, kBlockSize> bytes{};
     const auto block = [&](std::int32_t number) -> const std::uint8_t* {
         const std::int64_t before = static_cast<std::int64_t>(number - 1) * kBlockSize;

@@ -20,9 +20,14 @@ inline constexpr std::size_t kMostComment = std::size_t{1150} * 28;
 /// "name.bak", which nothing with an extension left behind, is a chart file like others.
 std::string CommentPath(std::string_view chartPath);
 
+/// True if there is something of that path that may be a comment file: anything but a folder,
+/// whether it can be opened or not.
+bool MayHoldComments(std::string_view commentPath);
+
 /// Comment that starts at block `ref` of the comment file of types 1 and 2, or of chart `ref` of an
-/// open type 3 file. `path` is the chart file's. "" for none; types -1 and 0 have none. A chain
-/// ends at a block that points to itself, beyond the file, or to its head, or after 1150 blocks.
+/// open type 3 file. `path` is the chart file's. "" for none, and, with a run-time error, for a
+/// comment file that can't be opened; types -1 and 0 have none. A chain ends at a block that points
+/// to itself, beyond the file, or to its head, or after 1150 blocks.
 std::string ReadComment(std::int16_t type, std::string_view path, std::int32_t ref);
 
 /// Stores a comment. Types 1 and 2: `ref` receives its first block; the chain that was at `ref`

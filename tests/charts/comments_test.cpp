@@ -322,6 +322,24 @@ TEST_F(Comments, TheLongestCommentComesBackAndALongerOneIsRefused) {
     EXPECT_EQ(FileBytes(folder_.File("charts")), before);
 }
 
+TEST_F(Comments, ACommentFileThatMayNotBeOpenedIsAnErrorAndNotNone) {
+    const auto read = [this] {
+        ChartList list;
+        list.charts.resize(1);
+        list.charts[0].comment = "text";
+        if (!SaveChartFile(path_, kType2, list)) std::_Exit(1);
+        ActAsPlainUserOn(folder_.File("charts"), std::filesystem::perms::none);
+        ChartList again;
+        if (LoadChartList(path_, again, kFalse)) std::_Exit(2);
+        RunTimeError reason;
+        if (!TakeRunTimeError(reason) || reason.number != error::kPermission) std::_Exit(3);
+        if (!Read(2).empty() || !TakeRunTimeError(reason)) std::_Exit(4);
+        std::_Exit(reason.number == error::kPathAccess ? 0 : 5);
+    };
+    std::filesystem::permissions(folder_.Path(), std::filesystem::perms::all);
+    EXPECT_EXIT(read(), testing::ExitedWithCode(0), "");
+}
+
 TEST_F(Comments, TypesWithoutCommentsAndFilesWithoutACommentFileRefuseThem) {
     std::int32_t ref = 4;
     for (const std::int16_t type : {chart_file::kBlocks, chart_file::kFormat0}) {
