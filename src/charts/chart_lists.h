@@ -98,7 +98,8 @@ bool LoadChartList(std::string_view path, ChartList& list, Flag forceLegacy);
 /// anything is touched, are: names of which two are one among the path, the comment file's, their
 /// backups and what is written aside ("x.bak", whose comments "x" have that backup); a comment file
 /// whose name or start is a chart file's ("x.cht.cht"); and a comment file that is there where the
-/// path holds no file of type 1 or 2, since it then belongs to something else. Two files of types 1
+/// path holds no file of type 1 or 2, since it then belongs to something else (a list without
+/// comments leaves it there and is saved). Two files of types 1
 /// and 2 that differ by their extension alone have one comment file: the one that is saved last
 /// takes it, and the other's references lead into it.
 bool SaveChartFile(std::string_view path, std::int16_t type, ChartList& list);

@@ -52,7 +52,8 @@ void AppendText(Bytes& bytes, std::string_view text) {
     AppendBytes(bytes, reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
 }
 
-// The head of each type; the layouts stand in KVCharts.cpp and chart_lists.cpp.
+// The head of each type; the rest of its slot is there where charts follow; the layouts stand in
+// KVCharts.cpp and chart_lists.cpp.
 Bytes HeadBytes(std::int16_t type, const ChartList& list) {
     if (type == chart_file::kFormat0) return {};
     Bytes bytes;
@@ -65,7 +66,7 @@ Bytes HeadBytes(std::int16_t type, const ChartList& list) {
     PutText(&bytes[at], kDescriptionWidth, list.description);
     if (type == chart_file::kFormat3) {
         AppendNumber(bytes, static_cast<std::int32_t>(list.charts.size()));
-    } else if (type != chart_file::kBlocks) {
+    } else if (type != chart_file::kBlocks && !list.charts.empty()) {
         bytes.resize(static_cast<std::size_t>(ChartRecordLength(type)));
     }
     return bytes;
@@ -224,14 +225,15 @@ std::vector<SavedFile> FilesOf(std::string_view path, std::int16_t type) {
     return files;
 }
 
-// True if what has the name of the comment file isn't the old comments of that chart file. What
-// can't be opened is nobody's, unless there are comments to be written.
-bool IsAnothers(const std::vector<SavedFile>& files, const ChartList& list) {
-    if (files.size() < 2 || KeepsComments(StoredChartType(files[0].path))) return false;
-    const bool writes =
-        std::any_of(list.charts.begin(), list.charts.end(),
-                    [](const StoredChart& stored) { return !stored.comment.empty(); });
-    return writes ? !IsMissing(files[1].path) : FileExists(files[1].path) != 0;
+bool HasComments(const ChartList& list) {
+    return std::any_of(list.charts.begin(), list.charts.end(),
+                       [](const StoredChart& stored) { return !stored.comment.empty(); });
+}
+
+// True if what has the name of the comment file isn't the old comments of that chart file.
+bool IsAnothers(const std::vector<SavedFile>& files) {
+    return files.size() > 1 && !KeepsComments(StoredChartType(files[0].path)) &&
+           !IsMissing(files[1].path);
 }
 
 // Deletes what this save, or an earlier one, left aside.
@@ -244,7 +246,7 @@ void DeleteAsides(const std::vector<SavedFile>& files) {
 // Why a save has to leave everything as it is; 0 if it hasn't.
 std::int16_t WhyRefused(const std::vector<SavedFile>& files, const ChartList& list) {
     if (NamesAreInTheWay(files)) return error::kBadFileName;
-    if (IsAnothers(files, list)) return error::kPathAccess;
+    if (IsAnothers(files)) return error::kPathAccess;
     if (list.damaged != 0 && IsSameFile(files[0].path, list.path)) return error::kPastEnd;
     return 0;
 }
@@ -253,6 +255,8 @@ std::int16_t Save(std::string_view path, std::int16_t type, const ChartList& lis
     if (type < chart_file::kBlocks || type > chart_file::kFormat3) return error::kBadFileMode;
     if (!IsUsableName(path, type)) return error::kBadFileName;
     std::vector<SavedFile> files = FilesOf(path, type);
+    // Without comments another's file is in nobody's way.
+    if (IsAnothers(files) && !HasComments(list)) files.pop_back();
     std::int16_t failure = WhyRefused(files, list);
     if (failure != 0) return failure;
     DeleteAsides(files);

@@ -1,4 +1,5 @@
 // The verbs "charts" and "convert": chart files as a whole.
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <nlohmann/json.hpp>
@@ -103,6 +104,7 @@ struct Listing {
     std::int32_t count = 0;
     Bytes comments;               // the comment file of types 1 and 2
     std::string commentFailure;   // why comments are missing, "" they aren't
+    bool commentsNeeded = false;  // a chart has a comment
     std::size_t commentText = 0;  // bytes of comments so far
     std::string failure;          // why charts behind the ones that were read are missing
 };
@@ -118,7 +120,7 @@ std::string WhyMissing(std::int32_t charts) {
 void FetchComments(Listing& listing) {
     const bool kind = listing.type == chart_file::kFormat1 || listing.type == chart_file::kFormat2;
     const std::string path = CommentPath(listing.path);
-    if (!kind || path == listing.path || FileExists(path) == 0) return;
+    if (!kind || path == listing.path || !MayHoldComments(path)) return;
     const std::int16_t failure = FetchFile(path, kMostChartBytes, listing.comments);
     if (failure != 0) listing.commentFailure = RunTimeErrorText(failure);
 }
@@ -133,6 +135,7 @@ bool ReadListed(Listing& listing, std::int32_t n, StoredChart& stored) {
         listing.failure = WhyMissing(n - 1);
         return false;
     }
+    listing.commentsNeeded = listing.commentsNeeded || stored.chart.commentRef > 0;
     stored.comment = GetComment(listing.comments, stored.chart.commentRef);
     listing.commentText += stored.comment.size();
     if (listing.commentText > kMostCommentText) {
@@ -162,7 +165,7 @@ int ListCharts(Listing& listing, bool json) {
     if (json) std::cout << "\n  ]\n}\n";
     if (!std::cout) return kDone;
     int exitCode = kDone;
-    if (!listing.commentFailure.empty()) {
+    if (listing.commentsNeeded && !listing.commentFailure.empty()) {
         exitCode = Complain(kUnreadable, CommentPath(listing.path),
                             "the comments can't be read (" + listing.commentFailure + ")");
     }
@@ -207,13 +210,17 @@ std::string SharerOfComments(const std::string& path, const std::string& comment
     return "";
 }
 
-// Why the comments of a new file of that type can't have their name, or those of the file that it
-// replaces can't go; "" if they can.
-std::string WhyInTheWay(const std::string& out, std::int16_t type) {
+// Why the comments of a list that is to be a file of that type can't have their name, or those of
+// the file that it replaces can't go; "" if they can.
+std::string WhyInTheWay(const std::string& out, std::int16_t type, const ChartList& list) {
     const std::string comments = CommentPath(out);
     if (comments == out || IsMissing(comments)) return "";
     if (!KeepsComments(StoredChartType(out))) {
-        if (!KeepsComments(type)) return "";
+        const bool writes =
+            KeepsComments(type) &&
+            std::any_of(list.charts.begin(), list.charts.end(),
+                        [](const StoredChart& stored) { return !stored.comment.empty(); });
+        if (!writes) return "";
         return "is there already, and is the name of the comment file of " + out;
     }
     const std::string sharer = SharerOfComments(out, comments);
@@ -228,8 +235,19 @@ int RefuseName(const std::string& out, std::int16_t type) {
     if (KeepsComments(type) && CommentPath(out) == out) {
         return Complain(kWrongCall, out, "files of this name are of type 3 alone");
     }
-    const std::string why = WhyInTheWay(out, type);
-    return why.empty() ? kDone : Complain(kWorkFailed, CommentPath(out), why);
+    return kDone;
+}
+
+// Tells why a file can't be read, the comments' file if it is that one.
+int TellUnreadable(const std::string& path, std::int16_t type, const CliShell& shell) {
+    const std::string comments = CommentPath(path);
+    const bool has = KeepsComments(type) && comments != path && MayHoldComments(comments);
+    Bytes bytes;
+    const std::int16_t failure =
+        has ? FetchFile(comments, kMostChartBytes, bytes) : std::int16_t{0};
+    if (failure == 0) return UnreadableChartFile(path, shell);
+    return Complain(kUnreadable, comments,
+                    "the comments can't be read (" + RunTimeErrorText(failure) + ")");
 }
 
 // Reads a whole file. Returns an exit code; what is wrong has been told.
@@ -244,7 +262,7 @@ int LoadForConversion(const std::string& path, ChartList& list, CliShell& shell)
         return Complain(kUnreadable, path, "this kind of chart file isn't read");
     }
     if (!hasCharts) return Complain(kUnreadable, path, "holds no charts");
-    return LoadChartList(path, list, kFalse) ? kDone : UnreadableChartFile(path, shell);
+    return LoadChartList(path, list, kFalse) ? kDone : TellUnreadable(path, type, shell);
 }
 
 // Reads the new file again and tells what is missing in it, after the comments that were cut.
@@ -335,6 +353,8 @@ int RunConvert(const std::vector<std::string>& words, CliShell& shell) {
     ChartList list;
     const int loaded = LoadForConversion(in, list, shell);
     if (loaded != kDone) return loaded;
+    const std::string why = WhyInTheWay(out, type, list);
+    if (!why.empty()) return Complain(kWorkFailed, CommentPath(out), why);
     int exitCode = kDone;
     if (list.damaged != 0) {
         if (IsSameFile(in, out)) return UnreadableChartFile(in, shell);

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <iterator>
 #include <nlohmann/json.hpp>
+#include <sys/stat.h>
 
 #include "charts/chart_lists.h"
 #include "charts/comments.h"
@@ -116,6 +117,33 @@ TEST_F(Convert, CommentsThatCannotBeReadAreToldAndTheChartsListed) {
     EXPECT_EQ(result.errors,
               "orvantis-cli: " + File("type2") + ": the comments can't be read (File too large)\n");
     EXPECT_EQ(result.output.substr(0, 13), "1  A name of ");
+}
+
+// A pipe stands for a file that may not be read: it isn't missing and can't be opened either.
+TEST_F(Convert, ACommentFileThatCannotBeOpenedIsToldAndNothingIsWritten) {
+    std::filesystem::remove(File("type2"));
+    ASSERT_EQ(::mkfifo(File("type2").c_str(), 0600), 0);
+    const std::string told = "orvantis-cli: " + File("type2") +
+                             ": the comments can't be read (Path/File access error)\n";
+    const ProgramResult list = Run({"charts", File("type2.cht")});
+    EXPECT_EQ(list.exitCode, 3);
+    EXPECT_EQ(list.errors, told);
+    EXPECT_EQ(list.output.substr(0, 13), "1  A name of ");
+    const ProgramResult result = To(File("type2.cht"), File("out.ch6"), 3);
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(result.errors, told);
+    EXPECT_FALSE(std::filesystem::exists(File("out.ch6")));
+}
+
+TEST_F(Convert, WithoutCommentsAFileOfTheCommentFilesNameIsInNobodysWay) {
+    const Bytes comments = FileBytes(File("type2"));
+    for (const int type : {1, 2}) {
+        const std::string out = File("type2.d" + std::to_string(type));
+        const ProgramResult result = To(File("type0.cht"), out, type);
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        EXPECT_EQ(Listed(out)["charts"], Listed(File("type0.cht"))["charts"]);
+    }
+    EXPECT_EQ(FileBytes(File("type2")), comments);
 }
 
 TEST_F(Convert, EveryTypeBecomesEveryOtherAndItsChartsStay) {
