@@ -279,6 +279,7 @@ TEST_F(NarrowViews, ALineThatCrossesAViewOfAFewDegreesIsDrawn) {
         const Round round = DrawRound(random, type, span, 0.45);
         const std::vector<Spot> drawn = DrawnSpots(surface_);
         std::vector<Vec> vectors;
+        vectors.reserve(drawn.size());
         for (const Spot& place : drawn) vectors.push_back(OnSphere(place.lat, place.longitude));
         for (const auto& [from, to] : RunsInView(round.line, round.at, 2.0 / 60)) {
             ++runs;

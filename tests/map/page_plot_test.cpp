@@ -400,6 +400,7 @@ bool pageFails = false;
 
 std::vector<std::pair<int, int>> PlacesOf(const std::vector<LineLabel>& labels) {
     std::vector<std::pair<int, int>> places;
+    places.reserve(labels.size());
     for (const LineLabel& label : labels) places.emplace_back(label.x, label.y);
     return places;
 }

@@ -1098,7 +1098,8 @@ TEST_F(MouseModes, ACopyOfThePictureHasTheRulersAndThePictureItselfDoesNot) {
     RunCommand(*copy);
     const Image& image = TestShell().clipboard;
     const auto at = [&](int x, int y) {
-        return image.pixels[static_cast<std::size_t>(y * image.width + x)];
+        return image.pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width) +
+                            static_cast<std::size_t>(x)];
     };
     EXPECT_EQ(at(28, 117), 0xFF000000U) << "a dot of the black line over";
     EXPECT_EQ(at(29, 117), 0xFFFFFFFFU) << "the white one";
