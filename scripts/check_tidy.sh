@@ -14,9 +14,9 @@ mkdir -p "$clean"
 find "$clean" -type f -mtime +30 -delete
 ninja -C "$build" -t deps |
     awk -v top="$PWD/" '/#deps/ {file = ""; next}
-        {path = ""}
-        index($1, top) == 1 {path = substr($1, length(top) + 1)}
-        $1 ~ /^\.\.\/\.\.\/[a-z]/ {path = substr($1, 7)}
+        {path = ""; sub(/^ +/, "")}
+        index($0, top) == 1 {path = substr($0, length(top) + 1)}
+        /^\.\.\/\.\.\/[a-z]/ {path = substr($0, 7)}
         path != "" {if (file == "") file = path
                     print file, path}' >"$build/tidy.deps"
 

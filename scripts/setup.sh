@@ -35,9 +35,16 @@ need_packages() {
         return 0
     fi
     local as_root=()
-    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+    if [ "$(id -u)" -ne 0 ]; then
+        as_root=(sudo)
+        if ! command -v sudo >/dev/null; then
+            echo "Install these packages as root first: ${missing[*]}" >&2
+            return 1
+        fi
+    fi
     echo "Installing ${missing[*]}"
-    export DEBIAN_FRONTEND=noninteractive
+    # sudo doesn't hand the caller's environment on.
     "${as_root[@]}" apt-get update -q >/dev/null
-    "${as_root[@]}" apt-get install -q -y --no-install-recommends "${missing[@]}" >/dev/null
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -q -y --no-install-recommends "${missing[@]}" >/dev/null
 }

@@ -1,12 +1,13 @@
-#!/bin/bash
+#!/usr/bin/env bash
 # Gets the sources of the world map from their packages and makes data/level1.pnt, data/world.ovm,
-# the test's mask of land and water, the default settings and the tables of minor planets. Run it when the data is to be
-# renewed; the program is built and tested with the files that are committed.
+# the test's mask of land and water, the default settings and the tables of minor planets. Run it
+# when the data is to be renewed; the program is built and tested with the files that are committed.
 #
-# Needs: apt-get, dpkg, npm, cmake, a C++ compiler, libsqlite3-dev, nlohmann-json3-dev,
-# swe-basic-data, swe-standard-data.
+# Needs apt-get, npm and libsqlite3-dev beside what the build and the tests need.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+. scripts/setup.sh
+need_packages build test
 sources=build/sources
 mkdir -p "$sources"
 

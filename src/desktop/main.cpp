@@ -1,6 +1,8 @@
 // The desktop program: a session in a window.
 #include <QApplication>
+#include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -24,6 +26,7 @@ constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kWrongCall = 2;
 constexpr int kBadInput = 3;
+constexpr int kNoDisplay = 4;
 
 int Complain(int code, const std::string& text) {
     std::fprintf(stderr, "orvantis: %s\n", text.c_str());
@@ -103,7 +106,10 @@ int main(int argc, char** argv) {
 
     orvantis::QuietQt();
     int ownCount = 1;
+    // Qt aborts where no display answers, after it has told so.
+    std::signal(SIGABRT, [](int) { std::_Exit(orvantis::kNoDisplay); });
     QApplication application(ownCount, argv);
+    std::signal(SIGABRT, SIG_DFL);
     QApplication::setApplicationName(QStringLiteral("orvantis"));
     QApplication::setApplicationDisplayName(QString());
     orvantis::CloseOnSignals();

@@ -82,7 +82,7 @@ struct OpenOutcome {
 /// The whole start with a main window, step by step: refusal of a second copy, paths, sibling,
 /// start screen, INI keys, preferences, command line, database, the map of the last run or a new
 /// one, the first picture. `session.picture` is the main picture. session.StartupDone is set last.
-/// A second copy, a missing database and one that gives no usable index end the start.
+/// A second copy, a missing database and a chart of the call that can't be shown end the start.
 SessionResult RunSession(const StartPaths& paths, const SessionCall& call, Shell& shell,
                          OpenOutcome& outcome);
 

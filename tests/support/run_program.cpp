@@ -82,7 +82,6 @@ ProgramResult RunProgram(const std::string& program, const std::vector<std::stri
     ::wait4(child, &status, 0, &usage);
     ::close(output[0]);
     ::close(errors[0]);
-    result.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     result.peakKilobytes = usage.ru_maxrss;
     if (WIFEXITED(status)) result.exitCode = WEXITSTATUS(status);
     if (WIFSIGNALED(status)) result.signal = WTERMSIG(status);

@@ -11,7 +11,6 @@ struct ProgramResult {
     int signal = 0;          ///< signal that ended it, 0 none
     std::string output;      ///< standard output
     std::string errors;      ///< standard error
-    double seconds = 0;      ///< from start to end
     long peakKilobytes = 0;  ///< most memory it held
 };
 
