@@ -17,10 +17,6 @@ namespace orvantis {
 
 namespace {
 
-double JulianDayOf(double t) {
-    return t * 36525 + 2415020;
-}
-
 // Points 1 to `last` as they were.
 void RestorePoints(CalcChart& chart, const CalcChart& kept, std::int16_t last) {
     for (std::size_t n = 1; n <= static_cast<std::size_t>(last); ++n) {

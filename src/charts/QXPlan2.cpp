@@ -10,10 +10,6 @@ namespace orvantis {
 
 namespace {
 
-double JulianDayOf(double t) {
-    return t * 36525 + 2415020;
-}
-
 // A body of the library; the longitude with the offset, below 0 if there is none.
 SphericalPlace PlaceOf(std::int32_t body, double t, double offset, std::int32_t flags,
                        EphemerisSource* source) {

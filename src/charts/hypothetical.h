@@ -20,6 +20,7 @@ struct SphericalPlace {
     double distance = 0;
 };
 
+/// Rectangular and spherical coordinates in the same frame: x to longitude 0, z to the north.
 Vector RectangularPlace(const SphericalPlace& place);
 SphericalPlace SphericalFrom(const Vector& place);
 

@@ -155,7 +155,7 @@ std::array<BodyPosition, 2> PlutoWithoutTables(const RouteMoment& moment,
     std::array<TablePosition, 2> pluto;
     bool fromElements = true;
     for (std::size_t i = 0; i < 2; ++i) {
-        const double jd = TimeOf(moment, i) * 36525 + 2415020;
+        const double jd = JulianDayOf(TimeOf(moment, i));
         fromElements = fromElements && PlutoFromElements(dataPath, jd, pluto[i]);
     }
     std::array<BodyPosition, 2> positions;

@@ -9,6 +9,7 @@
 #include <QToolButton>
 
 #include "desktop/menus.h"
+#include "desktop/window_text.h"
 
 namespace orvantis {
 

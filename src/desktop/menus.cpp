@@ -8,6 +8,7 @@
 #include <QShortcut>
 #include <string>
 
+#include "desktop/window_text.h"
 #include "session/session_state.h"
 #include "text/code_page.h"
 
@@ -28,10 +29,6 @@ QString EntryText(const Command& command, const std::string& caption) {
 }
 
 }  // namespace
-
-QString WindowText(std::string_view bytes) {
-    return QString::fromStdString(ToUtf8(bytes));
-}
 
 Menus::Menus(QMainWindow& window) : QObject(&window) {
     for (const Command& command : Commands()) AddEntry(window, command);

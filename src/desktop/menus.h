@@ -47,7 +47,4 @@ class Menus : public QObject {
     std::vector<Entry> entries_;
 };
 
-/// Bytes of code page 1252 as a window shows them.
-QString WindowText(std::string_view bytes);
-
 }  // namespace orvantis

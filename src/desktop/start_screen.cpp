@@ -6,6 +6,7 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
+#include "desktop/window_text.h"
 #include "session/session_state.h"
 
 namespace orvantis {

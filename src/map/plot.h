@@ -17,13 +17,14 @@ namespace orvantis {
 /// Where a coast entered or left the map rectangle.
 struct ClipCrossing {
     std::int16_t side = 0;  ///< see namespace side
-    std::int16_t x = 0;
+    std::int16_t x = 0;     ///< pixel of the map rectangle's edge
     std::int16_t y = 0;
     Flag startInside = kFalse;  ///< the segment's start was the inside end
 };
 
-/// State of the plot, valid for its length; what the frame of a zoom held is set before it by the
-/// search for colours on the zoom rectangle, and stands until the next zoom.
+/// State of the plot, valid for its length, with two exceptions. What the frame of a zoom held is
+/// set before it by the search for colours on the zoom rectangle, and stands until the next zoom.
+/// `interrupted`, `imageLost` and `screenPlots` tell of the last plot until the next one.
 struct PlotState {
     Colour outlineColour = 0;                ///< of the map's lines, and border of every flood
     std::vector<ClipCrossing> crossings{1};  ///< 1 to count; element 0 stands unused

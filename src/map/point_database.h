@@ -110,8 +110,8 @@ std::string LevelPath(std::int16_t level);
 /// written last: LevelsNeedRebuild goes by its date, so a failure half way is known at the next
 /// start. A header or a run of points that the file's end cuts short ends the reading there.
 /// Returns the failed flag; the user has been told: of a file that can't be opened by "Open Error",
-/// of a run-time failure
-/// ("File too large" above kLargestDatabase, "Overflow" above 32767 lines) by "Database Error".
+/// of a run-time failure ("File too large" above kLargestDatabase, "Overflow" above 32767 lines) by
+/// "Database Error".
 Flag GenerateLevels(std::string_view level1Path, std::string_view progressText);
 
 /// True if a level file 2 to 5 is missing, or level 2 is older than level 1.

@@ -24,10 +24,6 @@ namespace {
 constexpr double kPointsPerInch = 72;
 constexpr int kHatchPeriod = 8;  // distance between the lines of the cross hatch, pixels
 
-QColor QtColour(Colour colour) {
-    return QColor::fromRgb(PixelOf(colour));
-}
-
 QPen PagePen(const Pen& pen) {
     const bool solid = pen.dash == LineDash::Solid;
     QPen result(QtColour(pen.colour), pen.width, Qt::SolidLine, solid ? Qt::RoundCap : Qt::FlatCap,

@@ -3,6 +3,8 @@
 #include <QGuiApplication>
 #include <cstdio>
 
+#include "raster/image_surface.h"
+
 namespace orvantis {
 
 namespace {
@@ -12,6 +14,10 @@ void OnQtMessage(QtMsgType type, const QMessageLogContext& /*context*/, const QS
 }
 
 }  // namespace
+
+QColor QtColour(Colour colour) {
+    return QColor::fromRgb(PixelOf(colour));
+}
 
 void QuietQt() {
     qInstallMessageHandler(OnQtMessage);

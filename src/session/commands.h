@@ -64,6 +64,8 @@ struct CommandLook {
     bool checked = false;
 };
 
+/// The look of an entry now, by the rules of its row; for a capability that isn't there `enabled`
+/// is false.
 CommandLook LookOf(const Command& command);
 
 /// A menu is opened, by the mouse or by a key of one of its entries: what its entries depend on is
@@ -86,6 +88,7 @@ struct CommandButton {
     std::string_view caption;  ///< of its command
 };
 
+/// All buttons, in their order from the left.
 std::span<const CommandButton> CommandButtons();
 
 /// The chart's clock is switched off once another chart, or none, is on display. Every plot asks.

@@ -1,6 +1,6 @@
-// Where an earlier room of the core must call a later one, it calls through a pointer that is filled
-// here; those to the window are filled by the window. In the window, points that stay empty belong to
-// capabilities that the program doesn't have yet. Each is optional where it is called.
+// Where an earlier room of the core must call a later one, it calls through a pointer that is
+// filled here; those to the window are filled by the window. In the window, points that stay empty
+// belong to capabilities that the program doesn't have yet. Each is optional where it is called.
 #include "session/connections.h"
 
 #include "lines/chart_lines.h"

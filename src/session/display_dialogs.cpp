@@ -23,8 +23,6 @@ bool (*showPointsForm)(PointsForm& form) = nullptr;
 bool (*showPointColoursForm)(PointColoursForm& form) = nullptr;
 bool (*showZodiacStartForm)(ZodiacStartForm& form) = nullptr;
 bool (*showPaletteForm)(PaletteForm& form) = nullptr;
-bool (*showMapOptionsForm)() = nullptr;
-bool (*showSaveMapForm)() = nullptr;
 
 namespace {
 

@@ -169,7 +169,5 @@ extern bool (*showPointsForm)(PointsForm& form);
 extern bool (*showPointColoursForm)(PointColoursForm& form);
 extern bool (*showZodiacStartForm)(ZodiacStartForm& form);
 extern bool (*showPaletteForm)(PaletteForm& form);
-extern bool (*showMapOptionsForm)();
-extern bool (*showSaveMapForm)();
 
 }  // namespace orvantis

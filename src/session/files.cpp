@@ -128,6 +128,19 @@ void ShowOpenError(std::string_view path, std::int16_t errorNumber) {
     session.shell->MessageBox(text, "Open Error", BoxButtons::Ok, BoxIcon::None);
 }
 
+// What is there of the bytes from an offset on. Returns their number.
+std::size_t ReadFrom(int descriptor, std::int64_t offset, std::span<std::uint8_t> bytes) {
+    std::size_t filled = 0;
+    while (filled < bytes.size()) {
+        const ssize_t got = ::pread(descriptor, &bytes[filled], bytes.size() - filled,
+                                    offset + static_cast<std::int64_t>(filled));
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0) break;
+        filled += static_cast<std::size_t>(got);
+    }
+    return filled;
+}
+
 bool WriteAll(int descriptor, std::int64_t offset, std::span<const std::uint8_t> bytes) {
     while (!bytes.empty()) {
         const ssize_t written = ::pwrite(descriptor, bytes.data(), bytes.size(), offset);
@@ -333,15 +346,7 @@ std::int64_t FileLength(FileHandle file) {
 }
 
 std::size_t ReadWhatIsThere(FileHandle file, std::int64_t position, std::span<std::uint8_t> bytes) {
-    std::size_t filled = 0;
-    while (position >= 1 && filled < bytes.size()) {
-        const ssize_t got = ::pread(Descriptor(file), &bytes[filled], bytes.size() - filled,
-                                    position - 1 + static_cast<std::int64_t>(filled));
-        if (got < 0 && errno == EINTR) continue;
-        if (got <= 0) break;
-        filled += static_cast<std::size_t>(got);
-    }
-    return filled;
+    return position >= 1 ? ReadFrom(Descriptor(file), position - 1, bytes) : 0;
 }
 
 bool ReadBytes(FileHandle file, std::int64_t position, std::span<std::uint8_t> bytes) {
@@ -403,14 +408,7 @@ std::int16_t FetchFile(std::string_view path, std::int64_t limit, Bytes& bytes) 
     struct stat status {};
     const bool sized = ::fstat(descriptor, &status) == 0 && status.st_size <= limit;
     if (sized) bytes.resize(static_cast<std::size_t>(status.st_size));
-    std::size_t filled = 0;
-    while (sized && filled < bytes.size()) {
-        const ssize_t got =
-            ::pread(descriptor, &bytes[filled], bytes.size() - filled, static_cast<off_t>(filled));
-        if (got < 0 && errno == EINTR) continue;
-        if (got <= 0) break;
-        filled += static_cast<std::size_t>(got);
-    }
+    const std::size_t filled = sized ? ReadFrom(descriptor, 0, bytes) : 0;
     ::close(descriptor);
     if (sized && filled == bytes.size()) return 0;
     bytes.clear();

@@ -65,9 +65,9 @@ struct IniEntry {
 
 /// Sets keys of a section in their order: a key that is there keeps its place, a new one goes to
 /// the end of the section, a new section to the end of the file. Of an entry that comes twice the
-/// last value counts. The file, and the folder it lies
-/// in, are made if they aren't there; a new file has CRLF, an old one keeps its kind. False, with
-/// the old file as it was and a run-time error, if it can't be read whole or replaced.
+/// last value counts. The file, and the folder it lies in, are made if they aren't there; a new
+/// file has CRLF, an old one keeps its kind. False, with the old file as it was and a run-time
+/// error, if it can't be read whole or replaced.
 bool WriteIni(std::string_view name, std::string_view section, std::span<const IniEntry> entries);
 
 }  // namespace orvantis

@@ -8,6 +8,7 @@
 #include "map/view_ring.h"
 #include "session/command_rows.h"
 #include "session/display_dialogs.h"
+#include "session/map_dialogs.h"
 #include "session/mouse_modes.h"
 #include "session/recent_maps.h"
 #include "session/session_state.h"

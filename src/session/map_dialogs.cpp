@@ -21,6 +21,9 @@ const std::array<DetailBox, 6> kDetailBoxes = {{{"City Names", 8},
                                                 {"Lakes", 6},
                                                 {"Rivers", 7}}};
 
+bool (*showMapOptionsForm)() = nullptr;
+bool (*showSaveMapForm)() = nullptr;
+
 namespace {
 
 constexpr std::int16_t kCityNamesClass = 8;

@@ -59,4 +59,9 @@ float GridInterval(std::string_view text);
 /// place, its edges brought to a new projection, and the map is plotted in full. True if it did.
 bool AcceptMapOptions(const MapDocument& map);
 
+// ---- Connection points: the forms, as those of display_dialogs.h ----
+
+extern bool (*showMapOptionsForm)();
+extern bool (*showSaveMapForm)();
+
 }  // namespace orvantis

@@ -112,6 +112,8 @@ class Shell {
     /// Size of the map area in pixels; the main picture has been brought to it.
     virtual SurfaceSize MapAreaSize() = 0;
 
+    /// The main window's place on the screen, in twips, and its state; of a maximised one the place
+    /// that it would have restored.
     virtual WindowPlace MainWindowPlace() = 0;
 
     /// Moves the main window, or maximises it (then only the state counts).

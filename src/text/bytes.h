@@ -13,6 +13,9 @@ namespace orvantis {
 
 using Bytes = std::vector<std::uint8_t>;
 
+/// Values in the bytes of a file, the lowest byte first whatever the machine: integers of 16, 32
+/// and 64 bits, signed ones in two's complement, and IEEE 754 numbers of 32 and 64 bits. `p` must
+/// have as many bytes; it needs no alignment.
 inline std::uint16_t GetU16(const std::uint8_t* p) {
     return static_cast<std::uint16_t>(p[0] | p[1] << 8);
 }

@@ -49,6 +49,11 @@ inline double JulianCenturies(double julianDay) {
     return (julianDay - 2415020.0) / 36525.0;
 }
 
+/// The way back: the Julian day of a time in Julian centuries from JD 2415020.0.
+inline double JulianDayOf(double centuries) {
+    return centuries * 36525 + 2415020;
+}
+
 /// Whole units, minutes and seconds of a value, each by floor.
 void SplitDMS(float value, std::int16_t& whole, std::int16_t& minutes, std::int16_t& seconds);
 

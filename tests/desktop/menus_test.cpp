@@ -19,9 +19,11 @@
 
 #include "desktop/main_window.h"
 #include "desktop/qt_shell.h"
+#include "desktop/window_text.h"
 #include "map/map_document.h"
 #include "session/commands.h"
 #include "session/display_dialogs.h"
+#include "session/map_dialogs.h"
 #include "session/mouse_modes.h"
 #include "session/recent_maps.h"
 #include "session/save_settings.h"

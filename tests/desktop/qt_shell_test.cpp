@@ -17,6 +17,7 @@
 #include "map/view_ring.h"
 #include "session/commands.h"
 #include "session/display_dialogs.h"
+#include "session/map_dialogs.h"
 #include "session/session_state.h"
 #include "session/settings.h"
 #include "surface/null_shell.h"

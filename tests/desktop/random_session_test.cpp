@@ -13,6 +13,7 @@
 #include <random>
 
 #include "desktop/main_window.h"
+#include "desktop/window_text.h"
 #include "map/plot.h"
 #include "map/projection.h"
 #include "session/display_dialogs.h"

@@ -12,6 +12,7 @@
 #include "session/display_dialogs.h"
 #include "session/driver.h"
 #include "session/ini_settings.h"
+#include "session/map_dialogs.h"
 #include "session/save_settings.h"
 #include "support/command_test.h"
 #include "support/session_files.h"

@@ -3,6 +3,7 @@
 
 #include "map/map_menus.h"
 #include "session/display_dialogs.h"
+#include "session/map_dialogs.h"
 #include "session/mouse_modes.h"
 #include "session/recent_maps.h"
 #include "support/command_test.h"

@@ -20,6 +20,7 @@
 #include "session/driver.h"
 #include "session/files.h"
 #include "session/ini_settings.h"
+#include "session/map_dialogs.h"
 #include "session/mouse_modes.h"
 #include "session/recent_maps.h"
 #include "session/resources.h"

@@ -58,14 +58,6 @@ class LeaveWatch : public QObject {
 
 }  // namespace
 
-QString FormText(std::string_view bytes) {
-    return QString::fromStdString(ToUtf8(bytes));
-}
-
-std::string FormBytes(const QString& text) {
-    return FromUtf8(text.toStdString());
-}
-
 QString WithoutKeys(const QString& text) {
     return QString(text).replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
@@ -109,10 +101,6 @@ void SetTabs(std::initializer_list<QWidget*> controls) {
 
 void OnLeave(QWidget* field, const FormButtons& buttons, const std::function<void()>& left) {
     new LeaveWatch(field, buttons, left);  // the field's child
-}
-
-QColor QtColour(Colour colour) {
-    return QColor::fromRgb(PixelOf(colour));
 }
 
 QImage GlyphBox(std::string_view glyph, Colour colour, QSize size, double scale) {

@@ -20,10 +20,6 @@ class QPushButton;
 
 namespace orvantis {
 
-/// Bytes of code page 1252 as a window shows them, and back.
-QString FormText(std::string_view bytes);
-std::string FormBytes(const QString& text);
-
 /// A text that isn't a caption, for a control whose captions mark access keys by "&".
 QString WithoutKeys(const QString& text);
 
@@ -56,9 +52,6 @@ void SetTabs(std::initializer_list<QWidget*> controls);
 /// Runs `left` when the focus goes from a field to another control of the form. Not when it goes to
 /// Cancel, which drops the field, nor with a click on "OK", which reads it.
 void OnLeave(QWidget* field, const FormButtons& buttons, const std::function<void()>& left);
-
-/// A colour of the core for Qt.
-QColor QtColour(Colour colour);
 
 /// A box in a colour, of `size` logical pixels at a display's scale, with a text of the glyph font
 /// in it.

@@ -1,5 +1,6 @@
 #include "desktop/dialogs/forms.h"
 
+#include "session/map_dialogs.h"
 #include "session/save_settings.h"
 
 namespace orvantis {

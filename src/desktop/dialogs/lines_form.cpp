@@ -11,6 +11,7 @@
 
 #include "desktop/dialogs/form_parts.h"
 #include "desktop/dialogs/forms.h"
+#include "desktop/window_text.h"
 
 namespace orvantis {
 
@@ -71,7 +72,7 @@ LinesDialog::LinesDialog(LinesForm& form)
 
     SetMode(form_.lineMode);
     ShowParanPoint();
-    limit_->setText(FormText(form_.paranLimit));
+    limit_->setText(WindowText(form_.paranLimit));
     (form_.lineMode == kZodiacal ? zodiacal_ : inMundo_)->setFocus();
 }
 
@@ -116,7 +117,7 @@ void LinesDialog::AddBox(QVBoxLayout& rows, std::int16_t type) {
     auto* box = new QCheckBox;
     box->setObjectName(QStringLiteral("chkLine%1").arg(type));
     box->setChecked(form_.shown[static_cast<std::size_t>(type)]);
-    box->setText(FormText(LineBoxCaption(type, form_.lineMode)));
+    box->setText(WindowText(LineBoxCaption(type, form_.lineMode)));
     rows.addWidget(box);
     boxes_[static_cast<std::size_t>(type)] = box;
 }
@@ -125,19 +126,19 @@ void LinesDialog::SetMode(std::int16_t lineMode) {
     form_.lineMode = lineMode;
     (lineMode == kZodiacal ? zodiacal_ : inMundo_)->setChecked(true);
     for (std::int16_t type = 1; type <= kLineBoxes; ++type) {
-        boxes_[static_cast<std::size_t>(type)]->setText(FormText(LineBoxCaption(type, lineMode)));
+        boxes_[static_cast<std::size_t>(type)]->setText(WindowText(LineBoxCaption(type, lineMode)));
     }
 }
 
 void LinesDialog::ShowParanPoint() {
-    paran_->setText(QStringLiteral("&") + WithoutKeys(FormText(form_.paranCaption)));
+    paran_->setText(QStringLiteral("&") + WithoutKeys(WindowText(form_.paranCaption)));
 }
 
 void LinesDialog::Take() {
     for (std::size_t type = 1; type < boxes_.size(); ++type) {
         form_.shown[type] = boxes_[type]->isChecked();
     }
-    form_.paranLimit = FormBytes(limit_->text());
+    form_.paranLimit = TypedBytes(limit_->text());
 }
 
 }  // namespace

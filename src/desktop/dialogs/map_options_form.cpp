@@ -14,6 +14,7 @@
 
 #include "desktop/dialogs/form_parts.h"
 #include "desktop/dialogs/forms.h"
+#include "desktop/window_text.h"
 #include "session/map_dialogs.h"
 #include "text/number_text.h"
 
@@ -102,7 +103,7 @@ QGroupBox* MapOptionsDialog::GridFrame() {
     const std::array<QString, 2> captions = {QStringLiteral("Interval of L&atitude"),
                                              QStringLiteral("Interval of L&ongitude")};
     for (std::size_t i = 0; i < intervals_.size(); ++i) {
-        intervals_[i] = new LeftField(FormText(ShortNumberText(Interval(i))));
+        intervals_[i] = new LeftField(WindowText(ShortNumberText(Interval(i))));
         intervals_[i]->setObjectName(QStringLiteral("txtInterval%1").arg(i));
         intervals_[i]->onLeft = [this, i] { TakeInterval(i); };
         const int row = static_cast<int>(i) + 1;
@@ -119,7 +120,7 @@ QGroupBox* MapOptionsDialog::DetailFrame() {
     for (std::size_t i = 0; i < details_.size(); ++i) {
         const DetailBox& detail = kDetailBoxes[i];
         const auto hidden = static_cast<std::size_t>(detail.detailClass);
-        auto* box = new QCheckBox(FormText(detail.caption));
+        auto* box = new QCheckBox(WindowText(detail.caption));
         box->setObjectName(QStringLiteral("chkDetail%1").arg(i));
         box->setChecked(map_.hidden[hidden] == 0);
         connect(box, &QCheckBox::clicked, this, [this, box, &detail, hidden](bool on) {
@@ -161,12 +162,12 @@ QGroupBox* MapOptionsDialog::ProjectionFrame() {
 }
 
 void MapOptionsDialog::ShowCityFile() {
-    cityFileName_->setText(FormText(CityFileText(map_)));
+    cityFileName_->setText(WindowText(CityFileText(map_)));
 }
 
 void MapOptionsDialog::TakeInterval(std::size_t i) {
-    Interval(i) = GridInterval(FormBytes(intervals_[i]->text()));
-    intervals_[i]->setText(FormText(ShortNumberText(Interval(i))));
+    Interval(i) = GridInterval(TypedBytes(intervals_[i]->text()));
+    intervals_[i]->setText(WindowText(ShortNumberText(Interval(i))));
 }
 
 }  // namespace

@@ -8,6 +8,8 @@
 
 #include "desktop/dialogs/form_parts.h"
 #include "desktop/dialogs/forms.h"
+#include "desktop/window_text.h"
+#include "raster/qt_gui.h"
 #include "surface/label.h"
 
 namespace orvantis {
@@ -91,9 +93,9 @@ void PaletteGrid::keyPressEvent(QKeyEvent* event) {
 
 bool ShowPaletteForm(PaletteForm& form) {
     QDialog dialog(FormParent());
-    dialog.setWindowTitle(FormText(kPaletteCaption));
+    dialog.setWindowTitle(WindowText(kPaletteCaption));
     auto* rows = new QVBoxLayout(&dialog);
-    auto* frame = new QGroupBox(WithoutKeys(FormText(form.title)));
+    auto* frame = new QGroupBox(WithoutKeys(WindowText(form.title)));
     auto* inner = new QVBoxLayout(frame);
     QWidget* grid = Named<QWidget>(new PaletteGrid(form), "picPalette");
     inner->addWidget(grid, 0, Qt::AlignCenter);

@@ -8,6 +8,7 @@
 
 #include "desktop/dialogs/form_parts.h"
 #include "desktop/dialogs/forms.h"
+#include "desktop/window_text.h"
 #include "session/tables.h"
 
 namespace orvantis {
@@ -86,7 +87,7 @@ void PointColoursDialog::FillGrid() {
     grid_->verticalHeader()->hide();
     for (int i = 0; i < grid_->rowCount() * kColumns; ++i) {
         const auto point = static_cast<std::int16_t>(i + 1);
-        auto* item = new QTableWidgetItem(FormText(PointName(point)));
+        auto* item = new QTableWidgetItem(WindowText(PointName(point)));
         if (i >= PointCount()) item->setFlags(Qt::NoItemFlags);
         grid_->setItem(i % grid_->rowCount(), i / grid_->rowCount(), item);
         if (i < PointCount()) ShowColour(point);

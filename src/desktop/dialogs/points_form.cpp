@@ -7,6 +7,7 @@
 
 #include "desktop/dialogs/form_parts.h"
 #include "desktop/dialogs/forms.h"
+#include "desktop/window_text.h"
 #include "session/tables.h"
 
 namespace orvantis {
@@ -29,7 +30,7 @@ class PointsDialog : public QDialog {
 
 PointsDialog::PointsDialog(PointsForm& form)
     : QDialog(FormParent()), form_(form), points_(Named(new QListWidget, "lstPoint")) {
-    const QString title = FormText(PointsTitle(form_.mode));
+    const QString title = WindowText(PointsTitle(form_.mode));
     setWindowTitle(title);
     points_->setAccessibleName(title);
     points_->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -67,7 +68,7 @@ void PointsDialog::Fill() {
         auto* item =
             new QListWidgetItem(PointIcon(point, pointColour[static_cast<std::size_t>(point)],
                                           kIconSize, devicePixelRatioF()),
-                                FormText(PointName(point)), points_);
+                                WindowText(PointName(point)), points_);
         item->setSelected(form_.chosen[i]);
     }
 

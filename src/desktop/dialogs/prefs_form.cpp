@@ -13,6 +13,7 @@
 
 #include "desktop/dialogs/form_parts.h"
 #include "desktop/dialogs/forms.h"
+#include "desktop/window_text.h"
 #include "lines/line_list.h"
 #include "raster/image_surface.h"
 #include "session/tables.h"
@@ -139,11 +140,11 @@ QLayout* PrefsDialog::Boxes() {
 
 void PrefsDialog::FillBoxes() {
     for (std::int16_t type = 1; type <= kStyledLines; ++type) {
-        types_->addItem(FormText(LineTypeName(type)));
+        types_->addItem(WindowText(LineTypeName(type)));
     }
     types_->setMinimumWidth(types_->sizeHintForColumn(0) + 4 * types_->frameWidth() + 12);
-    for (const std::string_view name : kLineStyleNames) style_->addItem(FormText(name));
-    for (const std::string_view name : kSymbolShapeNames) shape_->addItem(FormText(name));
+    for (const std::string_view name : kLineStyleNames) style_->addItem(WindowText(name));
+    for (const std::string_view name : kSymbolShapeNames) shape_->addItem(WindowText(name));
     for (const int size : {6, 7, 8, 9, 10, 11, 12, 14, 16, 18, 20, 24, 28, 36, 48, 72}) {
         SelectNumber(*fontSize_, size);
     }

@@ -10,6 +10,7 @@
 
 #include "desktop/dialogs/form_parts.h"
 #include "desktop/dialogs/forms.h"
+#include "desktop/window_text.h"
 #include "session/files.h"
 #include "session/map_dialogs.h"
 #include "session/save_settings.h"
@@ -39,8 +40,8 @@ bool ShowSaveForm(const QString& title, Form form, bool (*acceptForm)(const Form
     rows->addLayout(fields);
     auto* folder = Named(new QLineEdit(ShownFolder(form.folder)), "txtFolder");
     auto* browse = Named(new QPushButton(QStringLiteral("&Browse...")), "btnFolder");
-    auto* name = Named(new QLineEdit(FormText(form.name)), "txtName");
-    auto* description = Named(new QLineEdit(FormText(form.description)), "txtDescription");
+    auto* name = Named(new QLineEdit(WindowText(form.name)), "txtName");
+    auto* description = Named(new QLineEdit(WindowText(form.description)), "txtDescription");
     description->setMaxLength(kTitleLength);
     constexpr int kWidth = 420;
     description->setMinimumWidth(kWidth);
@@ -60,8 +61,8 @@ bool ShowSaveForm(const QString& title, Form form, bool (*acceptForm)(const Form
     const FormButtons buttons =
         AddButtons(dialog, *rows, [&form, acceptForm, folder, name, description] {
             form.folder = FolderOf(folder->text());
-            form.name = FormBytes(name->text());
-            form.description = FormBytes(description->text());
+            form.name = TypedBytes(name->text());
+            form.description = TypedBytes(description->text());
             const bool saved = acceptForm(form);
             if (!saved) name->setFocus();
             return saved;

@@ -8,6 +8,7 @@
 
 #include "desktop/dialogs/form_parts.h"
 #include "desktop/dialogs/forms.h"
+#include "desktop/window_text.h"
 
 namespace orvantis {
 
@@ -17,27 +18,27 @@ bool ShowZodiacStartForm(ZodiacStartForm& form) {
     auto* rows = new QVBoxLayout(&dialog);
     auto* frame = new QGroupBox(QStringLiteral("Geodetic Zodiac Start Point"));
     auto* row = new QHBoxLayout(frame);
-    auto* start = Named(new QLineEdit(FormText(form.text)), "txtZodiacStart");
+    auto* start = Named(new QLineEdit(WindowText(form.text)), "txtZodiacStart");
     row->addWidget(
-        LabelOf(FormText("Terrestrial Longitude at 0\xB0 Aries of Geodetic Zodiac"), start));
+        LabelOf(WindowText("Terrestrial Longitude at 0\xB0 Aries of Geodetic Zodiac"), start));
     row->addWidget(start);
     rows->addWidget(frame);
 
     // A text that is refused keeps the user in its field.
     const auto show = [&form, start](bool good) {
-        start->setText(FormText(form.text));
+        start->setText(WindowText(form.text));
         if (good) return;
         start->setFocus();
         start->selectAll();
     };
     const FormButtons buttons = AddButtons(dialog, *rows, [&form, start, show] {
-        form.text = FormBytes(start->text());
+        form.text = TypedBytes(start->text());
         const bool good = AcceptZodiacStart(form);
         show(good);
         return good;
     });
     OnLeave(start, buttons, [&form, start, show] {
-        form.text = FormBytes(start->text());
+        form.text = TypedBytes(start->text());
         show(LeaveZodiacStart(form));
     });
     SetTabs({start, buttons.ok, buttons.cancel});
