@@ -1,11 +1,11 @@
 // What a user waits for when a chart file is opened or saved: files of 10,000 charts of each type.
 // The argument of a case is the type. Beside them stands the plain reading of a file of that size.
 #include <benchmark/benchmark.h>
-#include <filesystem>
 #include <string>
-#include <unistd.h>
 
+#include "bench_session.h"
 #include "charts/chart_lists.h"
+#include "support/reset_all.h"
 
 namespace {
 
@@ -29,13 +29,7 @@ ChartList ManyCharts() {
 }
 
 std::string Folder() {
-    static const std::string folder = [] {
-        const auto path = std::filesystem::temp_directory_path() /
-                          ("orvantis-bench-" + std::to_string(::getpid()));
-        std::filesystem::create_directories(path);
-        return path.string() + "/";
-    }();
-    return folder;
+    return BenchFolder().string() + "/";
 }
 
 // A file of the type, made once.
@@ -48,6 +42,7 @@ std::string ManyChartsFile(std::int16_t type) {
 }
 
 void ListingAFileOf10000Charts(benchmark::State& state) {
+    ResetAll();
     const std::string path = ManyChartsFile(static_cast<std::int16_t>(state.range(0)));
     loadComments = kFalse;
     for ([[maybe_unused]] auto _ : state) {
@@ -55,11 +50,11 @@ void ListingAFileOf10000Charts(benchmark::State& state) {
         LoadChartList(path, list, kFalse);
         if (list.charts.size() != kCharts) state.SkipWithError("not all charts were read");
     }
-    loadComments = kTrue;
 }
 BENCHMARK(ListingAFileOf10000Charts)->DenseRange(0, 3)->Unit(benchmark::kMillisecond);
 
 void OpeningAFileAndReading10000Charts(benchmark::State& state) {
+    ResetAll();
     const std::string path = ManyChartsFile(static_cast<std::int16_t>(state.range(0)));
     for ([[maybe_unused]] auto _ : state) {
         std::int32_t count = 0;
@@ -76,6 +71,7 @@ void OpeningAFileAndReading10000Charts(benchmark::State& state) {
 BENCHMARK(OpeningAFileAndReading10000Charts)->DenseRange(0, 3)->Unit(benchmark::kMillisecond);
 
 void ListingWithComments(benchmark::State& state) {
+    ResetAll();
     const std::string path = ManyChartsFile(static_cast<std::int16_t>(state.range(0)));
     for ([[maybe_unused]] auto _ : state) {
         ChartList list;
@@ -86,6 +82,7 @@ void ListingWithComments(benchmark::State& state) {
 BENCHMARK(ListingWithComments)->DenseRange(1, 3)->Unit(benchmark::kMillisecond);
 
 void SavingAFileOf10000Charts(benchmark::State& state) {
+    ResetAll();
     ChartList list = ManyCharts();
     const auto type = static_cast<std::int16_t>(state.range(0));
     for ([[maybe_unused]] auto _ : state) {
@@ -96,6 +93,7 @@ BENCHMARK(SavingAFileOf10000Charts)->DenseRange(0, 3)->Unit(benchmark::kMillisec
 
 // The yardstick: the bytes of the file and nothing made of them.
 void ReadingTheBytesOfThatFile(benchmark::State& state) {
+    ResetAll();
     const std::string path = ManyChartsFile(static_cast<std::int16_t>(state.range(0)));
     for ([[maybe_unused]] auto _ : state) {
         Bytes bytes;

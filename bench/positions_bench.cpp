@@ -9,6 +9,7 @@
 #include "charts/QXASTRO.h"
 #include "charts/SwissEph.h"
 #include "session/session_state.h"
+#include "support/reset_all.h"
 #include "surface/null_shell.h"
 
 namespace {
@@ -56,6 +57,7 @@ Format1Record RecordOf(const Days& days) {
 
 void UseRoute(bool swiss, const char* folder = kEphemeris) {
     static NullShell shell;
+    ResetAll();
     session.shell = &shell;
     session.SystemDataPath = std::string(ORVANTIS_DATA) + "/";
     OpenSwissEphemeris(folder, session.SystemDataPath);

@@ -2,11 +2,10 @@
 // copying of one stored image, and the bare ephemeris calls of one chart. Ratios are what counts.
 #include <array>
 #include <benchmark/benchmark.h>
-#include <filesystem>
 #include <string>
 #include <swephexp.h>
-#include <unistd.h>
 
+#include "bench_session.h"
 #include "charts/CALCCHRT.h"
 #include "charts/KVCharts.h"
 #include "charts/SwissEph.h"
@@ -18,7 +17,6 @@
 #include "raster/image_surface.h"
 #include "raster/page_file.h"
 #include "raster/page_surface.h"
-#include "raster/qt_gui.h"
 #include "session/commands.h"
 #include "session/driver.h"
 #include "session/files.h"
@@ -30,51 +28,9 @@
 namespace {
 
 using namespace orvantis;
-namespace fs = std::filesystem;
-
-const std::string kSample = std::string(ORVANTIS_DATA) + "/sample.cht";
-
-// One session for all cases: the shipped data in a folder of its own, the sample chart, a picture
-// of 1920 by 1080.
-class Bench {
-  public:
-    Bench() : folder_(fs::temp_directory_path() / ("orvantis-bench-" + std::to_string(getpid()))) {
-        paths_ = SystemPaths();
-        paths_.programDir = folder_.string();
-        paths_.config = folder_.string();
-        paths_.shippedData = ORVANTIS_DATA;
-        StartSession(paths_, shell_);
-        EnsureQtGui();
-        LoadDatabase();
-        session.picture = &surface_;
-        NewMap(kFalse);
-        RunTimeError reason;
-        OpenChart(kSample, 1, reason);
-    }
-    ~Bench() {
-        std::error_code ignored;
-        fs::remove_all(folder_, ignored);
-    }
-    Bench(const Bench&) = delete;
-    Bench& operator=(const Bench&) = delete;
-
-    ImageSurface& Surface() { return surface_; }
-    const StartPaths& Paths() const { return paths_; }
-
-  private:
-    fs::path folder_;
-    StartPaths paths_;
-    NullShell shell_;
-    ImageSurface surface_{1920, 1080};
-};
-
-Bench& TheBench() {
-    static Bench bench;
-    return bench;
-}
-
 void CopyingOneStoredImage(benchmark::State& state) {
-    ImageSurface& surface = TheBench().Surface();
+    BenchSession bench;
+    ImageSurface& surface = bench.Surface();
     Image image;
     surface.CopyImage(image);
     for ([[maybe_unused]] auto _ : state) surface.PutImage(image);
@@ -82,16 +38,16 @@ void CopyingOneStoredImage(benchmark::State& state) {
 BENCHMARK(CopyingOneStoredImage)->Unit(benchmark::kMillisecond);
 
 void FullRedrawOfTheWorldAtPrecision(benchmark::State& state) {
-    ImageSurface& surface = TheBench().Surface();
-    NewMap(kFalse);
+    BenchSession bench;
+    ImageSurface& surface = bench.Surface();
     CurrentMap().precision = static_cast<std::int16_t>(state.range(0));
     for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, surface, kTrue);
 }
 BENCHMARK(FullRedrawOfTheWorldAtPrecision)->DenseRange(1, 5)->Unit(benchmark::kMillisecond);
 
 void FullRedrawOf20DegreesAtPrecision1(benchmark::State& state) {
-    ImageSurface& surface = TheBench().Surface();
-    NewMap(kFalse);
+    BenchSession bench;
+    ImageSurface& surface = bench.Surface();
     MapDocument& map = CurrentMap();
     map.south = 40;
     map.north = 51;
@@ -103,30 +59,27 @@ void FullRedrawOf20DegreesAtPrecision1(benchmark::State& state) {
 BENCHMARK(FullRedrawOf20DegreesAtPrecision1)->Unit(benchmark::kMillisecond);
 
 // A screen of four times the pixels; its yardstick is the copying of its own picture.
-ImageSurface& LargeScreen() {
-    static ImageSurface surface(3840, 2160);
-    return surface;
-}
+constexpr int kLargeWidth = 3840;
+constexpr int kLargeHeight = 2160;
 
 void CopyingOneStoredImageOf3840By2160(benchmark::State& state) {
-    TheBench();
+    BenchSession bench(kLargeWidth, kLargeHeight);
+    ImageSurface& surface = bench.Surface();
     Image image;
-    LargeScreen().CopyImage(image);
-    for ([[maybe_unused]] auto _ : state) LargeScreen().PutImage(image);
+    surface.CopyImage(image);
+    for ([[maybe_unused]] auto _ : state) surface.PutImage(image);
 }
 BENCHMARK(CopyingOneStoredImageOf3840By2160)->Unit(benchmark::kMillisecond);
 
 void FullRedrawOn3840By2160AtPrecision(benchmark::State& state) {
-    TheBench();
-    NewMap(kFalse);
+    BenchSession bench(kLargeWidth, kLargeHeight);
     CurrentMap().precision = static_cast<std::int16_t>(state.range(0));
-    for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, LargeScreen(), kTrue);
+    for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, bench.Surface(), kTrue);
 }
 BENCHMARK(FullRedrawOn3840By2160AtPrecision)->DenseRange(1, 5)->Unit(benchmark::kMillisecond);
 
 // Arguments: 0 the sphere, 1 the oblate globe; latitude and longitude of the centre in degrees.
 void PlotGlobe(benchmark::State& state, DrawingSurface& surface) {
-    NewMap(kFalse);
     MapDocument& map = CurrentMap();
     const auto centreLong = static_cast<float>(state.range(2));
     map.projection = state.range(0) == 0 ? projection::kGlobeSphere : projection::kGlobeOblate;
@@ -138,20 +91,33 @@ void PlotGlobe(benchmark::State& state, DrawingSurface& surface) {
     for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, surface, kTrue);
 }
 
-void FullRedrawOfTheGlobeAtPrecision1(benchmark::State& state) {
-    PlotGlobe(state, TheBench().Surface());
+// Centres on and beside the equator, at a pole, and with much land or little.
+void ManyCentres(benchmark::internal::Benchmark* cases) {
+    cases->ArgNames({"oblate", "lat", "long"})
+        ->ArgsProduct({{0, 1}, {0}, {0, -90, 180}})
+        ->ArgsProduct({{0, 1}, {45}, {20, -90}})
+        ->ArgsProduct({{0, 1}, {90, -35}, {140}})
+        ->Unit(benchmark::kMillisecond);
 }
-BENCHMARK(FullRedrawOfTheGlobeAtPrecision1)
-    ->Name("map/globe precision 1")
-    ->ArgNames({"oblate", "lat", "long"})
-    ->ArgsProduct({{0, 1}, {0}, {0, -90, 180}})
-    ->ArgsProduct({{0, 1}, {45}, {20, -90}})
-    ->ArgsProduct({{0, 1}, {90, -35}, {140}})
-    ->Unit(benchmark::kMillisecond);
+
+void FullRedrawOfTheBareGlobeAtPrecision1(benchmark::State& state) {
+    BenchSession bench;
+    BenchSession::CloseChart();
+    PlotGlobe(state, bench.Surface());
+}
+BENCHMARK(FullRedrawOfTheBareGlobeAtPrecision1)->Name("map/globe precision 1")->Apply(ManyCentres);
+
+void FullRedrawOfTheGlobeWithTenPointsAtPrecision1(benchmark::State& state) {
+    BenchSession bench;
+    PlotGlobe(state, bench.Surface());
+}
+BENCHMARK(FullRedrawOfTheGlobeWithTenPointsAtPrecision1)
+    ->Name("map/globe precision 1, ten points")
+    ->Apply(ManyCentres);
 
 void FullRedrawOfTheGlobeOn3840By2160AtPrecision1(benchmark::State& state) {
-    TheBench();
-    PlotGlobe(state, LargeScreen());
+    BenchSession bench(kLargeWidth, kLargeHeight);
+    PlotGlobe(state, bench.Surface());
 }
 BENCHMARK(FullRedrawOfTheGlobeOn3840By2160AtPrecision1)
     ->Name("map/globe precision 1, 3840 by 2160")
@@ -160,8 +126,7 @@ BENCHMARK(FullRedrawOfTheGlobeOn3840By2160AtPrecision1)
     ->Unit(benchmark::kMillisecond);
 
 void WritingTheMapAs(benchmark::State& state, bool (*save)(std::string_view, const PageRecord&)) {
-    TheBench();
-    NewMap(kFalse);
+    BenchSession bench;
     CurrentMap().precision = 1;
     PageSurface page(1920, 1080, 96, PageFloods::Beneath);
     PlotMap4(kFalse, page, kTrue);
@@ -172,8 +137,7 @@ BENCHMARK_CAPTURE(WritingTheMapAs, Pdf, SavePdf)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(WritingTheMapAs, Svg, SaveSvg)->Unit(benchmark::kMillisecond);
 
 void FullRedrawOnAPage(benchmark::State& state) {
-    TheBench();
-    NewMap(kFalse);
+    BenchSession bench;
     CurrentMap().precision = 1;
     PageSurface page(1920, 1080, 96, PageFloods::Beneath);
     for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, page, kTrue);
@@ -181,27 +145,25 @@ void FullRedrawOnAPage(benchmark::State& state) {
 BENCHMARK(FullRedrawOnAPage)->Unit(benchmark::kMillisecond);
 
 void QuickPassWithTenPoints(benchmark::State& state) {
-    ImageSurface& surface = TheBench().Surface();
-    NewMap(kFalse);
+    BenchSession bench;
+    ImageSurface& surface = bench.Surface();
     PlotMap4(kFalse, surface, kTrue);
     for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, surface, kFalse);
 }
 BENCHMARK(QuickPassWithTenPoints)->Unit(benchmark::kMillisecond);
 
 void QuickPassWithoutAChart(benchmark::State& state) {
-    ImageSurface& surface = TheBench().Surface();
-    NewMap(kFalse);
-    session.ChartNumber = 0;
+    BenchSession bench;
+    ImageSurface& surface = bench.Surface();
+    BenchSession::CloseChart();
     PlotMap4(kFalse, surface, kTrue);
     for ([[maybe_unused]] auto _ : state) PlotMap4(kFalse, surface, kFalse);
-    session.ChartNumber = 1;
 }
 BENCHMARK(QuickPassWithoutAChart)->Unit(benchmark::kMillisecond);
 
 // From a command to its finished picture. Precision 1, ten points.
 void CommandToPicture(benchmark::State& state, std::string_view menu, std::string_view caption) {
-    TheBench();
-    NewMap(kFalse);
+    BenchSession bench;
     CurrentMap().precision = 1;
     const Command* command = FindCommand(menu, caption);
     RunCommand(*FindCommand("&Map", "&ReDraw"));
@@ -212,7 +174,7 @@ BENCHMARK_CAPTURE(CommandToPicture, EndsInLines, "&Chart", "&Celestial (Normal)"
     ->Unit(benchmark::kMillisecond);
 
 void AllLinesOfAChartWithoutDrawing(benchmark::State& state) {
-    TheBench();
+    BenchSession bench;
     for ([[maybe_unused]] auto _ : state) {
         const LineFrame frame = MakeLineFrame(1);
         for (std::int16_t p = 1; p <= point::kLastBody; ++p) {
@@ -228,14 +190,13 @@ BENCHMARK(AllLinesOfAChartWithoutDrawing)->Unit(benchmark::kMillisecond);
 Format1Record SampleRecord() {
     FileChart chart;
     RunTimeError reason;
-    ReadChartFromFile(kSample, 1, chart, reason);
+    ReadChartFromFile(SampleChart(), 1, chart, reason);
     Format1Record record;
     ChartToFormat1(chart, record);
     return record;
 }
 
-void CalculatingAChart(benchmark::State& state) {
-    TheBench();
+void CalculateCharts(benchmark::State& state) {
     Format1Record record = SampleRecord();
     for ([[maybe_unused]] auto _ : state) {
         // Another day each time, so that no library answers from memory.
@@ -243,19 +204,22 @@ void CalculatingAChart(benchmark::State& state) {
         FileChartToCalcChart(record, 1, kFalse);
     }
 }
+
+void CalculatingAChart(benchmark::State& state) {
+    BenchSession bench;
+    CalculateCharts(state);
+}
 BENCHMARK(CalculatingAChart)->Unit(benchmark::kMillisecond);
 
 void CalculatingAChartOnTheStandardRoute(benchmark::State& state) {
-    TheBench();
-    const Flag enabled = swissState.enabled;
+    BenchSession bench;
     swissState.enabled = kFalse;
-    CalculatingAChart(state);
-    swissState.enabled = enabled;
+    CalculateCharts(state);
 }
 BENCHMARK(CalculatingAChartOnTheStandardRoute)->Unit(benchmark::kMillisecond);
 
 void BareEphemerisCallsOfAChart(benchmark::State& state) {
-    TheBench();
+    BenchSession bench;
     static constexpr std::array<int, 26> bodies = {1,  0,  2,  3,  4,  5,  6,  7,  8,
                                                    9,  15, 20, 18, 19, 17, 11, 40, 41,
                                                    42, 43, 44, 45, 46, 47, 48, 12};
@@ -274,9 +238,7 @@ BENCHMARK(BareEphemerisCallsOfAChart)->Unit(benchmark::kMillisecond);
 
 // The own INI as the program leaves it, the sibling's missing, the shipped zone file.
 void ReadingTheKeysWordsAndZonesOfAStart(benchmark::State& state) {
-    TheBench();
-    session.IniDir = session.ProgramDir;
-    session.OwnIni = "ORVANT2.INI";
+    BenchSession bench;
     session.SiblingIni = "KELVANE2.INI";
     ReadIniSettings();
     WriteIniSettings();
@@ -285,28 +247,23 @@ void ReadingTheKeysWordsAndZonesOfAStart(benchmark::State& state) {
 BENCHMARK(ReadingTheKeysWordsAndZonesOfAStart)->Unit(benchmark::kMillisecond);
 
 void WritingTheKeysOfAnEnd(benchmark::State& state) {
-    TheBench();
-    session.IniDir = session.ProgramDir;
-    session.OwnIni = "ORVANT2.INI";
+    BenchSession bench;
     for ([[maybe_unused]] auto _ : state) WriteIniSettings();
 }
 BENCHMARK(WritingTheKeysOfAnEnd)->Unit(benchmark::kMillisecond);
 
 // The worst that a user's INI can be: 10 MB of short keys in the section that is read.
 void ReadingAnIniOf10Megabytes(benchmark::State& state) {
-    TheBench();
+    BenchSession bench;
     std::string text = "[Orvantis]\r\n";
     for (int i = 0; text.size() < 10'000'000; ++i) text += "key" + std::to_string(i) + "=1\r\n";
-    session.IniDir = session.ProgramDir;
-    session.OwnIni = "LONG.INI";
-    ReplaceFile(session.ProgramDir + "LONG.INI", Bytes(text.begin(), text.end()));
+    ReplaceFile(session.IniDir + session.OwnIni, Bytes(text.begin(), text.end()));
     for ([[maybe_unused]] auto _ : state) ReadIniSettings();
-    DeleteFile(session.ProgramDir + "LONG.INI");
 }
 BENCHMARK(ReadingAnIniOf10Megabytes)->Unit(benchmark::kMillisecond);
 
 void MakingTheLevelFilesAndTheIndex(benchmark::State& state) {
-    TheBench();
+    BenchSession bench;
     for ([[maybe_unused]] auto _ : state) {
         GenerateLevels(LevelPath(1), kFirstUseText);
         DeleteFile(session.ProgramDir + "levelx.ndx");
@@ -316,23 +273,20 @@ void MakingTheLevelFilesAndTheIndex(benchmark::State& state) {
 BENCHMARK(MakingTheLevelFilesAndTheIndex)->Unit(benchmark::kMillisecond);
 
 // From the call to the ready map, all but the first picture, which the clock's place takes here.
-// Last of all: it leaves a session without a chart behind.
 void StartingASessionWithoutAPicture(benchmark::State& state) {
-    TheBench();
+    BenchSession bench;
     NullShell shell;
-    session.StoredImage = {};
     switchAstroClock = [](Flag /*on*/, Flag /*redraw*/) {};
     for ([[maybe_unused]] auto _ : state) {
         OpenOutcome outcome;
         const SessionCall call{"NOINITSCREEN", "", 1};
-        if (RunSession(TheBench().Paths(), call, shell, outcome) != SessionResult::Ready) {
+        if (RunSession(bench.Paths(), call, shell, outcome) != SessionResult::Ready) {
             state.SkipWithError("the session didn't start");
         }
         state.PauseTiming();
         EndSession();
         state.ResumeTiming();
     }
-    switchAstroClock = nullptr;
 }
 BENCHMARK(StartingASessionWithoutAPicture)->Unit(benchmark::kMillisecond);
 

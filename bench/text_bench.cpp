@@ -3,6 +3,7 @@
 #include <array>
 #include <benchmark/benchmark.h>
 
+#include "support/reset_all.h"
 #include "text/angles.h"
 #include "text/coordinates.h"
 #include "text/dates.h"
@@ -23,7 +24,7 @@ const auto& Next(const Values& values) {
 
 template <typename Parse>
 void ReadThree(benchmark::State& state, Parse parse, const std::array<std::string_view, 4>& texts) {
-    textState = {};
+    ResetAll();
     textState.MonthFirst = kFalse;
     std::int16_t a = 0;
     std::int16_t b = 0;
@@ -52,6 +53,7 @@ void ReadingATypedTime(benchmark::State& state) {
 BENCHMARK(ReadingATypedTime);
 
 void ReadingATypedLatitude(benchmark::State& state) {
+    ResetAll();
     constexpr std::array<std::string_view, 3> texts = {"35S55", "S35 55 12", "89N59 59"};
     double value = 0;
     std::int16_t errorFlag = 0;
@@ -63,6 +65,7 @@ void ReadingATypedLatitude(benchmark::State& state) {
 BENCHMARK(ReadingATypedLatitude);
 
 void ReadingATypedLongitude(benchmark::State& state) {
+    ResetAll();
     constexpr std::array<std::string_view, 3> texts = {"138E34 10", "75W00", "e 138 34"};
     double value = 0;
     std::int16_t errorFlag = 0;
@@ -75,7 +78,7 @@ BENCHMARK(ReadingATypedLongitude);
 
 // A table of 72 zones; the mnemonic stands last in it.
 void ReadingATypedZone(benchmark::State& state) {
-    zones = {};
+    ResetAll();
     for (int n = 1; n <= 72; ++n) {
         zones.ZoneMnemonic.push_back(n == 72 ? "LAST " : "Z" + std::to_string(100 + n) + " ");
         zones.ZoneName.emplace_back(30, ' ');
@@ -90,11 +93,11 @@ void ReadingATypedZone(benchmark::State& state) {
         ParseZoneText(Next(texts), hours, mnemonic, errorFlag, kTrue);
         benchmark::DoNotOptimize(hours);
     }
-    zones = {};
 }
 BENCHMARK(ReadingATypedZone);
 
 void WritingADate(benchmark::State& state) {
+    ResetAll();
     constexpr std::array<std::int16_t, 3> years = {1992, -43, 2026};
     for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(FormatDateText(31, 12, Next(years)));
@@ -103,6 +106,7 @@ void WritingADate(benchmark::State& state) {
 BENCHMARK(WritingADate);
 
 void WritingATime(benchmark::State& state) {
+    ResetAll();
     constexpr std::array<std::int16_t, 3> hours = {0, 12, 23};
     for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(FormatTimeText(Next(hours), 59, 7));
@@ -113,27 +117,32 @@ BENCHMARK(WritingATime);
 constexpr std::array<double, 3> kDegrees = {-33.8667, 7.5, 89.9999};
 
 void WritingALatitude(benchmark::State& state) {
+    ResetAll();
     for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(FormatLatitude(Next(kDegrees)));
 }
 BENCHMARK(WritingALatitude);
 
 void WritingALongitude(benchmark::State& state) {
+    ResetAll();
     for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(FormatLongitude(Next(kDegrees)));
 }
 BENCHMARK(WritingALongitude);
 
 void WritingAZone(benchmark::State& state) {
+    ResetAll();
     constexpr std::array<float, 3> hours = {-10.5F, 5, 0.123F};
     for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(FormatZoneText(Next(hours)));
 }
 BENCHMARK(WritingAZone);
 
 void WritingTheZoneOfLocalMeanTime(benchmark::State& state) {
+    ResetAll();
     for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(LmtZoneText(Next(kDegrees)));
 }
 BENCHMARK(WritingTheZoneOfLocalMeanTime);
 
 void WritingAnAngle(benchmark::State& state) {
+    ResetAll();
     for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(
             FormatAngle(Next(kDegrees), angle_style::kSignName, 2, kTrue, kFalse, kTrue, kFalse));
