@@ -30,6 +30,13 @@ bool Holds(const PixelBox& box, SurfacePoint point) {
     return point.x >= box.left && point.x < box.right && point.y >= box.top && point.y < box.bottom;
 }
 
+// True for one of the eight pixels around a pixel of the picture.
+bool IsBeside(SurfacePoint pixel, SurfacePoint other) {
+    const bool near = other.x >= pixel.x - 1 && other.x <= pixel.x + 1 && other.y >= pixel.y - 1 &&
+                      other.y <= pixel.y + 1;
+    return near && (other.x != pixel.x || other.y != pixel.y);
+}
+
 PixelBox WholeBox(const Image& image) {
     return {0, 0, image.width, image.height};
 }
@@ -125,6 +132,13 @@ void ImageSurface::LineTo(int x, int y) {
     const SurfacePoint from = current_;
     const SurfacePoint to = {x, y};
     current_ = to;
+    if (PenIsFine() && InClip(clip_, from.x, from.y) && IsBeside(from, to)) {
+        // Most lines of a fine map go to the next pixel: such a line is its first one.
+        const bool shows = pen_.dash == LineDash::Solid || DashWalk(pen_.dash, dashStep_).Next();
+        if (shows) Row(from.y)[from.x] = ink_;
+        ++dashStep_;
+        return;
+    }
     if (pen_.width > 1) {
         // Painted in one piece later, so that its joints and dashes are those of one line.
         if (wideLine_.empty()) wideLine_.push_back(from);
@@ -245,8 +259,7 @@ void ImageSurface::WithPainter(const Work& work) {
     work(painter);
 }
 
-void ImageSurface::FlushWideLine() {
-    if (wideLine_.empty()) return;
+void ImageSurface::PaintWideLine() {
     if (pen_.smooth && pen_.dash == LineDash::Solid && pen_.width <= kWidestSmoothLine) {
         DrawWideLine(image_, clip_, wideLine_, pen_.width, ink_);
         wideLine_.clear();

@@ -92,7 +92,10 @@ class ImageSurface : public DrawingSurface {
     void DrawRing(const PixelBox& box);
     void DrawLoop(const std::vector<SurfacePoint>& points);
     void DrawMask(const GlyphMask& mask, int x, int y);
-    void FlushWideLine();
+    void FlushWideLine() {
+        if (!wideLine_.empty()) PaintWideLine();
+    }
+    void PaintWideLine();
     template <typename Work>
     void WithPainter(const Work& work);
 

@@ -297,6 +297,34 @@ TEST_F(Surface, DashesRunOnFromLineToLine) {
     }
 }
 
+TEST_F(Surface, ALineInStepsOfOnePixelIsTheSameAsInOnePiece) {
+    struct Row {
+        SurfacePoint from, step;
+        bool inEllipse;
+    };
+    const std::vector<Row> rows = {{{2, 2}, {1, 0}, false},   {{-3, -4}, {1, 1}, false},
+                                   {{-6, 3}, {1, 0}, true},   {{40, -5}, {-1, 1}, true},
+                                   {{10, 38}, {0, -1}, true}, {{34, 36}, {-1, -1}, false}};
+    for (const Row& row : rows) {
+        for (const LineDash dash : {LineDash::Solid, LineDash::Dot, LineDash::DashDotDot}) {
+            constexpr int kSteps = 45;
+            ImageSurface whole(40, 40);
+            ImageSurface steps(40, 40);
+            for (ImageSurface* s : {&whole, &steps}) {
+                s->Clear(kWhite);
+                s->SetPen(PenOf(kBlack, 1, dash));
+                if (row.inEllipse) s->ClipToEllipse(3, 1, 37, 33);
+                s->MoveTo(row.from.x, row.from.y);
+            }
+            whole.LineTo(row.from.x + kSteps * row.step.x, row.from.y + kSteps * row.step.y);
+            for (int i = 1; i <= kSteps; ++i) {
+                steps.LineTo(row.from.x + i * row.step.x, row.from.y + i * row.step.y);
+            }
+            ASSERT_EQ(Shown(steps), Shown(whole)) << row.from.x << " " << row.from.y;
+        }
+    }
+}
+
 TEST_F(Surface, MoveToStartsTheDashPatternAnew) {
     surface.SetPen(PenOf(kBlack, 1, LineDash::Dot));
     surface.MoveTo(0, 1);
