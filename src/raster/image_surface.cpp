@@ -10,6 +10,7 @@
 
 #include "raster/blend.h"
 #include "raster/picture_memory.h"
+#include "raster/smooth_arc.h"
 #include "raster/wide_line.h"
 #include "text/numbers.h"
 
@@ -377,6 +378,15 @@ void ImageSurface::Arc(int left, int top, int right, int bottom, double startDeg
     FlushWideLine();
     if (right <= left || bottom <= top) return;
     spanDegrees = std::clamp(spanDegrees, -360.0, 360.0);
+    const double radiusX = (right - 1.0 - left) / 2;
+    const double radiusY = (bottom - 1.0 - top) / 2;
+    const bool dashed = pen_.dash != LineDash::Solid;
+    if (pen_.smooth && pen_.width <= (dashed ? 1 : kWidestSmoothLine)) {
+        DrawSmoothArc(image_, clip_,
+                      {left + radiusX, top + radiusY, radiusX, radiusY, startDegrees, spanDegrees},
+                      std::max(pen_.width, 1), pen_.dash, ink_);
+        return;
+    }
     if (!PenIsFine()) {
         WithPainter([&](QPainter& painter) {
             painter.setPen(WidePen(pen_, 0));
@@ -388,8 +398,6 @@ void ImageSurface::Arc(int left, int top, int right, int bottom, double startDeg
     }
 
     // Points along the curve, about two pixels from one to the next.
-    const double radiusX = (right - 1.0 - left) / 2;
-    const double radiusY = (bottom - 1.0 - top) / 2;
     const double turn = std::abs(spanDegrees) * DegToRad;
     const int steps =
         std::clamp(static_cast<int>(std::ceil(std::max(radiusX, radiusY) * turn / 2)), 1, 100000);

@@ -327,4 +327,9 @@ void DrawWideLine(Image& image, const Clip& clip, const std::vector<SurfacePoint
     DrawDisc(canvas, points.back(), width);
 }
 
+void DrawRoundEnd(Image& image, const Clip& clip, SurfacePoint centre, int width,
+                  std::uint32_t ink) {
+    DrawDisc({image, clip, ink}, centre, width);
+}
+
 }  // namespace orvantis

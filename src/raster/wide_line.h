@@ -19,4 +19,8 @@ inline constexpr int kWidestSmoothLine = 3;
 void DrawWideLine(Image& image, const Clip& clip, const std::vector<SurfacePoint>& points,
                   int width, std::uint32_t ink);
 
+/// The disc in which such a line ends.
+void DrawRoundEnd(Image& image, const Clip& clip, SurfacePoint centre, int width,
+                  std::uint32_t ink);
+
 }  // namespace orvantis
