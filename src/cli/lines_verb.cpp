@@ -35,7 +35,7 @@ double Rounded(double degrees) {
     return std::round(degrees * 1e9) / 1e9 + 0.0;
 }
 
-Json Coordinates(const std::vector<LinePosition>& run) {
+Json Coordinates(LineRun run) {
     Json list = Json::array();
     for (const LinePosition& position : run) {
         list.push_back({Rounded(position.longitude), Rounded(position.lat)});

@@ -72,16 +72,70 @@ double Wrapped(double longitude) {
     return longitude < -180 ? longitude + 360 : longitude;
 }
 
-// The position of an even degree of a circle's parameter.
-LinePosition PositionOn(const CircleQuarter& quarter, int u) {
-    const int k = u < 0 ? u + 360 : (u > 360 ? u - 360 : u);
-    const bool south = k > 180;
-    const bool nearNode = k <= 90 || k > 270;
-    const int known = nearNode ? (south ? 360 - k : k) : std::abs(180 - k);
-    const LinePosition& position = quarter.at[static_cast<std::size_t>(known / kSampleStep)];
-    const double origin = nearNode ? quarter.node : Wrapped(quarter.node + 180);
-    const double east = nearNode == south ? -position.longitude : position.longitude;
-    return {south ? -position.lat : position.lat, Wrapped(origin + east)};
+// Every other sine and cosine of the whole degrees from 0 up to 360, so that neighbours are
+// neighbours in memory.
+struct SampleTables {
+    std::array<double, 360 / kSampleStep> sine{};
+    std::array<double, 360 / kSampleStep> cosine{};
+};
+
+const SampleTables& Samples() {
+    static const SampleTables tables = [] {
+        SampleTables t;
+        for (std::size_t i = 0; i < t.sine.size(); ++i) {
+            t.sine[i] = WholeDegrees().sine[i * kSampleStep];
+            t.cosine[i] = WholeDegrees().cosine[i * kSampleStep];
+        }
+        return t;
+    }();
+    return tables;
+}
+
+// How many positions a cut puts in, for the two that most great circles have at most: there is room
+// for them from the start.
+constexpr std::size_t kRoomForCuts = 4;
+
+// How a quarter of a circle mirrors the one that is known: by the last degree of its parameter.
+struct Mirror {
+    int last = 0;
+    bool backwards = false;  // it runs from the known one's end to its beginning
+    bool far = false;        // it lies half a turn from the node
+    double side = 1;         // -1 south of the equator
+    double east = 1;         // what the known longitudes are counted with
+};
+constexpr std::array<Mirror, 4> kMirrors = {{{90, false, false, 1, 1},
+                                             {180, true, true, 1, -1},
+                                             {270, false, true, -1, 1},
+                                             {360, true, false, -1, -1}}};
+
+const Mirror& MirrorOf(int k) {
+    std::size_t i = 0;
+    while (k > kMirrors[i].last) ++i;
+    return kMirrors[i];
+}
+
+// The positions of one quarter, from the even degree k (0 to 360) on, up to `end`; returns the end
+// of what it wrote.
+LinePosition* WriteQuarter(const CircleQuarter& quarter, int k, LinePosition* at,
+                           const LinePosition* end) {
+    const Mirror& mirror = MirrorOf(k);
+    const auto left = (mirror.last - k) / kSampleStep;
+    const double origin = mirror.far ? Wrapped(quarter.node + 180) : quarter.node;
+    const LinePosition* known =
+        quarter.at.data() + (mirror.backwards ? left : 90 / kSampleStep - left);
+    const std::ptrdiff_t step = mirror.backwards ? -1 : 1;
+    for (int i = 0; i <= left && at != end; ++i, ++at, known += step) {
+        *at = {mirror.side * known->lat, Wrapped(origin + mirror.east * known->longitude)};
+    }
+    return at;
+}
+
+// Index of the first position, from `i` (at least 1) on, that lies across the antimeridian from the
+// one before it; the number of positions if there is none.
+std::size_t CrossingFrom(const std::vector<LinePosition>& positions, std::size_t i) {
+    const std::size_t count = positions.size();
+    while (i < count && !(std::abs(positions[i].longitude - positions[i - 1].longitude) > 180)) ++i;
+    return std::min(i, count);
 }
 
 // A line that ends at a pole comes there along a meridian. The pole itself has any longitude: by
@@ -162,9 +216,10 @@ bool HasRiseSetLine(std::int16_t point) {
 CircleQuarter QuarterOf(const HorizonCircle& circle) {
     CircleQuarter quarter;
     quarter.node = Modulo(circle.node + 180, 360) - 180;
+    const SampleTables& tables = Samples();
     for (std::size_t i = 0; i < quarter.at.size(); ++i) {
-        const double sine = WholeDegrees().sine[i * kSampleStep];
-        const double cosine = WholeDegrees().cosine[i * kSampleStep];
+        const double sine = tables.sine[i];
+        const double cosine = tables.cosine[i];
         const double aside = circle.cosineTilt * sine;
         quarter.at[i] = {LatitudeOf(circle.sineTilt * sine, cosine * cosine + aside * aside),
                          RadToDeg(ArcTan2(cosine, aside))};
@@ -174,9 +229,19 @@ CircleQuarter QuarterOf(const HorizonCircle& circle) {
 
 std::vector<LinePosition> CircleSamples(const CircleQuarter& quarter, std::int16_t from,
                                         std::int16_t to) {
+    const auto count = static_cast<std::size_t>((to - from) / kSampleStep) + 1;
     std::vector<LinePosition> samples;
-    samples.reserve(static_cast<std::size_t>((to - from) / kSampleStep) + 1);
-    for (int u = from; u <= to; u += kSampleStep) samples.push_back(PositionOn(quarter, u));
+    samples.reserve(count + kRoomForCuts);
+    samples.resize(count);
+    LinePosition* at = samples.data();
+    const LinePosition* const end = at + count;
+    while (at != end) {
+        const int u = from + static_cast<int>(at - samples.data()) * kSampleStep;
+        // From below 0 the last quarter ends before u = 0, which is the first one's.
+        const LinePosition* stop =
+            u < 0 ? std::min<const LinePosition*>(end, at - u / kSampleStep) : end;
+        at = WriteQuarter(quarter, u < 0 ? u + 360 : (u > 360 ? u - 360 : u), at, stop);
+    }
     if (samples.size() > 1) {
         TurnPole(samples.front(), samples[1]);
         TurnPole(samples.back(), samples[samples.size() - 2]);
@@ -208,50 +273,45 @@ std::vector<LinePosition> GreatCircleSamples(double bearing, double startLat, do
                                              std::int16_t extent) {
     const GreatCircle circle = MakeGreatCircle(bearing, startLat);
     const double origin = Modulo(longitude + 180, 360) - 180;
+    const auto count = static_cast<std::size_t>(extent / kSampleStep) + 1;
     std::vector<LinePosition> samples;
-    samples.reserve(static_cast<std::size_t>(extent / kSampleStep) + 1);
-    for (std::int16_t s = 0; s <= extent; s += kSampleStep) {
-        if (s >= 180) {
-            // Half a turn on lies the antipode.
-            const LinePosition& start = samples[static_cast<std::size_t>((s - 180) / kSampleStep)];
-            samples.push_back({-start.lat, Wrapped(start.longitude + 180)});
-            continue;
-        }
-        const auto k = static_cast<std::size_t>(s);
-        LinePosition sample = PositionOn(circle, WholeDegrees().sine[k], WholeDegrees().cosine[k]);
-        sample.longitude = Wrapped(sample.longitude + origin);
-        samples.push_back(sample);
+    samples.reserve(count + kRoomForCuts);
+    samples.resize(count);
+    constexpr std::size_t kHalf = 180 / kSampleStep;
+    const SampleTables& tables = Samples();
+    for (std::size_t i = 0; i < std::min(count, kHalf); ++i) {
+        const LinePosition position = PositionOn(circle, tables.sine[i], tables.cosine[i]);
+        samples[i] = {position.lat, Wrapped(position.longitude + origin)};
+    }
+    // Half a turn on lies the antipode.
+    for (std::size_t i = kHalf; i < count; ++i) {
+        const LinePosition& start = samples[i - kHalf];
+        samples[i] = {-start.lat, Wrapped(start.longitude + 180)};
     }
     return samples;
 }
 
 LineParts CutAtAntimeridian(std::vector<LinePosition> samples) {
-    LineParts parts(1);
-    parts.back() = std::move(samples);
-    std::size_t i = 1;
-    while (i < parts.back().size()) {
-        std::vector<LinePosition>& part = parts.back();
-        const LinePosition& before = part[i - 1];
-        if (!(std::abs(part[i].longitude - before.longitude) > 180)) {
-            ++i;
-            continue;
-        }
-        const double lat = CrossingLatitude(before, part[i]);
+    LineParts parts;
+    parts.positions = std::move(samples);
+    std::vector<LinePosition>& positions = parts.positions;
+    std::size_t i = CrossingFrom(positions, 1);
+    while (i < positions.size()) {
+        const LinePosition before = positions[i - 1];
+        const double lat = CrossingLatitude(before, positions[i]);
         const double out = before.longitude > 0 ? 180 : -180;
-        std::vector<LinePosition> rest;
-        rest.reserve(part.size() - i + 2);
-        rest.push_back({lat, -out});
-        rest.insert(rest.end(), part.begin() + static_cast<std::ptrdiff_t>(i), part.end());
-        part.resize(i);
-        part.push_back({lat, out});
-        parts.push_back(std::move(rest));
-        i = 2;  // past the crossing and the sample that follows it
+        positions.insert(positions.begin() + static_cast<std::ptrdiff_t>(i),
+                         {{lat, out}, {lat, -out}});
+        parts.cuts.push_back(i + 1);
+        i = CrossingFrom(positions, i + 3);  // past the crossing and the sample that follows it
     }
     return parts;
 }
 
 LineParts MeridianParts(double longitude) {
-    return {{{-90, longitude}, {90, longitude}}};
+    LineParts parts;
+    parts.positions = {{-90, longitude}, {90, longitude}};
+    return parts;
 }
 
 LineParts RiseSetParts(const CircleQuarter& quarter, std::int16_t type) {

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "surface/values.h"
@@ -106,10 +108,41 @@ double NudgedBearing(double bearing);
 std::vector<LinePosition> GreatCircleSamples(double bearing, double startLat, double longitude,
                                              std::int16_t extent);
 
-/// Parts of a line that don't cross the antimeridian, one after the other.
-using LineParts = std::vector<std::vector<LinePosition>>;
+/// Positions one after the other that don't cross the antimeridian.
+using LineRun = std::span<const LinePosition>;
 
-/// Samples of a great circle as such parts: a crossing ends one at 180 or -180 degrees and starts
+/// A whole line as such runs, all in one list: a line is one piece of memory, cut or not.
+struct LineParts {
+    std::vector<LinePosition> positions;  ///< of all runs
+    std::vector<std::size_t> cuts;        ///< where in `positions` the runs after the first begin
+
+    /// Number of runs; none without a position.
+    std::size_t size() const { return positions.empty() ? 0 : cuts.size() + 1; }
+    bool empty() const { return positions.empty(); }
+    LineRun operator[](std::size_t run) const {
+        const std::size_t start = run == 0 ? 0 : cuts[run - 1];
+        const std::size_t end = run == cuts.size() ? positions.size() : cuts[run];
+        return {positions.data() + start, end - start};
+    }
+    LineRun front() const { return (*this)[0]; }
+    LineRun back() const { return (*this)[cuts.size()]; }
+
+    /// To go through the runs in a loop.
+    struct Iterator {
+        const LineParts* parts = nullptr;
+        std::size_t run = 0;
+        LineRun operator*() const { return (*parts)[run]; }
+        Iterator& operator++() {
+            ++run;
+            return *this;
+        }
+        bool operator!=(const Iterator& other) const { return run != other.run; }
+    };
+    Iterator begin() const { return {this, 0}; }
+    Iterator end() const { return {this, size()}; }
+};
+
+/// Samples of a great circle as such runs: a crossing ends one at 180 or -180 degrees and starts
 /// the next at the other, on the exact circle.
 LineParts CutAtAntimeridian(std::vector<LinePosition> samples);
 

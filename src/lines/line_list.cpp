@@ -19,15 +19,21 @@ namespace orvantis {
 
 namespace {
 
-// A parallel isn't the shortest way between its positions, so it has one every few degrees.
-LineParts Parallel(double lat) {
+std::vector<LinePosition> EquatorPositions() {
     std::vector<LinePosition> positions;
     positions.reserve(360 / kSampleStep + 1);
     for (int longitude = -180; longitude <= 180; longitude += kSampleStep) {
-        positions.push_back({lat, static_cast<double>(longitude)});
+        positions.push_back({0, static_cast<double>(longitude)});
     }
-    LineParts parts(1);
-    parts.front() = std::move(positions);
+    return positions;
+}
+
+// A parallel isn't the shortest way between its positions, so it has one every few degrees.
+LineParts Parallel(double lat) {
+    static const std::vector<LinePosition> equator = EquatorPositions();
+    LineParts parts;
+    parts.positions = equator;
+    for (LinePosition& position : parts.positions) position.lat = lat;
     return parts;
 }
 
@@ -80,8 +86,8 @@ void ListDirections(std::vector<MapLine>& lines, const LineFrame& frame) {
         LineParts parts =
             CutAtAntimeridian(LocalSamples(frame, LocalBearing(frame, p), options.localLineExtent));
         // An extent below the step leaves the place alone, which is no line.
-        std::erase_if(parts, [](const auto& run) { return run.size() < 2; });
-        if (!parts.empty()) lines.push_back({line_type::kLocalSpace, p, p, 0, std::move(parts)});
+        if (parts.positions.size() > 1)
+            lines.push_back({line_type::kLocalSpace, p, p, 0, std::move(parts)});
     }
 }
 

@@ -102,7 +102,7 @@ void PlaceLines() {
     for (const MapLine& line : ListLines(kSlot)) {
         const auto number = static_cast<std::int32_t>(placedLines.names.size());
         placedLines.names.push_back(NameOf(line));
-        for (const std::vector<LinePosition>& run : line.runs) {
+        for (const LineRun run : line.runs) {
             for (std::size_t i = 1; i < run.size(); ++i) {
                 flat ? AddFlatPiece(run[i - 1], run[i], number)
                      : AddGlobePiece(run[i - 1], run[i], number);
