@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <swephexp.h>
 
 #include "charts/CALCCHRT.h"
@@ -70,10 +71,20 @@ void GetDeltaT(double t, double& hours) {
 }
 
 void GetObliquity(double t, double& degrees) {
-    std::array<double, 6> obliquityAndNutation{};
-    std::array<char, AS_MAXCH> ignored{};
-    swe_calc(JulianDayOf(t), SE_ECL_NUT, 0, obliquityAndNutation.data(), ignored.data());
-    degrees = obliquityAndNutation[0];
+    // The chart's lines ask again for what its calculation has asked for.
+    static double lastT = std::numeric_limits<double>::quiet_NaN();
+    static double last = 0;
+    if (t != lastT) {
+        // The library keeps the nutation of a moment, but with the one for the speeds only if it is
+        // asked for: the positions that follow by its route want both.
+        const std::int32_t flags = swissState.enabled != 0 ? SEFLG_SPEED : 0;
+        std::array<double, 6> obliquityAndNutation{};
+        std::array<char, AS_MAXCH> ignored{};
+        swe_calc(JulianDayOf(t), SE_ECL_NUT, flags, obliquityAndNutation.data(), ignored.data());
+        last = obliquityAndNutation[0];
+        lastT = t;
+    }
+    degrees = last;
 }
 
 void GetJDxhUT(std::int16_t day, std::int16_t month, std::int16_t year, double hours, double& jd) {

@@ -240,10 +240,14 @@ void AskSky(const Moment& moment, Sky& sky) {
                           {earth[0], earth[1], earth[2]},
                           {earth[3], earth[4], earth[5]},
                           (moment.flags & SEFLG_HELCTR) != 0};
-    for (std::size_t i = 0; i < 3; ++i) {
+    // The library keeps the nutation of one moment alone, so the others come last; and what it has
+    // answered for a body, so the Black Moon, whose turn comes after these points, is asked first.
+    std::array<double, 6> kept{};
+    std::array<char, AS_MAXCH> ignored{};
+    swe_calc(moment.jdET, SE_MEAN_APOG, moment.flags, kept.data(), ignored.data());
+    for (const std::size_t i : {1, 0, 2}) {
         sky.observers[i] = Moved(now, (static_cast<double>(i) - 1) * kSkyStep);
         std::array<double, 6> nutation{};
-        std::array<char, AS_MAXCH> ignored{};
         swe_calc(sky.observers[i].jd, SE_ECL_NUT, 0, nutation.data(), ignored.data());
         sky.ecliptics[i] = EclipticOfDate(sky.observers[i].jd, nutation[1]);
         sky.nutation[i] = nutation[2];
@@ -348,7 +352,7 @@ std::int16_t CalcPlanetsSwiss(std::int16_t slot, std::int16_t first, std::int16_
     chart.Frame = frame;
     chart.TrueNodeFlag = trueNode;
     const Moment moment = {t * 36525 + 2415020, offset,
-                           SEFLG_SPEED | (frame == 2 ? SEFLG_HELCTR : 0)};
+                           SEFLG_SWIEPH | SEFLG_SPEED | (frame == 2 ? SEFLG_HELCTR : 0)};
     const Request request = {t, offset, frame, first, dataPath, trueNode};
 
     CalcBody(chart, point::kMoon, SE_MOON, moment);

@@ -173,25 +173,34 @@ constexpr std::array<Orbit, 10> kOrbits = {{
     {2368547.66, 2431456.5, 0.0, 77.775, 0.3, 0.7, 0, 0}}};                     // TransPluto
 // clang-format on
 
-// Eccentric anomaly in radians by Newton's method; the eccentricities here are 0.3 at most, so that
-// six rounds reach the last bit from anywhere.
-double EccentricAnomaly(double meanAnomaly, double eccentricity) {
+// Sine and cosine of an eccentric anomaly.
+struct Anomaly {
+    double sine = 0;
+    double cosine = 1;
+};
+
+// The eccentric anomaly of a mean one (radians) by Newton's method; the eccentricities here are 0.3
+// at most, so that six rounds reach the last bit from anywhere. On a circle both are one.
+Anomaly EccentricAnomaly(double meanAnomaly, double eccentricity) {
+    if (eccentricity == 0) return {std::sin(meanAnomaly), std::cos(meanAnomaly)};
     double e = meanAnomaly + eccentricity * std::sin(meanAnomaly);
+    Anomaly anomaly = {std::sin(e), std::cos(e)};
     for (int round = 0; round < 6; ++round) {
-        const double off = e - eccentricity * std::sin(e) - meanAnomaly;
+        const double off = e - eccentricity * anomaly.sine - meanAnomaly;
         if (std::abs(off) < 1e-15) break;
-        e -= off / (1 - eccentricity * std::cos(e));
+        e -= off / (1 - eccentricity * anomaly.cosine);
+        anomaly = {std::sin(e), std::cos(e)};
     }
-    return e;
+    return anomaly;
 }
 
 // The place in an orbit with a mean anomaly (degrees), in the ecliptic of the elements.
 Vector PlaceInOrbit(const Orbit& orbit, double meanAnomaly) {
-    const double anomaly =
+    const Anomaly anomaly =
         EccentricAnomaly(Modulo(meanAnomaly, 360) * DegToRad, orbit.eccentricity);
-    const double x = orbit.semiAxis * (std::cos(anomaly) - orbit.eccentricity);
+    const double x = orbit.semiAxis * (anomaly.cosine - orbit.eccentricity);
     const double y =
-        orbit.semiAxis * std::sqrt(1 - orbit.eccentricity * orbit.eccentricity) * std::sin(anomaly);
+        orbit.semiAxis * std::sqrt(1 - orbit.eccentricity * orbit.eccentricity) * anomaly.sine;
     const double sinW = SinD(orbit.perihelion);
     const double cosW = CosD(orbit.perihelion);
     const double alongNode = x * cosW - y * sinW;
@@ -329,11 +338,11 @@ Vector HypotheticalPlace(std::int16_t body, double jd) {
     const auto index = static_cast<std::size_t>(body);
     const Orbit& orbit = kOrbits[index];
     const double motion = kDailyMotion / (orbit.semiAxis * std::sqrt(orbit.semiAxis));
-    const double anomaly =
+    const Anomaly anomaly =
         EccentricAnomaly(Modulo(orbit.meanAnomaly + (jd - orbit.epoch) * motion, 360) * DegToRad,
                          orbit.eccentricity);
-    return Sum(Scaled(kAxes[index].perihelion, std::cos(anomaly) - orbit.eccentricity),
-               Scaled(kAxes[index].minor, std::sin(anomaly)));
+    return Sum(Scaled(kAxes[index].perihelion, anomaly.cosine - orbit.eccentricity),
+               Scaled(kAxes[index].minor, anomaly.sine));
 }
 
 bool AreKnownElements(std::string_view text) {
