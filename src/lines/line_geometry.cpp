@@ -130,19 +130,74 @@ LinePosition* WriteQuarter(const CircleQuarter& quarter, int k, LinePosition* at
     return at;
 }
 
-// Index of the first position, from `i` (at least 1) on, that lies across the antimeridian from the
-// one before it; the number of positions if there is none.
-std::size_t CrossingFrom(const std::vector<LinePosition>& positions, std::size_t i) {
-    const std::size_t count = positions.size();
-    while (i < count && !(std::abs(positions[i].longitude - positions[i - 1].longitude) > 180)) ++i;
-    return std::min(i, count);
+// How near to a pole, to the half turn or to the antimeridian a position counts as being there:
+// less than a tenth of a millimetre on the ground, degrees.
+constexpr double kThere = 1e-9;
+
+bool IsAtPole(const LinePosition& position) {
+    return std::abs(position.lat) >= 90 - kThere;
 }
 
-// A line that ends at a pole comes there along a meridian. The pole itself has any longitude: by
-// the formula that of rounding errors.
-void TurnPole(LinePosition& end, const LinePosition& neighbour) {
-    constexpr double kAtPole = 90 - 1e-9;
-    if (std::abs(end.lat) >= kAtPole) end.longitude = neighbour.longitude;
+bool IsHalfTurn(const LinePosition& a, const LinePosition& b) {
+    return std::abs(std::remainder(a.longitude - b.longitude, 360)) > 90;
+}
+
+// Samples of a circle that goes over the poles, which is a meridian and the one opposite: at a
+// pole, whose own longitude is that of rounding errors, the line comes along the one and goes along
+// the other. An end at a pole has the one meridian that it has.
+void GoOverPoles(std::vector<LinePosition>& samples) {
+    if (samples.size() < 2) return;
+    constexpr std::size_t kMostAdded = 8;
+    std::vector<LinePosition> line;
+    line.reserve(samples.size() + kMostAdded);
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        const LinePosition& sample = samples[i];
+        if (IsAtPole(sample)) {
+            const double pole = std::copysign(90, sample.lat);
+            if (i > 0) line.push_back({pole, samples[i - 1].longitude});
+            if (i + 1 < samples.size()) line.push_back({pole, samples[i + 1].longitude});
+            continue;
+        }
+        if (i > 0 && !IsAtPole(samples[i - 1]) && IsHalfTurn(samples[i - 1], sample)) {
+            const double pole = std::copysign(90, samples[i - 1].lat + sample.lat);
+            line.push_back({pole, samples[i - 1].longitude});
+            line.push_back({pole, sample.longitude});
+        }
+        line.push_back(sample);
+    }
+    samples = std::move(line);
+}
+
+bool IsOnAntimeridian(const LinePosition& position) {
+    return std::abs(position.longitude) >= 180 - kThere;
+}
+
+// A position on the antimeridian lies at 180 and at -180 degrees: it takes the side of another.
+void TakeSide(LinePosition& position, const LinePosition& other) {
+    position.longitude = std::copysign(180, other.longitude);
+}
+
+// Index of the first position, from `i` (at least 1) on, that lies across the antimeridian from the
+// one before it; the number of positions if there is none. Those on it take the side of the one
+// before on the way. Over a pole nothing is crossed.
+std::size_t CrossingFrom(std::vector<LinePosition>& positions, std::size_t i) {
+    for (; i < positions.size(); ++i) {
+        const LinePosition& before = positions[i - 1];
+        LinePosition& position = positions[i];
+        if (IsOnAntimeridian(position)) TakeSide(position, before);
+        if (std::abs(position.longitude - before.longitude) > 180 &&
+            !IsTurnAtPole(before, position)) {
+            return i;
+        }
+    }
+    return i;
+}
+
+// True if the circle's plane holds the axis. The z of the plane's normal is the sine of the
+// circle's least distance from a pole.
+bool GoesOverPoles(const GreatCircle& circle) {
+    constexpr double kThereRadians = kThere * 3.14159265358979323846 / 180;
+    return std::abs(circle.startX * circle.onY) < kThereRadians;
 }
 
 }  // namespace
@@ -242,10 +297,7 @@ std::vector<LinePosition> CircleSamples(const CircleQuarter& quarter, std::int16
             u < 0 ? std::min<const LinePosition*>(end, at - u / kSampleStep) : end;
         at = WriteQuarter(quarter, u < 0 ? u + 360 : (u > 360 ? u - 360 : u), at, stop);
     }
-    if (samples.size() > 1) {
-        TurnPole(samples.front(), samples[1]);
-        TurnPole(samples.back(), samples[samples.size() - 2]);
-    }
+    if (IsAtPole(quarter.at.back())) GoOverPoles(samples);
     return samples;
 }
 
@@ -288,20 +340,36 @@ std::vector<LinePosition> GreatCircleSamples(double bearing, double startLat, do
         const LinePosition& start = samples[i - kHalf];
         samples[i] = {-start.lat, Wrapped(start.longitude + 180)};
     }
+    if (GoesOverPoles(circle)) GoOverPoles(samples);
     return samples;
+}
+
+bool IsTurnAtPole(const LinePosition& before, const LinePosition& after) {
+    return std::abs(before.lat) == 90 && before.lat == after.lat;
 }
 
 LineParts CutAtAntimeridian(std::vector<LinePosition> samples) {
     LineParts parts;
     parts.positions = std::move(samples);
     std::vector<LinePosition>& positions = parts.positions;
+    if (!positions.empty() && IsOnAntimeridian(positions.front())) {
+        const auto off = std::find_if_not(positions.begin(), positions.end(), IsOnAntimeridian);
+        TakeSide(positions.front(), off == positions.end() ? positions.front() : *off);
+    }
     std::size_t i = CrossingFrom(positions, 1);
     while (i < positions.size()) {
         const LinePosition before = positions[i - 1];
-        const double lat = CrossingLatitude(before, positions[i]);
+        const auto at = positions.begin() + static_cast<std::ptrdiff_t>(i);
+        if (std::abs(before.longitude) == 180) {
+            // The former of the two lies on the antimeridian: it ends the run.
+            positions.insert(at, LinePosition{before.lat, -before.longitude});
+            parts.cuts.push_back(i);
+            i = CrossingFrom(positions, i + 2);
+            continue;
+        }
+        const double lat = CrossingLatitude(before, *at);
         const double out = before.longitude > 0 ? 180 : -180;
-        positions.insert(positions.begin() + static_cast<std::ptrdiff_t>(i),
-                         {{lat, out}, {lat, -out}});
+        positions.insert(at, {{lat, out}, {lat, -out}});
         parts.cuts.push_back(i + 1);
         i = CrossingFrom(positions, i + 3);  // past the crossing and the sample that follows it
     }

@@ -79,7 +79,9 @@ struct CircleQuarter {
 CircleQuarter QuarterOf(const HorizonCircle& circle);
 
 /// Positions from one even degree of the parameter to another (-360 to 720). Longitude -180 to 180.
-/// A first or last one at a pole has the longitude of the one beside it.
+/// A circle over the poles has two positions for each pole on its way, the same but for their
+/// longitudes: those of the meridian by which it comes and of the one by which it goes on. As first
+/// or last position a pole has the longitude of the one beside it.
 std::vector<LinePosition> CircleSamples(const CircleQuarter& quarter, std::int16_t from,
                                         std::int16_t to);
 
@@ -104,9 +106,14 @@ LinePosition PositionOn(const GreatCircle& circle, double sine, double cosine);
 /// Due east and due west are moved by 0.01 degrees: so houses and signs have always been drawn.
 double NudgedBearing(double bearing);
 
-/// Positions every 2 degrees from a place (longitude east positive) up to `extent` degrees off.
+/// Positions every 2 degrees from a place (longitude east positive) up to `extent` degrees off, 0
+/// to 360. Poles as in CircleSamples.
 std::vector<LinePosition> GreatCircleSamples(double bearing, double startLat, double longitude,
                                              std::int16_t extent);
+
+/// True if two neighbours on a line are the same pole: there it turns from a meridian to the one
+/// opposite, which on the globe is no way at all and on a flat map lies in the map's edge.
+bool IsTurnAtPole(const LinePosition& before, const LinePosition& after);
 
 /// Positions one after the other that don't cross the antimeridian.
 using LineRun = std::span<const LinePosition>;
@@ -143,7 +150,8 @@ struct LineParts {
 };
 
 /// Samples of a great circle as such runs: a crossing ends one at 180 or -180 degrees and starts
-/// the next at the other, on the exact circle.
+/// the next at the other, on the exact circle. A sample on the antimeridian is the crossing itself,
+/// and where the line only touches it, it has the sign of the longitudes beside it.
 LineParts CutAtAntimeridian(std::vector<LinePosition> samples);
 
 /// A meridian, from pole to pole.

@@ -70,13 +70,18 @@ void LabelPoint(double lat, double longitude, std::int16_t point, LabelPlace pla
 }
 
 void DrawSamples(const std::vector<LinePosition>& samples, std::int16_t kind, std::int16_t type) {
+    const bool flat = IsFlat(mapView.extent.projection);
     bool visible = false;
-    bool first = true;
+    const LinePosition* before = nullptr;
     for (const LinePosition& sample : samples) {
+        // Over a pole a flat map's line goes out at the edge and comes in elsewhere.
+        const bool turns = before != nullptr && flat && IsTurnAtPole(*before, sample);
+        if (turns) visible = false;
+        const bool first = before == nullptr || turns;
         if (DrawGreatCircleSegment(sample.lat, sample.longitude, first, visible, kind, type)) {
             chartLines.anyVisible = true;
         }
-        first = false;
+        before = &sample;
     }
 }
 

@@ -104,6 +104,7 @@ void PlaceLines() {
         placedLines.names.push_back(NameOf(line));
         for (const LineRun run : line.runs) {
             for (std::size_t i = 1; i < run.size(); ++i) {
+                if (flat && IsTurnAtPole(run[i - 1], run[i])) continue;
                 flat ? AddFlatPiece(run[i - 1], run[i], number)
                      : AddGlobePiece(run[i - 1], run[i], number);
             }

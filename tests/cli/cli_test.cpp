@@ -676,6 +676,38 @@ TEST_F(CommandLine, GeoJsonIsCutAtTheAntimeridian) {
     EXPECT_GT(cut, 0U);
 }
 
+// The third chart's place lies at longitude 0: lines of its horizon and its houses have samples on
+// the antimeridian. The Midheaven's line and that of the East Point go over the poles.
+TEST_F(CommandLine, NoVertexOfAnExportIsDoubledAndNoPartOfALineIsAPoint) {
+    for (const char* chart : {":1", ":2", ":3"}) {
+        const ProgramResult result =
+            Run({"lines", kSample + chart, "--geojson", "--types", "1-11", "--points", "1-36"});
+        ASSERT_EQ(result.exitCode, 0) << result.errors;
+        const Json lines = Json::parse(result.output);
+        std::size_t atPoles = 0;
+        for (const Json& feature : lines["features"]) {
+            const Json& geometry = feature["geometry"];
+            const Json runs = geometry["type"] == "LineString"
+                                  ? Json::array({geometry["coordinates"]})
+                                  : geometry["coordinates"];
+            for (const Json& run : runs) {
+                EXPECT_GE(run.size(), 2U) << chart << feature["properties"];
+                for (std::size_t i = 1; i < run.size(); ++i) {
+                    EXPECT_NE(run[i - 1], run[i]) << chart << feature["properties"];
+                    const double turn =
+                        std::abs(run[i][0].get<double>() - run[i - 1][0].get<double>());
+                    if (turn < 120) continue;
+                    ++atPoles;
+                    EXPECT_EQ(std::abs(run[i][1].get<double>()), 90) << chart << run[i];
+                    EXPECT_EQ(run[i - 1][1], run[i][1]) << chart << run[i];
+                    EXPECT_NEAR(turn, 180, 1e-8);
+                }
+            }
+        }
+        EXPECT_EQ(atPoles, 6U) << "the Midheaven's line twice, two houses, two signs";
+    }
+}
+
 // One exported line: all of its vertices, run by run.
 struct ExportedLine {
     std::string name;                                          // as NameOf makes it

@@ -1,14 +1,18 @@
 #include "lines/circles.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <random>
 #include <set>
+#include <string>
 
 #include "charts/SwissEph.h"
 #include "lines/chart_lines.h"
 #include "lines/independent_sky.h"
 #include "lines/line_geometry.h"
+#include "lines/line_list.h"
 #include "lines/lines_fixture.h"
 
 namespace orvantis {
@@ -73,7 +77,7 @@ TEST_F(Circles, HorizonEclipticAndSignBoundariesLieWhereVectorsPutThem) {
                           90);
         }
         for (const SignLine& line : SignLines(frame)) {
-            const std::vector<LinePosition> samples = SignSamples(frame, line);
+            const std::vector<LinePosition> samples = SamplesOf(SignSamples(frame, line));
             ASSERT_EQ(samples.size(), 91U);
             EXPECT_LT(
                 AngleBetween(EclipticPole(sky), OnSphere(samples[0].lat, samples[0].longitude)),
@@ -105,6 +109,82 @@ TEST_F(Circles, HorizonEclipticAndSignBoundariesLieWhereVectorsPutThem) {
     EXPECT_GE(charts, 50);
     EXPECT_LT(horizon.degrees, 3e-6);
     EXPECT_LT(ecliptic.degrees, 3e-5);
+}
+
+// At latitude 0 the horizon is the meridian 90 degrees east of the place and the one west of it.
+TEST_F(Circles, TheHorizonOfAPlaceOnTheEquatorIsTwoMeridians) {
+    ShowTypes({9});
+    chartNow.PlaceLat = 0;
+    for (const float west : {0.0F, -16.4F, 100.0F, 90.0F, -90.0F, 180.0F, -180.0F}) {
+        chartNow.PlaceLongW = west;
+        const std::string what = "longitude west " + std::to_string(west);
+        const double east = std::remainder(90.0 - static_cast<double>(west), 360.0);
+        const double opposite = std::remainder(east + 180, 360.0);
+        Draw();
+        ExpectMeridians(PenCalls(surface_), east, opposite, what);
+        EXPECT_TRUE(mapView.edgeMarks.empty()) << what << ": it goes out at the poles alone";
+
+        const std::vector<MapLine> lines = ListLines(1);
+        ASSERT_EQ(lines.size(), 1U);
+        ExpectWellCut(lines[0].runs, what);
+        int turns = 0;
+        for (const auto& run : lines[0].runs) {
+            for (std::size_t i = 0; i < run.size(); ++i) {
+                const double off = std::abs(Turned(run[i].longitude, east));
+                EXPECT_NEAR(std::min(off, 180 - off), 0, 1e-9) << what << " " << run[i].lat;
+                if (i > 0 && IsTurnAtPole(run[i - 1], run[i])) ++turns;
+            }
+        }
+        EXPECT_EQ(turns, 2) << what;
+    }
+}
+
+// The strokes of a globe whose rim or face shows the pole are those of two degrees.
+TEST_F(Circles, OnAGlobeALineOverThePolesHasNoLongStroke) {
+    ShowTypes({7, 8, 9, 11});
+    Place(point::kMidheaven, 40, 10);
+    for (const float place : {0.0F, 90.0F, -90.0F, 41.3F}) {
+        chartNow.PlaceLat = place;
+        chartNow.PlaceLongW = 0;
+        for (const std::int16_t globe : {projection::kGlobeSphere, projection::kGlobeOblate}) {
+            for (const float lat : {0.0F, 40.0F, 90.0F, -90.0F, -89.5F}) {
+                Globe(lat, 30, globe);
+                Draw();
+                const double longest =
+                    std::max(mapView.rect.width, mapView.rect.height) / 2.0 * 2 * kRad + 3;
+                std::pair<int, int> at;
+                int strokes = 0;
+                for (const std::string& call : PenCalls(surface_)) {
+                    const std::pair<int, int> to = PlaceOfCall(call);
+                    // The middle meridian of an upright globe is drawn in one stroke.
+                    if (call.starts_with("LineTo") && to.first != at.first) {
+                        EXPECT_LE(std::hypot(to.first - at.first, to.second - at.second), longest)
+                            << "place " << place << " globe " << globe << " centre " << lat;
+                    }
+                    ++strokes;
+                    at = to;
+                }
+                EXPECT_GT(strokes, 100);
+            }
+        }
+    }
+}
+
+// Their boundaries are one meridian, on either side of the poles.
+TEST_F(Circles, CancerAndCapricornGoOverThePolesAlike) {
+    ShowTypes({11});
+    std::mt19937 random(5402);
+    for (int round = 0; round < 200; ++round) {
+        Chart().RA[23] = static_cast<float>(random() % 36000) / 100;
+        chartNow.PlaceLongW = static_cast<float>(random() % 36000) / 100 - 180;
+        std::array<std::size_t, 13> runs{};
+        for (const MapLine& line : ListLines(1)) {
+            ExpectWellCut(line.runs, "round " + std::to_string(round) + LineWords(line));
+            runs[static_cast<std::size_t>(line.code)] = line.runs.size();
+        }
+        EXPECT_EQ(runs[4], 1U) << round;
+        EXPECT_EQ(runs[10], 1U) << round;
+    }
 }
 
 // The whole ecliptic is gone through: somewhere on it every degree of longitude stands overhead.

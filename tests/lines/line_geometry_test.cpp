@@ -3,10 +3,14 @@
 #include <array>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <random>
+#include <string>
+#include <vector>
 
 #include "charts/CALCCHRT.h"
 #include "lines/chart_lines.h"
+#include "lines/lines_fixture.h"
 #include "session/settings.h"
 #include "support/reset_all.h"
 #include "text/numbers.h"
@@ -207,16 +211,98 @@ TEST_F(LineGeometry, RiseAndSetLinesOfDeclination0AreMeridiansFromPoleToPole) {
     }
 }
 
-// With its ends elsewhere a circle keeps the positions of its formula, at the poles too.
-TEST_F(LineGeometry, OnlyTheEndsOfALineAreTurnedAtAPole) {
+// A pole on the way is passed from one meridian to the other; as an end it has the one.
+TEST_F(LineGeometry, ACircleOverThePolesTurnsFromMeridianToMeridianThere) {
     const CircleQuarter quarter = QuarterOf(MakeCircle(-90, 20));
     const std::vector<LinePosition> whole = CircleSamples(quarter, 0, 360);
+    ASSERT_EQ(whole.size(), 183U) << "one more at either pole";
+    for (const std::size_t pole : {45, 136}) {
+        const double side = pole == 45 ? -90 : 90;
+        EXPECT_EQ(whole[pole].lat, side);
+        EXPECT_EQ(whole[pole].longitude, whole[pole - 1].longitude);
+        EXPECT_EQ(whole[pole + 1].lat, side);
+        EXPECT_EQ(whole[pole + 1].longitude, whole[pole + 2].longitude);
+        EXPECT_TRUE(IsTurnAtPole(whole[pole], whole[pole + 1]));
+        EXPECT_FALSE(IsTurnAtPole(whole[pole - 1], whole[pole]));
+    }
     const std::vector<LinePosition> toThePole = CircleSamples(quarter, 0, 90);
     ASSERT_EQ(toThePole.size(), 46U);
-    EXPECT_NEAR(whole[45].longitude, 65, 1e-9) << "half way to the other meridian";
-    EXPECT_EQ(whole[45].lat, toThePole[45].lat);
+    EXPECT_EQ(toThePole[45].lat, -90);
     EXPECT_EQ(toThePole[45].longitude, toThePole[44].longitude);
     EXPECT_EQ(CircleSamples(quarter, 90, 90).size(), 1U);
+}
+
+// A circle beside the poles keeps the positions of its formula, however near.
+TEST_F(LineGeometry, ACircleBesideThePolesHasItsSamplesAlone) {
+    for (const double tilt : {-90 + 1e-6, 90 - 1e-6, 89.99}) {
+        const std::vector<LinePosition> whole =
+            CircleSamples(QuarterOf(MakeCircle(tilt, 20)), 0, 360);
+        EXPECT_EQ(whole.size(), 181U) << tilt;
+        EXPECT_NEAR(std::abs(whole[45].lat), std::abs(tilt), 1e-9);
+        EXPECT_NEAR(std::abs(whole[45].longitude), 110, 100);
+    }
+    EXPECT_EQ(GreatCircleSamples(1e-6, 40, 20, 360).size(), 181U);
+    EXPECT_EQ(GreatCircleSamples(1e-10, 40, 20, 360).size(), 183U) << "over either pole";
+}
+
+// A line by its longitudes, 2 degrees of latitude apart.
+std::vector<LinePosition> LineBy(std::initializer_list<double> longitudes) {
+    std::vector<LinePosition> line;
+    for (const double longitude : longitudes) {
+        line.push_back({static_cast<double>(line.size()) * 2, longitude});
+    }
+    return line;
+}
+
+struct CutRow {
+    std::vector<LinePosition> samples;
+    std::vector<std::vector<double>> longitudes;  // of the runs
+};
+
+TEST_F(LineGeometry, ASampleOnTheAntimeridianIsTheCrossingOrHasTheSideOfItsNeighbours) {
+    const double hair = 180 - 1e-12;
+    for (const CutRow& row : std::initializer_list<CutRow>{
+             {LineBy({178, 180, -178}), {{178, 180}, {-180, -178}}},
+             {LineBy({178, -180, -178}), {{178, 180}, {-180, -178}}},
+             {LineBy({-178, 180, 178}), {{-178, -180}, {180, 178}}},
+             {LineBy({-178, -hair, 178}), {{-178, -180}, {180, 178}}},
+             {LineBy({178, hair, -hair, -178}), {{178, 180, 180}, {-180, -178}}},
+             {LineBy({178, -180, 178}), {{178, 180, 178}}},
+             {LineBy({-180, 178, 176}), {{180, 178, 176}}},
+             {LineBy({-180, 180, -180, 178}), {{180, 180, 180, 178}}},
+             {LineBy({178, -180}), {{178, 180}}},
+             {LineBy({-178, 180}), {{-178, -180}}},
+             {LineBy({-180, 180, -180}), {{-180, -180, -180}}},
+             {LineBy({180, -178, 178}), {{-180, -178, -180}, {180, 178}}},
+             {LineBy({-180}), {{-180}}},
+             {LineBy({10, 20}), {{10, 20}}},
+         }) {
+        const LineParts parts = CutAtAntimeridian(row.samples);
+        std::vector<std::vector<double>> longitudes;
+        std::size_t positions = 0;
+        for (const auto& run : parts) {
+            longitudes.emplace_back();
+            for (const LinePosition& position : run) {
+                longitudes.back().push_back(position.longitude);
+                ++positions;
+            }
+        }
+        EXPECT_EQ(longitudes, row.longitudes) << row.samples[0].longitude;
+        EXPECT_GE(positions, row.samples.size());
+    }
+}
+
+// Circles whose samples lie on the antimeridian, of all tilts, over the poles too.
+TEST_F(LineGeometry, NoVertexIsDoubledWhereASampleLiesOnTheAntimeridian) {
+    for (double tilt = -90; tilt <= 90; tilt += 7.5) {
+        for (const double node : {0.0, 90.0, -90.0, 180.0, -180.0, 1e-13, -180 + 1e-11, 34.0}) {
+            const CircleQuarter quarter = QuarterOf(MakeCircle(tilt, node));
+            const std::string what = std::to_string(tilt) + " " + std::to_string(node);
+            ExpectWellCut(CutAtAntimeridian(CircleSamples(quarter, 0, 360)), what);
+            ExpectWellCut(RiseSetParts(quarter, line_type::kRise), what);
+            ExpectWellCut(RiseSetParts(quarter, line_type::kSet), what);
+        }
+    }
 }
 
 TEST_F(LineGeometry, APointThatIsNotCalculatedOrNotSelectedIsNotDrawn) {

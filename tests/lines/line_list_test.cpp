@@ -230,6 +230,24 @@ TEST_F(LineList, TheLocalSpaceLinesHaveTheLengthOfTheOptions) {
     }
 }
 
+// Where samples and lines fall on the antimeridian and on the poles.
+TEST_F(LineList, NoVertexIsDoubledAndNoLineLeapsFromAnyPlace) {
+    Place(point::kMidheaven, 10, 4);
+    Place(point::kEastPoint, 100, 0);
+    Place(20, 280, -90);
+    for (const float lat : {0.0F, 48.0F, -51.48F, 89.99F, 90.0F, -90.0F}) {
+        for (const float west : {0.0F, 90.0F, -90.0F, 180.0F, -180.0F, 77.7F}) {
+            chartNow.PlaceLat = lat;
+            chartNow.PlaceLongW = west;
+            for (const MapLine& line : ListLines(1)) {
+                ExpectWellCut(line.runs, std::to_string(lat) + " " + std::to_string(west) +
+                                             " type " + std::to_string(line.type) + " code " +
+                                             std::to_string(line.code));
+            }
+        }
+    }
+}
+
 TEST_F(LineList, WordsSayWhatALineTells) {
     const auto words = [](std::int16_t type, std::int16_t point, std::int16_t code) {
         MapLine line;

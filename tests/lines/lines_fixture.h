@@ -1,6 +1,8 @@
 // A chart and a map of 720 by 400 pixels on which its lines are drawn and recorded.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <gtest/gtest.h>
@@ -103,6 +105,71 @@ inline std::pair<int, int> PixelsOf(double lat, double longitude) {
     ProjectPoint(static_cast<std::int16_t>(std::lround(lat * 60)),
                  static_cast<std::int16_t>(std::lround(longitude * 60)), y, x);
     return {x, y};
+}
+
+// A line without the positions that it has at a pole between two of its samples; of the two at a
+// pole that is a sample itself the first stays.
+inline std::vector<LinePosition> SamplesOf(const std::vector<LinePosition>& line) {
+    std::vector<LinePosition> samples;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        if (i > 0 && i + 1 < line.size() && IsTurnAtPole(line[i], line[i + 1])) {
+            if (std::abs(std::abs(line[i - 1].lat) - 88) < 1e-6) samples.push_back(line[i]);
+            ++i;
+        } else {
+            samples.push_back(line[i]);
+        }
+    }
+    return samples;
+}
+
+// No two neighbours of a line's runs are the same, none is alone, none crosses the antimeridian,
+// where each run goes on from the one before it, and none goes over a pole but at the pole itself:
+// beside it two degrees of a great circle turn by less than half a circle.
+inline void ExpectWellCut(const LineParts& parts, const std::string& what) {
+    LinePosition last;
+    bool first = true;
+    for (const auto& run : parts) {
+        EXPECT_GE(run.size(), 2U) << what;
+        if (!first) {
+            EXPECT_EQ(std::abs(run[0].longitude), 180) << what;
+            EXPECT_EQ(run[0].longitude, -last.longitude) << what;
+            EXPECT_EQ(run[0].lat, last.lat) << what;
+        }
+        for (std::size_t i = 1; i < run.size(); ++i) {
+            const double step = std::abs(run[i].longitude - run[i - 1].longitude);
+            EXPECT_GT(std::max(step, std::abs(run[i].lat - run[i - 1].lat)), 1e-8)
+                << what << " at " << run[i].lat << " " << run[i].longitude;
+            EXPECT_LT(step, IsTurnAtPole(run[i - 1], run[i]) ? 180 + 1e-6 : 180 - 1e-6)
+                << what << " at " << run[i].lat << " " << run[i].longitude;
+        }
+        last = run[run.size() - 1];
+        first = false;
+    }
+}
+
+// The strokes of a record are parts of two meridians, by their longitudes in degrees, on a flat map
+// of the whole world, and reach from its top to its bottom on each.
+inline void ExpectMeridians(const std::vector<std::string>& calls, double one, double other,
+                            const std::string& what) {
+    const std::array<int, 2> x = {PixelsOf(0, one).first, PixelsOf(0, other).first};
+    std::array<int, 2> top = {32767, 32767};
+    std::array<int, 2> bottom = {0, 0};
+    std::pair<int, int> at;
+    for (const std::string& call : calls) {
+        const std::pair<int, int> to = PlaceOfCall(call);
+        ASSERT_TRUE(to.first == x[0] || to.first == x[1]) << what << ": " << call;
+        if (call.starts_with("LineTo")) {
+            ASSERT_EQ(to.first, at.first) << what << ": " << call;
+        }
+        const std::size_t which = to.first == x[0] ? 0 : 1;
+        top[which] = std::min(top[which], to.second);
+        bottom[which] = std::max(bottom[which], to.second);
+        at = to;
+    }
+    for (const std::size_t which : {0, 1}) {
+        EXPECT_EQ(top[which], mapView.rect.top) << what;
+        EXPECT_EQ(bottom[which], mapView.rect.top + mapView.rect.height) << what;
+    }
 }
 
 // The calls of a record that move the pen or draw with it.

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
+#include <string>
 
 #include "charts/SwissEph.h"
 #include "lines/chart_lines.h"
@@ -135,7 +136,7 @@ TEST_F(LocalLines, House1LooksEastAndHouse10WhereTheMidheavenStands) {
             EXPECT_NEAR(Turned(-house.bearing, eastward), 0, 0.0101)
                 << "lat " << lat << " house " << house.house;
             const std::vector<LinePosition> samples =
-                LocalSamples(frame, house.bearing, kLocalHouseExtent);
+                SamplesOf(LocalSamples(frame, house.bearing, kLocalHouseExtent));
             ASSERT_EQ(samples.size(), 91U) << "to the antipode";
             for (std::size_t i = 0; i < samples.size(); ++i) {
                 EXPECT_LT(OffTheGreatCircle(sky.lat, sky.longEast, -house.bearing,
@@ -325,6 +326,87 @@ TEST_F(LocalLines, ABodyOnTheMeridianHasItsLineAlongTheMeridianSampleBySample) {
         Draw();
         EXPECT_GE(surface_.Calls("LineTo").size(), 180U);
     }
+}
+
+// Every great circle through a pole is a meridian and the one opposite.
+TEST_F(LocalLines, FromAPoleEveryLineIsDrawnAndListedAlongMeridians) {
+    for (const std::size_t type : {7, 8}) {
+        ShowTypes({type});
+        for (const float lat : {90.0F, -90.0F}) {
+            for (const float west : {0.0F, 33.3F, 180.0F, -180.0F}) {
+                chartNow.PlaceLat = lat;
+                chartNow.PlaceLongW = west;
+                Chart().RA[23] = 77;
+                Place(3, 200, 10);
+                const std::string what = "type " + std::to_string(type) + " place " +
+                                         std::to_string(lat) + " " + std::to_string(west);
+                for (const MapLine& line : ListLines(1)) {
+                    ExpectWellCut(line.runs, what);
+                    const double meridian = line.runs[0][1].longitude;
+                    for (const auto& run : line.runs) {
+                        for (const LinePosition& position : run) {
+                            const double off = std::abs(Turned(position.longitude, meridian));
+                            EXPECT_NEAR(std::min(off, 180 - off), 0, 1e-9) << what;
+                        }
+                    }
+                }
+                Draw();
+                std::pair<int, int> at;
+                for (const std::string& call : PenCalls(surface_)) {
+                    const std::pair<int, int> to = PlaceOfCall(call);
+                    if (call.starts_with("LineTo")) {
+                        EXPECT_EQ(to.first, at.first) << what << " " << call;
+                    }
+                    at = to;
+                }
+            }
+        }
+    }
+}
+
+// A place at an even latitude has a sample at the pole, others have one on either side.
+TEST_F(LocalLines, TheMidheavensLineGoesOverThePolesWithoutALeap) {
+    ShowTypes({7});
+    for (const float lat : {0.0F, 40.0F, 41.3F, -88.0F, 89.99F}) {
+        for (const float west : {0.0F, -73.2F, 180.0F, -180.0F}) {
+            for (const float dec : {-23.0F, 23.0F, 80.0F}) {
+                chartNow.PlaceLat = lat;
+                chartNow.PlaceLongW = west;
+                Place(point::kMidheaven, 77, dec);
+                const std::string what = "place " + std::to_string(lat) + " " +
+                                         std::to_string(west) + " dec " + std::to_string(dec);
+                const double east = -static_cast<double>(west);
+                Draw();
+                ExpectMeridians(PenCalls(surface_), east, std::remainder(east + 180, 360.0), what);
+                EXPECT_TRUE(mapView.edgeMarks.empty()) << what;
+                const std::vector<MapLine> lines = ListLines(1);
+                ASSERT_EQ(lines.size(), 1U);
+                EXPECT_EQ(lines[0].runs.size(), 1U) << what;
+                ExpectWellCut(lines[0].runs, what);
+            }
+        }
+    }
+}
+
+TEST_F(LocalLines, HousesDueNorthAndSouthGoOverThePolesAlike) {
+    ShowTypes({8});
+    std::mt19937 random(5302);
+    for (int round = 0; round < 200; ++round) {
+        chartNow.PlaceLat = static_cast<float>(random() % 18000) / 100 - 90;
+        chartNow.PlaceLongW = static_cast<float>(random() % 36000) / 100 - 180;
+        for (const MapLine& line : ListLines(1)) {
+            ExpectWellCut(line.runs, "round " + std::to_string(round) + LineWords(line));
+            if (line.code != 4 && line.code != 10) continue;
+            EXPECT_EQ(line.runs.size(), 1U) << round;
+        }
+    }
+}
+
+TEST_F(LocalLines, AnExtentThatAFileMayHoldEndsToo) {
+    // The setting is kept within 360; every 16-bit number comes to an end all the same.
+    const LineFrame frame = MakeLineFrame(1);
+    EXPECT_EQ(LocalSamples(frame, 30, 32767).size(), 16384U);
+    EXPECT_EQ(LocalSamples(frame, 30, 32766).size(), 16384U);
 }
 
 TEST_F(LocalLines, ALineThatPassesTheMapsSeamIsDrawnOutAndInAgain) {

@@ -91,6 +91,19 @@ TEST_F(NearLines, InTheGeodeticZodiacABodyOverheadIsNamed) {
     EXPECT_EQ(FirstNameAt(TheLabel()), "The Sun - Overhead");
 }
 
+// The horizon of a place on the equator: over the poles it isn't drawn along the map's edge.
+TEST_F(NearLines, ALineOverAPoleIsFoundOnItsMeridiansAndNotAlongTheEdgeOfTheMap) {
+    ShowTypes({9});
+    chartNow.PlaceLat = 0;
+    chartNow.PlaceLongW = 0;
+    Plot();
+    const auto x = static_cast<float>(PixelsOf(0, 90).first);
+    const auto top = static_cast<float>(mapView.rect.top + 1);
+    EXPECT_EQ(NamesNear(x, top), std::vector<std::string>{"Horizon"});
+    EXPECT_TRUE(NamesNear(x - 60, top).empty());
+    EXPECT_TRUE(NamesNear(x + 60, top).empty());
+}
+
 TEST_F(NearLines, TheLabelsOfRiseAndSetLinesAreNamedByTheirLines) {
     ShowTypes({3, 4});
     Place(3, 40, 10);
