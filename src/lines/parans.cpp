@@ -39,8 +39,9 @@ float Declination(std::int16_t slot, std::int16_t p) {
     return Chart(slot).Dec[static_cast<std::size_t>(p)];
 }
 
-double ZenithOf(float zenithRA, bool sameSign) {
-    return static_cast<double>(zenithRA) + (sameSign ? 0 : 180);
+// In 32 bits, as right ascensions are held.
+float ZenithOf(float zenithRA, bool sameSign) {
+    return sameSign ? zenithRA : zenithRA + 180;
 }
 
 // A body less than 180 degrees behind the zenith stands in the west.
@@ -106,19 +107,19 @@ bool ParanLatitude(float ra1, float dec1, float ra2, float dec2, float& lat, flo
 
 std::int16_t ParanCodeRiseRise(std::int16_t slot, std::int16_t p, std::int16_t paranPoint,
                                float zenithRA, bool sameSign) {
-    const double zenith = ZenithOf(zenithRA, sameSign);
+    const float zenith = ZenithOf(zenithRA, sameSign);
     return Relation(OnHorizon(slot, p, zenith), OnHorizon(slot, paranPoint, zenith));
 }
 
 std::int16_t ParanCodeRiseCulm(std::int16_t slot, std::int16_t p, std::int16_t paranPoint,
                                float zenithRA, bool sameSign) {
-    const double zenith = ZenithOf(zenithRA, sameSign);
+    const float zenith = ZenithOf(zenithRA, sameSign);
     return Relation(OnHorizon(slot, p, zenith), OnMeridian(slot, paranPoint, zenith));
 }
 
 std::int16_t ParanCodeCulmRise(std::int16_t slot, std::int16_t p, std::int16_t paranPoint,
                                float zenithRA, bool sameSign) {
-    const double zenith = ZenithOf(zenithRA, sameSign);
+    const float zenith = ZenithOf(zenithRA, sameSign);
     return Relation(OnMeridian(slot, p, zenith), OnHorizon(slot, paranPoint, zenith));
 }
 

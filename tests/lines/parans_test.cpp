@@ -583,6 +583,14 @@ TEST_F(Parans, RelationsHaveTheWordsOfBothPoints) {
 
 // A body less than 180 degrees behind the zenith is in the west. The rows are the table of
 // relations, at the edges of its halves.
+// A millionth of a degree west of the opposite point: 179.999999, which in 32 bits is 180.
+TEST_F(Parans, TheOppositeZenithIsTakenIn32Bits) {
+    Place(3, 0, 10);
+    Place(5, 90, 10);
+    EXPECT_EQ(ParanCodeRiseRise(1, 3, 5, -1e-6F, false), 34);
+    EXPECT_EQ(ParanCodeRiseRise(1, 3, 5, -1e-4F, false), 44);
+}
+
 TEST_F(Parans, RelationsTurnAtHalfCirclesFromTheZenith) {
     struct Row {
         float zenith;
