@@ -58,6 +58,7 @@ bool IsMeridianShown(double longitude) {
 
 bool IsPositionShown(double lat, double longitude) {
     const ViewExtent& view = mapView.extent;
+    if (!IsFlat(view.projection)) return OnNearSide(lat, longitude);
     return IsWholeWorld() ||
            PointInView(lat, longitude, view.southMin, view.northMin, view.westMin, view.eastMin);
 }

@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <string_view>
 #include <utility>
 
 #include "charts/CALCCHRT.h"
 #include "lines/chart_lines.h"
 #include "lines/line_list.h"
+#include "lines/line_pens.h"
 #include "map/plot.h"
 #include "map/projection.h"
 #include "map/view_edges.h"
@@ -55,11 +57,7 @@ void AddFlatPiece(const LinePosition& a, const LinePosition& b, std::int32_t lin
 }
 
 bool SpotOnGlobe(const LinePosition& position, Spot& spot) {
-    const ViewExtent& view = mapView.extent;
-    if (!PointInView(position.lat, position.longitude, view.southMin, view.northMin, view.westMin,
-                     view.eastMin)) {
-        return false;
-    }
+    if (!OnNearSide(position.lat, position.longitude)) return false;
     std::int16_t x = 0;
     std::int16_t y = 0;
     ProjectPoint(RoundToInt16(position.lat * 60), RoundToInt16(position.longitude * 60), y, x);
@@ -85,12 +83,21 @@ void AddGlobePiece(const LinePosition& a, const LinePosition& b, std::int32_t li
     }
 }
 
+// A star without a name is called by the letter of its label: A to Z, then a and on.
+std::string NameOfPoint(std::int16_t p) {
+    const std::string_view name = PointName(p);
+    if (!name.empty()) return std::string(name);
+    constexpr int kCapitals = 26;
+    const int star = p - point::kLastBody - 1;
+    const int letter = star < kCapitals ? 'A' + star : 'a' + star - kCapitals;
+    return std::string("Star ") + static_cast<char>(letter);
+}
+
 std::string NameOf(const MapLine& line) {
     const std::string type = LineTypeName(line.type);
     const bool isParan =
         line.type == line_type::kParanRiseRise || line.type == line_type::kParanRiseCulm;
-    const std::string who =
-        line.point != 0 && !isParan ? std::string(PointName(line.point)) : LineWords(line);
+    const std::string who = line.point != 0 && !isParan ? NameOfPoint(line.point) : LineWords(line);
     return who.empty() ? type : who + " - " + type;
 }
 
@@ -127,7 +134,7 @@ double DistanceFrom(const LinePiece& piece, double x, double y) {
 // Labels stand also where rise and set lines cross the equator; those are named by their lines.
 bool IsOverhead(const LineLabel& label) {
     const auto p = static_cast<std::int16_t>(label.code % 100);
-    return label.place == LabelPlace::Overhead && p >= 1 && p <= point::kLastBody;
+    return label.place == LabelPlace::Overhead && p >= 1 && p <= point::kLast;
 }
 
 bool IsUnder(const LineLabel& label, float x, float y) {
@@ -153,7 +160,12 @@ std::vector<std::string> NamesNear(float x, float y) {
 
     for (const LineLabel& label : chartLines.objects) {
         if (!IsUnder(label, x, y) || !IsOverhead(label)) continue;
-        AddOnce(names, std::string(PointName(label.code % 100)) + " - Overhead");
+        const auto p = static_cast<std::int16_t>(label.code % 100);
+        AddOnce(names, NameOfPoint(p) + " - Overhead");
+        // The label stands for the meridian too: a label moved inside may lie off it.
+        if (p <= point::kLastBody && IsLineTypeOn(line_type::kCulminate)) {
+            AddOnce(names, NameOfPoint(p) + " - " + LineTypeName(line_type::kCulminate));
+        }
     }
     std::vector<std::pair<double, std::int32_t>> found;
     for (const LinePiece& piece : placedLines.pieces) {

@@ -31,8 +31,9 @@ extern PlacedLines placedLines;
 /// least 4.
 double LineReach();
 
-/// Names of what lies near a position (pixels) of the map: a label where a point is overhead, then
-/// lines, the nearest first; each once. Empty without a chart and off the map.
+/// Names of what lies near a position (pixels) of the map: a label where a point is overhead, with
+/// its line of culmination if it is no star and that type is on, then lines, the nearest first;
+/// each once. Empty without a chart and off the map.
 std::vector<std::string> NamesNear(float x, float y);
 
 }  // namespace orvantis

@@ -150,6 +150,10 @@ void UnprojectPoint(const MapDocument& doc, float x, float y, float& lat, float&
 /// its very antipode, which AngularDistance takes for the centre.
 bool PointInView(double lat, double longitude, std::int16_t southMin, std::int16_t northMin,
                  std::int16_t westMin, std::int16_t eastMin);
+
+/// True on the side of a globe that is seen, by the view in use: where PointInView is true but for
+/// the antipode, through which a curve would leap to the middle of the map.
+bool OnNearSide(double lat, double longitude);
 bool LongInView(double longitude, std::int16_t westMin, std::int16_t eastMin);
 
 /// The point at (longitude, latitude) in coordinates rotated about the x axis by a tilt: ecliptic

@@ -51,16 +51,6 @@ bool GoesAround(std::int16_t x, std::int16_t lastX) {
     return around != 0 && 2 * std::abs(x - lastX) > around;
 }
 
-// True on the side of a globe that is seen: PointInView takes the very antipode of the centre for
-// the centre, and a curve through it would leap to the middle of the map.
-bool OnNearSide(double lat, double longitude) {
-    const ViewExtent& view = mapView.extent;
-    const double cosine = SinD(lat) * SinD(view.centreLat) +
-                          CosD(lat) * CosD(view.centreLat) * CosD(longitude - view.centreLong);
-    return cosine > 0 &&
-           PointInView(lat, longitude, view.southMin, view.northMin, view.westMin, view.eastMin);
-}
-
 bool SampleVisible(double lat, double longitude) {
     const ViewExtent& view = mapView.extent;
     if (!IsFlat(view.projection)) return OnNearSide(lat, longitude);
@@ -118,6 +108,14 @@ bool MayCrossView(const Position& a, const Position& b, double room) {
 }
 
 }  // namespace
+
+bool OnNearSide(double lat, double longitude) {
+    const ViewExtent& view = mapView.extent;
+    const double cosine = SinD(lat) * SinD(view.centreLat) +
+                          CosD(lat) * CosD(view.centreLat) * CosD(longitude - view.centreLong);
+    return cosine > 0 &&
+           PointInView(lat, longitude, view.southMin, view.northMin, view.westMin, view.eastMin);
+}
 
 void ForceNewLine(std::int16_t x, std::int16_t y, std::int16_t lastX, std::int16_t lastY,
                   std::int16_t labelKind, std::int16_t labelCode) {

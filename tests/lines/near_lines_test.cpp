@@ -66,6 +66,71 @@ TEST_F(NearLines, ABodyOverheadAtAGlobesLimbIsNamedWhereItsLabelStands) {
     }
 }
 
+// Within a label of the map's edge the meridian lies up to half a box off the label.
+TEST_F(NearLines, TheNameOfABodyOverheadComesWithItsCulminationWhereverTheLabelIsMoved) {
+    for (const float ra : {179.8F, -179.8F}) {
+        Place(3, ra, 20);
+        Chart().Lon[3] = ra > 0 ? 179.8F : 180.2F;
+        ShowTypes({1});
+        Plot();
+        LineLabel label = TheLabel();
+        // The part of the box that is farther from the edge.
+        const int half = mapView.glyphWidth / 2;
+        label.x = static_cast<std::int16_t>(label.x + (ra > 0 ? -half : half));
+        EXPECT_GT(std::abs(label.x - PixelsOf(20, ra).first), LineReach()) << "off the line";
+        EXPECT_EQ(NamesNear(label.x, label.y),
+                  (std::vector<std::string>{"The Sun - Overhead", "The Sun - Culminate"}))
+            << ra;
+        options.lineMode = 2;
+        Plot();
+        EXPECT_EQ(NamesNear(label.x, label.y),
+                  (std::vector<std::string>{"The Sun - Overhead", "The Sun - MC"}));
+        options.lineMode = 1;
+        ShowTypes({7});
+        Plot();
+        EXPECT_EQ(NamesNear(label.x, label.y), std::vector<std::string>{"The Sun - Overhead"})
+            << "no such line is on";
+    }
+}
+
+// Stars have no names yet: they are told by the letters of their labels.
+TEST_F(NearLines, AStarOverheadIsNamedAndItsCulminationOnlyOnItsLine) {
+    struct Row {
+        std::size_t point;
+        const char* name;
+    };
+    for (const Row& row :
+         {Row{37, "Star A"}, Row{62, "Star Z"}, Row{63, "Star a"}, Row{72, "Star j"}}) {
+        for (std::size_t p = 1; p <= 72; ++p) pointSelection[p] = kFalse;
+        Place(row.point, 179.8F, 20);
+        ShowTypes({1});
+        Plot();
+        const LineLabel label = TheLabel();
+        const auto inside = static_cast<float>(label.x - mapView.glyphWidth / 2);
+        EXPECT_EQ(NamesNear(inside, label.y),
+                  std::vector<std::string>{std::string(row.name) + " - Overhead"});
+        const auto onLine = static_cast<float>(PixelsOf(-40, 179.8).first);
+        EXPECT_EQ(NamesNear(onLine, static_cast<float>(PixelsOf(-40, 179.8).second)),
+                  std::vector<std::string>{std::string(row.name) + " - Culminate"});
+    }
+}
+
+// A body overhead at the very antipode of a globe's centre isn't at the centre.
+TEST_F(NearLines, ABodyOverheadAtTheAntipodeOfAGlobesCentreHasNoLabel) {
+    for (const std::int16_t globe : {projection::kGlobeSphere, projection::kGlobeOblate}) {
+        for (const std::size_t type : {1, 3, 4, 7}) {
+            Globe(0, 0, globe);
+            ShowTypes({type});
+            Place(3, type == 3 ? 270.0F : type == 4 ? 90.0F : 180.0F, 0);
+            Plot();
+            EXPECT_TRUE(chartLines.objects.empty()) << globe << " type " << type;
+            EXPECT_TRUE(NamesNear(static_cast<float>(PixelsOf(0, 0).first + 60),
+                                  static_cast<float>(PixelsOf(0, 0).second + 40))
+                            .empty());
+        }
+    }
+}
+
 // The meridian lines of the zodiacal mode leave ecliptic latitude out; the direction of a body and
 // the place where it is overhead don't. The Moon here is 5 degrees off the ecliptic: at longitude
 // 100 it has about 100.9 and 28.1 degrees of right ascension and declination.
