@@ -209,6 +209,7 @@ Lists the latitudes, from north to south, on which two points of chart N (the fi
 given) are angular at the same moment: both rising or setting, or one of them culminating or
 anticulminating. Up to a latitude of 60 degrees either way, or of --limit. Upper and Lower tell
 the point on the meridian above and below the pole. --json gives degrees, north positive.
+The South Node is left out; its parans are the North Node's.
 Without --points those of the point selection are taken.
 
 Example: orvantis-cli parans data/sample.cht:1 --limit 50 --points 1,3,6
