@@ -44,7 +44,7 @@ std::vector<LinePosition> SignSamples(const LineFrame& frame, const SignLine& li
 void PlotGreatCircle(char labelChar, std::int16_t type, double tilt, double node);
 
 /// Draws a part of a circle, between whole degrees of its parameter, with the surface's pen and
-/// without marks.
+/// without marks. For the map's own use: nothing calls it yet.
 void PlotGreatArc(double tilt, double node, std::int16_t from, std::int16_t to);
 
 /// Draws the boundaries of the signs, if they are on.

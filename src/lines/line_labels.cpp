@@ -74,9 +74,10 @@ int MovedInside(int at, int length, int low, int high) {
 }
 
 // Of the way from the globe's centre to a label's position, `x` and `y` pixels from it, the
-// greatest part, up to 1, at which the box lies within the globe: its outermost corner is (x t +
-// box / 2, y t
-// + box / 2) in one quarter of the ellipse, which is solved for t. 0 for a box that is too large.
+// greatest part t, up to 1, at which the box lies within the globe. In one quarter of the ellipse
+// its outermost corner is
+//     (x t + width / 2, y t + height / 2),
+// which is solved for t. 0 for a box that is too large.
 double PartWithinGlobe(double x, double y, const SurfaceSize& box) {
     // Room for the outline, and for a position in whole pixels.
     constexpr int kRim = 2;
