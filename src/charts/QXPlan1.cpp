@@ -42,7 +42,7 @@ BodyPosition CalcPlanetVSOP(std::int16_t body, double t, double offset, double /
 
     constexpr std::int32_t kGeometric = SEFLG_HELCTR | SEFLG_TRUEPOS | SEFLG_NONUT;
     SphericalPlace place;
-    if (!LibraryPlace(2451545.0 + t * 365250, kBodies[static_cast<std::size_t>(body)], kGeometric,
+    if (!LibraryPlace(kJ2000 + t * 365250, kBodies[static_cast<std::size_t>(body)], kGeometric,
                       source, place)) {
         return {};
     }

@@ -26,12 +26,6 @@ namespace {
 
 constexpr std::int32_t kNoBody = -1;
 
-constexpr std::int16_t kChiron = 13;
-constexpr std::int16_t kHygeia = 18;
-constexpr std::int16_t kAstraea = 19;
-constexpr std::int16_t kCupido = 27;
-constexpr std::int16_t kTransPluto = 35;
-
 // Body numbers of points 1 to 36. The nodes, Vulcan and the Earth have their own routines; minor
 // planets are asked for if their file is installed; chart points are no bodies. The Black Moon is
 // the mean apogee of the Moon: there is no choice for the osculating one. The hypothetical points
@@ -74,8 +68,8 @@ Flag MinorPlanetInstalled(std::string_view path, std::string_view number) {
 
 // Whether the asteroid tables stand for the library's file of a point from 13 to 19.
 bool FromTables(std::int16_t n) {
-    if (n == kHygeia) return swissState.hygeiaInstalled == 0;
-    if (n == kAstraea) return swissState.astraeaInstalled == 0;
+    if (n == point::kHygeia) return swissState.hygeiaInstalled == 0;
+    if (n == point::kAstraea) return swissState.astraeaInstalled == 0;
     return swissState.asteroidsMissing != 0;
 }
 
@@ -163,25 +157,20 @@ void CalcSunAndEarth(CalcChart& chart, std::int16_t frame, const Moment& moment)
 }
 
 // The moment as the standard route has it, from the Sun in the chart: its geometric place is found
-// back by the same nutation and aberration that are added to every point there.
-RouteMoment RouteMomentOf(const CalcChart& chart, double t, double offset, std::int16_t frame) {
-    constexpr double kAberration = 20.5 / 3600;
+// back by what is added to it there.
+RouteMoment RouteMomentOf(const CalcChart& chart, const Request& request) {
     RouteMoment moment;
-    moment.t = t;
-    moment.offset = offset;
-    moment.frame = frame;
+    moment.t = request.t;
+    moment.offset = request.offset;
+    moment.frame = request.frame;
     moment.sunGiven = chart.Lon[point::kSun] >= 0;
-    double taken = 0;
-    if (frame == 1) {
-        double ignored = 0;
-        Nutation((t * 36525 + 2415020 - 2451545) / 36525, moment.nutation, ignored);
-        taken = moment.nutation - kAberration;
-    }
+    if (moment.frame == 1) moment.nutation = NutationInLongitude(moment.t);
+    const double geometric = chart.Lon[point::kSun] - AddedToSun(moment);
     for (std::size_t i = 0; i < 2; ++i) {
-        const double days = (TimeOf(moment, i) - t) * 36525;
-        moment.sun[i] = {
-            Modulo(chart.Lon[point::kSun] - taken + chart.LonSpeed[point::kSun] * days, 360),
-            chart.Lat[point::kSun] + chart.LatSpeed[point::kSun] * days, chart.Dist[point::kSun]};
+        const double days = (TimeOf(moment, i) - moment.t) * 36525;
+        moment.sun[i] = {Modulo(geometric + chart.LonSpeed[point::kSun] * days, 360),
+                         chart.Lat[point::kSun] + chart.LatSpeed[point::kSun] * days,
+                         chart.Dist[point::kSun]};
     }
     return moment;
 }
@@ -265,7 +254,7 @@ void CalcHypothetical(CalcChart& chart, std::int16_t n, const Moment& moment, Sk
     if (!sky.asked && swissState.otherElements == 0) AskSky(moment, sky);
     if (!sky.given) return CalcBody(chart, index, body, moment);
 
-    const auto own = static_cast<std::int16_t>(n - kCupido + 1);
+    const auto own = static_cast<std::int16_t>(n - point::kCupido + 1);
     std::array<SphericalPlace, 3> seen{};
     for (std::size_t i = 0; i < 3; ++i) {
         seen[i] = ApparentHypothetical(own, sky.observers[i], sky.ecliptics[i]);
@@ -294,22 +283,22 @@ std::int16_t CalcPoint(CalcChart& chart, std::int16_t n, std::int16_t last, cons
                        const Moment& moment, Sky& sky) {
     const auto index = static_cast<std::size_t>(n);
     if (n == point::kVulcan) {
-        CalcVulcan(chart, RouteMomentOf(chart, request.t, request.offset, request.frame));
+        CalcVulcan(chart, RouteMomentOf(chart, request));
     } else if (n == point::kNorthNode) {
         CalcNorthNode(chart, request, moment);
     } else if (n == point::kSouthNode) {
         // It stands opposite this chart's North Node, not one that was left in the slot.
         if (request.first == n) CalcNorthNode(chart, request, moment);
         Opposite(chart, point::kSouthNode, point::kNorthNode);
-    } else if (n >= kChiron && n <= kAstraea && FromTables(n)) {
+    } else if (n >= point::kChiron && n <= point::kAstraea && FromTables(n)) {
         std::int16_t end = n;
-        while (end < std::min(last, kAstraea) && FromTables(static_cast<std::int16_t>(end + 1))) {
+        while (end < std::min(last, point::kAstraea) &&
+               FromTables(static_cast<std::int16_t>(end + 1))) {
             ++end;
         }
-        CalcAsteroids(chart, n, end, RouteMomentOf(chart, request.t, request.offset, request.frame),
-                      request.dataPath);
+        CalcAsteroids(chart, n, end, RouteMomentOf(chart, request), request.dataPath);
         return end;
-    } else if (n >= kCupido && n <= kTransPluto) {
+    } else if (n >= point::kCupido && n <= point::kTransPluto) {
         CalcHypothetical(chart, n, moment, sky);
     } else if (n < point::kAscendant || n > point::kPtFortune) {
         CalcBody(chart, index, kBodies[index], moment);
@@ -351,7 +340,7 @@ std::int16_t CalcPlanetsSwiss(std::int16_t slot, std::int16_t first, std::int16_
     CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
     chart.Frame = frame;
     chart.TrueNodeFlag = trueNode;
-    const Moment moment = {t * 36525 + 2415020, offset,
+    const Moment moment = {JulianDayOf(t), offset,
                            SEFLG_SWIEPH | SEFLG_SPEED | (frame == 2 ? SEFLG_HELCTR : 0)};
     const Request request = {t, offset, frame, first, dataPath, trueNode};
 

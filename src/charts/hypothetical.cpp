@@ -14,7 +14,6 @@ namespace orvantis {
 namespace {
 
 constexpr double kJ1900 = 2415020.0;
-constexpr double kJ2000 = 2451545.0;
 constexpr double kCentury = 36525;
 constexpr double kArcSecond = DegToRad / 3600;
 
@@ -262,9 +261,6 @@ bool HasOrbit(std::string_view line, const Orbit& orbit) {
     }
     return line.find(',') == std::string_view::npos;
 }
-
-// Days that light takes for an astronomical unit.
-constexpr double kLightDays = 0.0057755183;
 
 // The Sun's gravity bends the light away from it (Explanatory Supplement to the Astronomical
 // Almanac, 1992, 3.26). The formula is that of a point; behind the disc, where the mass that acts

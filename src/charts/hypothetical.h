@@ -8,6 +8,12 @@
 
 namespace orvantis {
 
+/// Julian day of the epoch J2000.0.
+inline constexpr double kJ2000 = 2451545.0;
+
+/// Days that light takes for an astronomical unit.
+inline constexpr double kLightDays = 0.0057755183;
+
 /// Rectangular, astronomical units (or a unit vector).
 using Vector = std::array<double, 3>;
 /// Rows are the axes of a frame.

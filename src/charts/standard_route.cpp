@@ -16,13 +16,6 @@ constexpr std::int16_t kGeocentric = 1;
 constexpr double kMinute = 1.901285e-8;  // in centuries
 constexpr double kMinutes = 1440;        // in a day
 
-constexpr std::int16_t kJupiter = 8;
-constexpr std::int16_t kPluto = 12;
-constexpr std::int16_t kChiron = 13;
-constexpr std::int16_t kAstraea = 19;
-constexpr std::int16_t kCupido = 27;
-constexpr std::int16_t kBlackMoon = 36;
-
 // Degrees a day, the short way around.
 double LongitudeSpeed(double first, double second) {
     return (Modulo(second - first + 180, 360) - 180) * kMinutes;
@@ -30,7 +23,7 @@ double LongitudeSpeed(double first, double second) {
 
 // Millennia from J2000.0.
 double MillenniaOf(double t) {
-    return (t * 36525 + 2415020 - 2451545) / 365250;
+    return (JulianDayOf(t) - kJ2000) / 365250;
 }
 
 void SetMotion(CalcChart& chart, std::size_t n) {
@@ -94,20 +87,14 @@ void FindSun(RouteMoment& moment, double accuracy) {
 
 // Points 2 and 3, and the nutation of the moment.
 void CalcSunAndEarth(CalcChart& chart, RouteMoment& moment, double accuracy) {
-    constexpr double kAberration = 20.5 / 3600;
     FindSun(moment, accuracy);
     ClearPoint(chart, point::kSun);
     ClearPoint(chart, point::kEarth);
-    if (moment.frame == kGeocentric) {
-        double ignored = 0;
-        Nutation(MillenniaOf(moment.t) * 10, moment.nutation, ignored);
-    }
+    if (moment.frame == kGeocentric) moment.nutation = NutationInLongitude(moment.t);
     if (!moment.sunGiven) return;
 
     const auto& [now, next] = moment.sun;
-    const bool geocentric = moment.frame == kGeocentric;
-    chart.Lon[point::kSun] =
-        geocentric ? Modulo(now.longitude + moment.nutation - kAberration, 360) : now.longitude;
+    chart.Lon[point::kSun] = Modulo(now.longitude + AddedToSun(moment), 360);
     chart.Lat[point::kSun] = now.latitude;
     chart.Dist[point::kSun] = now.distance;
     chart.LonSpeed[point::kSun] = LongitudeSpeed(now.longitude, next.longitude);
@@ -142,8 +129,9 @@ bool CalcOuterPlanets(CalcChart& chart, std::int16_t first, std::int16_t last,
                       const RouteMoment& moment, std::string_view dataPath) {
     std::array<TablePosition, 8> bodies;
     if (!ReadTables(TableSeries::OuterPlanets, dataPath, moment.t, bodies)) return false;
-    for (std::int16_t n = std::max(first, kJupiter); n <= std::min(last, kPluto); ++n) {
-        const auto body = static_cast<std::size_t>(n) - kJupiter + 1;
+    for (std::int16_t n = std::max(first, point::kJupiter); n <= std::min(last, point::kPluto);
+         ++n) {
+        const auto body = static_cast<std::size_t>(n) - point::kJupiter + 1;
         StoreBody(chart, static_cast<std::size_t>(n), moment, FromTable(bodies[body], moment));
     }
     return true;
@@ -178,13 +166,13 @@ std::array<BodyPosition, 2> BodyOfPoint(std::int16_t n, const RouteMoment& momen
                                         std::string_view dataPath) {
     // Bodies of CalcPlanetVSOP for points 5 to 11.
     static constexpr std::array<std::int16_t, 7> kPlanets = {1, 2, 4, 5, 6, 7, 8};
-    if (n == kPluto) return PlutoWithoutTables(moment, dataPath);
+    if (n == point::kPluto) return PlutoWithoutTables(moment, dataPath);
     std::array<BodyPosition, 2> positions;
     AtBothMoments([&](std::size_t i, EphemerisSource& source) {
         const SphericalPlace& sun = moment.sun[i];
-        if (n >= kCupido) {
-            positions[i] = CalcTNP(static_cast<std::int16_t>(n - kCupido + 1), TimeOf(moment, i),
-                                   moment.offset, sun.longitude, sun.distance);
+        if (n >= point::kCupido) {
+            positions[i] = CalcTNP(static_cast<std::int16_t>(n - point::kCupido + 1),
+                                   TimeOf(moment, i), moment.offset, sun.longitude, sun.distance);
         } else {
             const double tM = MillenniaOf(moment.t) + (i == 0 ? 0 : kMinute * 0.1);
             positions[i] = CalcPlanetVSOP(kPlanets[static_cast<std::size_t>(n - point::kMercury)],
@@ -217,8 +205,9 @@ void CalcBlackMoon(CalcChart& chart, const RouteMoment& moment) {
     for (std::size_t i = 0; i < 2; ++i) {
         CalcLilith(TimeOf(moment, i), moment.offset, longitude[i]);
     }
-    StoreLongitude(chart, kBlackMoon, longitude[0], longitude[1]);
-    if (chart.Lon[kBlackMoon] >= 0) chart.Lat[kBlackMoon] = 0.6666667 * chart.Lat[point::kMoon];
+    StoreLongitude(chart, point::kBlackMoon, longitude[0], longitude[1]);
+    if (chart.Lon[point::kBlackMoon] < 0) return;
+    chart.Lat[point::kBlackMoon] = 0.6666667 * chart.Lat[point::kMoon];
 }
 
 }  // namespace
@@ -233,6 +222,18 @@ void Nutation(double n, double& inLongitude, double& inObliquity) {
         (9.2 * CosD(o) + 0.57 * CosD(2 * l) + 0.1 * CosD(2 * m) - 0.09 * CosD(2 * o)) / 3600;
 }
 
+double NutationInLongitude(double t) {
+    double inLongitude = 0;
+    double inObliquity = 0;
+    Nutation(MillenniaOf(t) * 10, inLongitude, inObliquity);
+    return inLongitude;
+}
+
+double AddedToSun(const RouteMoment& moment) {
+    constexpr double kAberration = 20.5 / 3600;
+    return moment.frame == kGeocentric ? moment.nutation - kAberration : 0;
+}
+
 double TimeOf(const RouteMoment& moment, std::size_t index) {
     return index == 0 ? moment.t : moment.t + kMinute;
 }
@@ -245,7 +246,6 @@ void ClearPoint(CalcChart& chart, std::size_t n) {
 
 void StoreBody(CalcChart& chart, std::size_t n, const RouteMoment& moment,
                const std::array<BodyPosition, 2>& body) {
-    constexpr double kLightDays = 0.0057755183;  // for one astronomical unit
     ClearPoint(chart, n);
     const auto& [now, next] = body;
     const bool geocentric = moment.frame == kGeocentric;
@@ -268,10 +268,10 @@ void StoreBody(CalcChart& chart, std::size_t n, const RouteMoment& moment,
 
 void CalcAsteroids(CalcChart& chart, std::int16_t first, std::int16_t last,
                    const RouteMoment& moment, std::string_view dataPath) {
-    first = std::max(first, kChiron);
-    last = std::min(last, kAstraea);
+    first = std::max(first, point::kChiron);
+    last = std::min(last, point::kAstraea);
     if (!(moment.t >= ephemeris_table::kFirstT && moment.t <= ephemeris_table::kLastT)) {
-        if (first == kChiron) chart.Lon[kChiron] = 0;
+        if (first == point::kChiron) chart.Lon[point::kChiron] = 0;
         return;
     }
     std::array<TablePosition, 8> bodies;
@@ -279,7 +279,7 @@ void CalcAsteroids(CalcChart& chart, std::int16_t first, std::int16_t last,
     for (std::int16_t n = first; n <= last; ++n) {
         const auto index = static_cast<std::size_t>(n);
         if (given) {
-            const auto body = static_cast<std::size_t>(n) - kChiron + 1;
+            const auto body = static_cast<std::size_t>(n) - point::kChiron + 1;
             StoreBody(chart, index, moment, FromTable(bodies[body], moment));
         } else {
             ClearPoint(chart, index);
@@ -342,18 +342,18 @@ void CalcPlanetsStandard(std::int16_t slot, std::int16_t first, std::int16_t las
         std::int16_t next = static_cast<std::int16_t>(n + 1);
         if (n == point::kVulcan) {
             CalcVulcan(chart, moment);
-        } else if (n >= kJupiter && n <= kPluto && useTables != 0) {
+        } else if (n >= point::kJupiter && n <= point::kPluto && useTables != 0) {
             // Where the tables don't serve, the theories do, for the rest of this call.
             const bool served = CalcOuterPlanets(chart, n, last, moment, dataPath);
-            next = served ? kChiron : n;
+            next = served ? point::kChiron : n;
             useTables = served ? kTrue : kFalse;
-        } else if (n >= kChiron && n <= kAstraea) {
+        } else if (n >= point::kChiron && n <= point::kAstraea) {
             CalcAsteroids(chart, n, last, moment, dataPath);
             next = point::kNorthNode;
-        } else if (n >= point::kNorthNode && n < kCupido) {
+        } else if (n >= point::kNorthNode && n < point::kCupido) {
             if (n <= point::kSouthNode) CalcNodes(chart, moment, trueNode);
-            next = kCupido;
-        } else if (n == kBlackMoon) {
+            next = point::kCupido;
+        } else if (n == point::kBlackMoon) {
             CalcBlackMoon(chart, moment);
         } else {
             StoreBody(chart, index, moment, BodyOfPoint(n, moment, accuracy, dataPath));

@@ -18,6 +18,9 @@ namespace orvantis {
 /// half a second of arc.
 void Nutation(double n, double& inLongitude, double& inObliquity);
 
+/// The nutation in longitude, degrees, of a time in Julian centuries from JD 2415020.0.
+double NutationInLongitude(double t);
+
 /// What the points of one call share. Element 0 of the pairs is the moment, 1 one minute later.
 struct RouteMoment {
     double t = 0;       ///< centuries from JD 2415020.0, ephemeris time
@@ -27,6 +30,10 @@ struct RouteMoment {
     std::array<SphericalPlace, 2> sun{};  ///< geometric, with the offset
     bool sunGiven = false;                ///< without it only frame 2 has bodies
 };
+
+/// What the Sun's apparent longitude has beside its geometric one, degrees: nutation and the
+/// aberration of a circular orbit; 0 in frame 2.
+double AddedToSun(const RouteMoment& moment);
 
 /// T of the two moments.
 double TimeOf(const RouteMoment& moment, std::size_t index);
