@@ -28,7 +28,7 @@ BodyPosition SeenFromEarth(const SphericalPlace& heliocentric, double sunLongitu
         SphericalFrom({body[0] + sun[0], body[1] + sun[1], body[2] + sun[2]});
     return {{0, seen.longitude, heliocentric.longitude},
             {0, seen.latitude, heliocentric.latitude},
-            seen.distance,
+            {0, seen.distance, heliocentric.distance},
             true};
 }
 
@@ -50,7 +50,7 @@ BodyPosition CalcPlanetVSOP(std::int16_t body, double t, double offset, double /
     if (body == kEarthBody) {
         return {{0, place.longitude, place.longitude},
                 {0, place.latitude, place.latitude},
-                place.distance,
+                {0, place.distance, place.distance},
                 true};
     }
     return SeenFromEarth(place, sunLongitude, sunLatitude, sunDistance);

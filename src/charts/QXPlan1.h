@@ -15,8 +15,7 @@ enum class EphemerisSource : std::uint8_t { Files, Theory };
 struct BodyPosition {
     std::array<double, 3> longitude{};  ///< degrees, 0 to 360, with `offset` added
     std::array<double, 3> latitude{};   ///< degrees
-    double distance = 0;                ///< astronomical units from the Earth; of the Earth itself,
-                                        ///< from the Sun
+    std::array<double, 3> distance{};   ///< astronomical units
     bool given = false;                 ///< false: the source has no position for this moment
 };
 

@@ -75,7 +75,7 @@ void FindSun(RouteMoment& moment, double accuracy) {
             const double tM = MillenniaOf(moment.t) + (i == 0 ? 0 : kMinute * 0.1);
             const BodyPosition earth =
                 CalcPlanetVSOP(3, tM, moment.offset, accuracy, 0, 0, 0, &source);
-            sun = {Modulo(earth.longitude[2] + 180, 360), -earth.latitude[2], earth.distance};
+            sun = {Modulo(earth.longitude[2] + 180, 360), -earth.latitude[2], earth.distance[2]};
             given[i] = earth.given;
         } else {
             CalcSun(TimeOf(moment, i), moment.offset, sun.longitude, sun.distance, &source);
@@ -253,7 +253,7 @@ void StoreBody(CalcChart& chart, std::size_t n, const RouteMoment& moment,
 
     const std::size_t seenFrom = geocentric ? 1 : 2;
     chart.Lat[n] = now.latitude[seenFrom];
-    chart.Dist[n] = now.distance;
+    chart.Dist[n] = now.distance[seenFrom];
     chart.LonSpeed[n] = LongitudeSpeed(now.longitude[seenFrom], next.longitude[seenFrom]);
     chart.LatSpeed[n] = (next.latitude[seenFrom] - now.latitude[seenFrom]) * kMinutes;
     SetMotion(chart, n);
@@ -261,7 +261,7 @@ void StoreBody(CalcChart& chart, std::size_t n, const RouteMoment& moment,
     const double longitude = now.longitude[seenFrom];
     chart.Lon[n] =
         geocentric
-            ? Modulo(moment.nutation - chart.LonSpeed[n] * now.distance * kLightDays + longitude,
+            ? Modulo(moment.nutation - chart.LonSpeed[n] * chart.Dist[n] * kLightDays + longitude,
                      360)
             : longitude;
 }

@@ -245,7 +245,7 @@ TEST_F(RoutesOracle, BothRoutesAgreeHeliocentrically) {
     std::string letters = "-p";
     for (const Row& row : kRows) letters += row.letter;
     const auto table = [&](const std::string& extra) {
-        return Swetest({"-bj2385000.25", "-n12", "-s7001", "-fplbs", "-hel", letters, extra});
+        return Swetest({"-bj2385000.25", "-n12", "-s7001", "-fplbsR", "-hel", letters, extra});
     };
     const Table apparent = table("-xz16");
     const Table geometric = table("-true");
@@ -273,6 +273,10 @@ TEST_F(RoutesOracle, BothRoutesAgreeHeliocentrically) {
         EXPECT_LE(Apart(calcChart[2].Lon[n], geometric[i][1] - nutation) * 3600, row.standard)
             << n << " at " << jd;
         EXPECT_NEAR(calcChart[2].Lat[n] * 3600, geometric[i][2] * 3600, row.standard) << n;
+        // Distances are those from the Sun; the tables' are right to 3e-5.
+        EXPECT_NEAR(calcChart[1].Dist[n], apparent[i][4], hypothetical ? 5e-8 : 1e-9) << n;
+        const double distance = n >= 13 && n <= 17 ? 3e-5 : hypothetical ? 2e-7 : 2e-9;
+        EXPECT_NEAR(calcChart[2].Dist[n], geometric[i][4], distance) << n << " at " << jd;
     }
     swissState.enabled = kTrue;
 }
