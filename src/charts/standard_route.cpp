@@ -298,16 +298,14 @@ void CalcVulcan(CalcChart& chart, const RouteMoment& moment) {
 
 void VulcanByMercury(CalcChart& chart, std::int16_t frame) {
     constexpr double kMost = 3;
+    const double mercury = chart.Lon[point::kMercury];
+    const double sun = chart.Lon[point::kSun];
+    if (mercury < 0 || (frame != 2 && sun < 0)) return ClearPoint(chart, point::kVulcan);
+
     chart.LonSpeed[point::kVulcan] = chart.LonSpeed[point::kSun];
     chart.LatSpeed[point::kVulcan] = chart.LatSpeed[point::kSun];
     chart.Retro[point::kVulcan] = chart.Retro[point::kSun];
 
-    const double mercury = chart.Lon[point::kMercury];
-    const double sun = chart.Lon[point::kSun];
-    if (mercury < 0 || sun < 0) {
-        chart.Lon[point::kVulcan] = -1;
-        return;
-    }
     if (frame == 2) {
         chart.Lon[point::kVulcan] = mercury;
         chart.Lat[point::kVulcan] = chart.Lat[point::kMercury];

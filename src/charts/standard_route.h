@@ -57,6 +57,7 @@ void CalcVulcan(CalcChart& chart, const RouteMoment& moment);
 
 /// Vulcan as D. Baker has it: with Mercury within three degrees of the Sun it stands with the Sun,
 /// otherwise three degrees from Mercury on the Sun's side. Heliocentrically it stands with Mercury.
+/// Without Mercury, or geocentrically without the Sun, it isn't calculated.
 void VulcanByMercury(CalcChart& chart, std::int16_t frame);
 
 /// CalcPlanets by this route; arguments as there, `first` and `last` being numbers of points.

@@ -658,6 +658,28 @@ TEST_F(VulcanRule, HeliocentricallyItIsMercury) {
 TEST_F(VulcanRule, WithoutSunOrMercuryItIsNotCalculated) {
     EXPECT_EQ(Place(-1, 100).Lon[4], -1);
     EXPECT_EQ(Place(100, -1).Lon[4], -1);
+    EXPECT_EQ(Place(100, -1, 2).Lon[4], -1);
+}
+
+TEST_F(VulcanRule, HeliocentricallyItNeedsNoSun) {
+    const CalcChart& chart = Place(-1, 200, 2);
+    EXPECT_EQ(chart.Lon[4], 200);
+    EXPECT_EQ(chart.Lat[4], 2);
+}
+
+TEST_F(VulcanRule, WhereItIsNotCalculatedNothingOfAChartBeforeStays) {
+    for (const std::int16_t frame : {std::int16_t{1}, std::int16_t{2}}) {
+        CalcChart& chart = calcChart[1];
+        chart.Lat[4] = chart.Dist[4] = chart.LonSpeed[4] = chart.LatSpeed[4] = 5;
+        chart.Retro[4] = kTrue;
+        Place(100, -1, frame);
+        EXPECT_EQ(chart.Lon[4], -1);
+        EXPECT_EQ(chart.Lat[4], 0);
+        EXPECT_EQ(chart.Dist[4], 0);
+        EXPECT_EQ(chart.LonSpeed[4], 0);
+        EXPECT_EQ(chart.LatSpeed[4], 0);
+        EXPECT_EQ(chart.Retro[4], kFalse);
+    }
 }
 
 TEST_F(StandardRoute, BothRulesOfVulcanServe) {
