@@ -158,13 +158,14 @@ void CalcSunAndEarth(CalcChart& chart, std::int16_t frame, const Moment& moment)
 
 // The moment as the standard route has it, from the Sun in the chart: its geometric place is found
 // back by what is added to it there.
-RouteMoment RouteMomentOf(const CalcChart& chart, const Request& request) {
+RouteMoment RouteMomentOf(const CalcChart& chart, const Request& request, bool apparent) {
     RouteMoment moment;
     moment.t = request.t;
     moment.offset = request.offset;
     moment.frame = request.frame;
+    moment.apparent = apparent;
     moment.sunGiven = chart.Lon[point::kSun] >= 0;
-    if (moment.frame == 1) moment.nutation = NutationInLongitude(moment.t);
+    if (apparent) moment.nutation = NutationInLongitude(moment.t);
     const double geometric = chart.Lon[point::kSun] - AddedToSun(moment);
     for (std::size_t i = 0; i < 2; ++i) {
         const double days = (TimeOf(moment, i) - moment.t) * 36525;
@@ -283,7 +284,7 @@ std::int16_t CalcPoint(CalcChart& chart, std::int16_t n, std::int16_t last, cons
                        const Moment& moment, Sky& sky) {
     const auto index = static_cast<std::size_t>(n);
     if (n == point::kVulcan) {
-        CalcVulcan(chart, RouteMomentOf(chart, request));
+        CalcVulcan(chart, RouteMomentOf(chart, request, request.frame == 1));
     } else if (n == point::kNorthNode) {
         CalcNorthNode(chart, request, moment);
     } else if (n == point::kSouthNode) {
@@ -296,7 +297,9 @@ std::int16_t CalcPoint(CalcChart& chart, std::int16_t n, std::int16_t last, cons
                FromTables(static_cast<std::int16_t>(end + 1))) {
             ++end;
         }
-        CalcAsteroids(chart, n, end, RouteMomentOf(chart, request), request.dataPath);
+        // The library's places have nutation and light time in both frames, and so have these that
+        // stand beside them.
+        CalcAsteroids(chart, n, end, RouteMomentOf(chart, request, true), request.dataPath);
         return end;
     } else if (n >= point::kCupido && n <= point::kTransPluto) {
         CalcHypothetical(chart, n, moment, sky);

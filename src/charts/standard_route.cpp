@@ -90,7 +90,7 @@ void CalcSunAndEarth(CalcChart& chart, RouteMoment& moment, double accuracy) {
     FindSun(moment, accuracy);
     ClearPoint(chart, point::kSun);
     ClearPoint(chart, point::kEarth);
-    if (moment.frame == kGeocentric) moment.nutation = NutationInLongitude(moment.t);
+    if (moment.apparent) moment.nutation = NutationInLongitude(moment.t);
     if (!moment.sunGiven) return;
 
     const auto& [now, next] = moment.sun;
@@ -257,13 +257,11 @@ void StoreBody(CalcChart& chart, std::size_t n, const RouteMoment& moment,
     chart.LonSpeed[n] = LongitudeSpeed(now.longitude[seenFrom], next.longitude[seenFrom]);
     chart.LatSpeed[n] = (next.latitude[seenFrom] - now.latitude[seenFrom]) * kMinutes;
     SetMotion(chart, n);
+    chart.Lon[n] = now.longitude[seenFrom];
+    if (!moment.apparent) return;
     // The light shows the body where it was, and the Earth's own motion is in the speed.
-    const double longitude = now.longitude[seenFrom];
-    chart.Lon[n] =
-        geocentric
-            ? Modulo(moment.nutation - chart.LonSpeed[n] * chart.Dist[n] * kLightDays + longitude,
-                     360)
-            : longitude;
+    const double way = chart.LonSpeed[n] * chart.Dist[n] * kLightDays;
+    chart.Lon[n] = Modulo(moment.nutation - way + chart.Lon[n], 360);
 }
 
 void CalcAsteroids(CalcChart& chart, std::int16_t first, std::int16_t last,
@@ -329,6 +327,7 @@ void CalcPlanetsStandard(std::int16_t slot, std::int16_t first, std::int16_t las
     moment.t = t;
     moment.offset = offset;
     moment.frame = frame;
+    moment.apparent = frame == kGeocentric;
 
     if (first <= point::kMoon) CalcMoon(chart, moment);
     CalcSunAndEarth(chart, moment, accuracy);

@@ -26,7 +26,8 @@ struct RouteMoment {
     double t = 0;       ///< centuries from JD 2415020.0, ephemeris time
     double offset = 0;  ///< degrees added to longitudes
     std::int16_t frame = 1;
-    double nutation = 0;                  ///< in longitude, degrees; 0 in frame 2
+    bool apparent = true;                 ///< longitudes get nutation and light time
+    double nutation = 0;                  ///< in longitude, degrees; 0 unless apparent
     std::array<SphericalPlace, 2> sun{};  ///< geometric, with the offset
     bool sunGiven = false;                ///< without it only frame 2 has bodies
 };
@@ -38,8 +39,8 @@ double AddedToSun(const RouteMoment& moment);
 /// T of the two moments.
 double TimeOf(const RouteMoment& moment, std::size_t index);
 
-/// Stores a body of two moments into a point: place, speeds, motion; light time and nutation if
-/// geocentric. Lon -1 if it isn't given.
+/// Stores a body of two moments into a point: place, speeds, motion; light time (from the Earth or
+/// the Sun) and nutation if apparent. Lon -1 if it isn't given.
 void StoreBody(CalcChart& chart, std::size_t n, const RouteMoment& moment,
                const std::array<BodyPosition, 2>& body);
 

@@ -8,6 +8,7 @@
 #include "charts/CALCCHRT.h"
 #include "charts/QXASTRO.h"
 #include "charts/SwissEph.h"
+#include "charts/ephemeris_tables.h"
 #include "charts/standard_route.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
@@ -318,6 +319,41 @@ TEST_F(Ephemeris, WithoutTheAsteroidsFileAloneTheTablesServeAllOfThem) {
     EXPECT_EQ(calcChart[1].Lon[14], 123) << "what it held";
     EXPECT_TRUE(TestShell().boxes.empty());
     EXPECT_NE(swissState.enabled, kFalse);
+}
+
+// The library's heliocentric places by its file, and the tables' of the same points beside it: 9
+// seconds of arc is the largest error of the tables' own (Pallas), and nutation and light time are
+// up to 17 and 13 seconds.
+TEST_F(Ephemeris, HeliocentricallyPointsFromTheTablesHaveNutationAndLightTimeLikeTheirNeighbours) {
+    const double tolerances[] = {2, 4, 11, 8, 3};
+    for (double jd = 2385000.25; jd < 2469000; jd += 7001) {
+        CalcPlanets(1, 0, 0, JulianCenturies(jd), -24, 0, 2, kTrue, kTables, kTrue, kTrue);
+        swissState.asteroidsMissing = kTrue;
+        CalcPlanets(2, 0, 0, JulianCenturies(jd), -24, 0, 2, kTrue, kTables, kTrue, kTrue);
+        swissState.asteroidsMissing = kFalse;
+        for (std::size_t n = 13; n <= 17; ++n) {
+            EXPECT_LE(Apart(calcChart[2].Lon[n], calcChart[1].Lon[n]) * 3600, tolerances[n - 13])
+                << n << " at " << jd;
+            EXPECT_NEAR(calcChart[2].Lat[n], calcChart[1].Lat[n], 10.0 / 3600) << n;
+            EXPECT_NEAR(calcChart[2].Dist[n], calcChart[1].Dist[n], 1e-4) << n;
+            EXPECT_NEAR(calcChart[2].LonSpeed[n], calcChart[1].LonSpeed[n], 5e-3) << n;
+        }
+        // Hygeia and Astraea have no file: the table's own place, with the two steps by hand.
+        std::array<TablePosition, 8> bodies;
+        ASSERT_TRUE(ReadTables(TableSeries::Asteroids, kTables, JulianCenturies(jd), bodies));
+        double nutation = 0;
+        double ignored = 0;
+        Nutation((jd - kJ2000) / 36525, nutation, ignored);
+        for (const std::size_t n : {18U, 19U}) {
+            const TablePosition& body = bodies[n - 12];
+            const double light = body.longitudeSpeed * body.distance * 0.0057755183;
+            EXPECT_LE(Apart(calcChart[1].Lon[n], body.longitude + nutation - light - 24), 1e-6)
+                << n << " at " << jd;
+            EXPECT_NEAR(calcChart[1].Lat[n], body.latitude, 1e-12) << n;
+            EXPECT_NEAR(calcChart[1].Dist[n], body.distance, 1e-12) << n;
+        }
+    }
+    EXPECT_TRUE(TestShell().boxes.empty());
 }
 
 TEST_F(Ephemeris, ARangeThatBeginsAtTheSouthNodeHasItOppositeThisMomentsNorthNode) {
