@@ -80,9 +80,10 @@ void FinishPoints(CalcChart& chart) {
     }
 }
 
-// Angles, equatorial values and houses from the values of the moment.
-void CalcFromAngles(std::int16_t slot, double latitude) {
+// Angles, equatorial values and houses from the values of the moment and the place.
+void CalcFromAngles(std::int16_t slot) {
     const ChartNow& now = chartNow;
+    const double latitude = now.PlaceLat == 0 ? now.EquatorLat : now.PlaceLat;
     CalcAngles(slot, now.RAMCNow, now.ObliquityNow, latitude, now.ZodiacOffsetNow, kFalse);
     CalcEquatorial(slot, now.ObliquityNow, now.ZodiacOffsetNow);
     CalcHouses(slot, now.RAMCNow, now.ObliquityNow, latitude, now.ZodiacOffsetNow,
@@ -125,13 +126,13 @@ void CalcSphereOfSlot(const CalcChart& chart) {
 }
 
 // Positions, angles and houses of a slot whose moment stands, as do its frame and house system.
-void CalcPositions(std::int16_t slot, double latitude) {
+void CalcPositions(std::int16_t slot) {
     CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
     // What a table doesn't reach keeps what it held: that must not be a place of the chart before.
     for (std::size_t n = 1; n <= point::kLastBody; ++n) ClearPoint(chart, n);
     CalcPlanets(slot, 0, 0, JulianCenturies(chart.JulianDayET), chartNow.ZodiacOffsetNow, 0,
                 chart.Frame, kTrue, session.SystemDataPath, options.trueNode, options.vulcWeston);
-    CalcFromAngles(slot, latitude);
+    CalcFromAngles(slot);
     FinishPoints(chart);
 }
 
@@ -206,13 +207,14 @@ Flag BeginCalcChart(const Format1Record& fileChart, std::int16_t slot) {
                                       fileChart.latSeconds, fileChart.latNorth != 0);
     chartNow.PlaceLongW = SignedDegrees(fileChart.longDegrees, fileChart.longMinutes,
                                         fileChart.longSeconds, fileChart.longWest != 0);
+    chartNow.EquatorLat = 0;
     CalcMoment(slot, hours, jd);
     return ReportFailure();
 }
 
 Flag FileChartToCalcChart(const Format1Record& fileChart, std::int16_t slot, Flag /*forReport*/) {
     if (BeginCalcChart(fileChart, slot) != 0) return kTrue;
-    CalcPositions(slot, chartNow.PlaceLat);
+    CalcPositions(slot);
     return ReportFailure();
 }
 
@@ -234,9 +236,9 @@ Flag CalcChartFromEntry(std::int16_t slot, std::int16_t day, std::int16_t month,
     chart.TrueNodeFlag = options.trueNode;
     chartNow.PlaceLat = latitude;
     chartNow.PlaceLongW = longitude;
+    chartNow.EquatorLat = 0.000001;
     CalcMoment(slot, hours, jd);
-    // A hair off the equator, so that the Vertex has no special case.
-    CalcPositions(slot, latitude == 0 ? 0.000001 : latitude);
+    CalcPositions(slot);
     return PendingRunTimeError() != 0 ? kTrue : kFalse;
 }
 
@@ -291,8 +293,8 @@ void CalcEquatorial(std::int16_t slot, double obliquity, double offset) {
 
 void CalcAnglesForPlace(std::int16_t slot) {
     CalcSphereOfSlot(calcChart[static_cast<std::size_t>(slot)]);
-    // A hair off the equator, so that the Vertex has no special case.
-    CalcFromAngles(slot, chartNow.PlaceLat == 0 ? 0.00001 : chartNow.PlaceLat);
+    chartNow.EquatorLat = 0.00001;
+    CalcFromAngles(slot);
 }
 
 bool IsOfMoment(const CalcChart& chart) {
@@ -312,7 +314,7 @@ Flag RecalculateChart(std::int16_t slot) {
     const ChartNow keptNow = chartNow;
     chart.TrueNodeFlag = options.trueNode;
     CalcSphereOfSlot(chart);
-    CalcPositions(slot, chartNow.PlaceLat);
+    CalcPositions(slot);
     if (ReportFailure() == 0) return kFalse;
     chart = keptChart;
     chartNow = keptNow;

@@ -109,6 +109,7 @@ struct ChartNow {
     double ZodiacOffsetNow = 0;  ///< degrees, added to tropical longitudes
     double JulianDayUT = 0;      ///< Julian day, Universal Time
     double DeltaT = 0;           ///< hours
+    double EquatorLat = 0;       ///< degrees; the latitude that stands for a PlaceLat of exactly 0
 };
 
 extern ChartNow chartNow;
@@ -147,7 +148,8 @@ void CalcHouses(std::int16_t slot, double ramc, double obliquity, double latitud
                 std::int16_t houseSystem);
 
 /// Angles, equatorial values and houses again for PlaceLat and PlaceLongW, from the slot's moment,
-/// zodiac and house system. The values of ChartNow are then those of this place.
+/// zodiac and house system. The values of ChartNow are then those of this place. A place on the
+/// equator is calculated 0.00001 degrees north of it, so that the Vertex has no special case.
 void CalcAnglesForPlace(std::int16_t slot);
 
 /// True for a chart of one moment at a place: natal and event charts and their equivalents, such as
@@ -155,9 +157,9 @@ void CalcAnglesForPlace(std::int16_t slot);
 bool IsOfMoment(const CalcChart& chart);
 
 /// Calculates a slot again from the moment, frame, zodiac and house system that stand in it and the
-/// place of ChartNow, by the rules for the node and Vulcan that are in force now. For charts of a
-/// moment. Failures are told as by FileChartToCalcChart; the slot and ChartNow then stay as they
-/// were. Returns nonzero on failure.
+/// place of ChartNow (on the equator as near to it as before), by the rules for the node and Vulcan
+/// that are in force now. For charts of a moment. Failures are told as by FileChartToCalcChart; the
+/// slot and ChartNow then stay as they were. Returns nonzero on failure.
 Flag RecalculateChart(std::int16_t slot);
 
 /// Angles and houses of the slot from the geodetic zodiac: the Midheaven is the place's own
@@ -167,8 +169,9 @@ void CalcGeodeticAngles(std::int16_t slot);
 
 /// Calculates a slot whose chart was typed in, or is the clock's: a civil date and time, the zone
 /// in hours (west positive), the place in degrees (latitude north positive, longitude WEST
-/// positive). Texts, zodiac, frame and house system are those that stand in the slot. Nonzero with
-/// a run-time error left behind if the moment or the slot doesn't fit; the slot is then as it was.
+/// positive). Texts, zodiac, frame and house system are those that stand in the slot. A place on
+/// the equator is calculated 0.000001 degrees north of it. Nonzero with a run-time error left
+/// behind if the moment or the slot doesn't fit; the slot is then as it was.
 Flag CalcChartFromEntry(std::int16_t slot, std::int16_t day, std::int16_t month, std::int16_t year,
                         std::int16_t hour, std::int16_t minute, std::int16_t second, double zone,
                         double latitude, double longitude);

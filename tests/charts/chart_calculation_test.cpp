@@ -443,6 +443,29 @@ TEST_F(ChartCalculation, ARecordOnTheEquatorHasTheVertexAtNinetyPlusOffset) {
               1e-12);
 }
 
+TEST_F(ChartCalculation, CalculatedAgainAChartOnTheEquatorKeepsTheHairThatItWasCalculatedWith) {
+    Format1Record record = SampleRecord();
+    record.latDegrees = record.latMinutes = record.latSeconds = 0;
+    for (const int made : {0, 1, 2}) {
+        FileChartToCalcChart(record, 1, kFalse);
+        if (made == 1) CalcChartFromEntry(1, 31, 12, 1992, 23, 59, 7, -9.5, 0, 20);
+        if (made == 2) CalcAnglesForPlace(1);
+        const CalcChart before = calcChart[1];
+        EXPECT_EQ(RecalculateChart(1), kFalse);
+        // The time scales go through the ephemeris time and back, to 1e-9 of a day.
+        EXPECT_LE(Apart(calcChart[1].Lon[24], before.Lon[24]), 1e-7) << made;
+        const bool atNinety = std::abs(std::remainder(calcChart[1].Lon[24] - 90, 180)) < 1e-12;
+        EXPECT_EQ(atNinety, made == 0);
+        EXPECT_EQ(chartNow.PlaceLat, 0);
+    }
+    // Away from the equator there is no hair.
+    chartNow.PlaceLat = 40;
+    EXPECT_EQ(RecalculateChart(1), kFalse);
+    const double vertex = calcChart[1].Lon[24];
+    CalcAngles(1, chartNow.RAMCNow, chartNow.ObliquityNow, 40, 0, kFalse);
+    EXPECT_EQ(vertex, calcChart[1].Lon[24]);
+}
+
 TEST_F(ChartCalculation, AnEntryThatDoesNotFitLeavesItsSlotAndARunTimeError) {
     calcChart[1].Lon[3] = 5;
     for (const double zone : {1e30, -1e30, std::numeric_limits<double>::quiet_NaN()}) {

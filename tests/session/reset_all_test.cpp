@@ -84,7 +84,7 @@ ORVANTIS_FIELDS(CalcChart, a1, a2, a3, a4, a5, a6, a7, a8, a9, a10, a11, a12, a1
                 a17, a18, a19, a20, a21, a22, a23, a24, a25, a26, a27, a28, a29, a30, a31, a32, a33,
                 a34, a35, a36, a37, a38)
 ORVANTIS_FIELDS(ChartNotes, a, b)
-ORVANTIS_FIELDS(ChartNow, a, b, c, d, e, f, g)
+ORVANTIS_FIELDS(ChartNow, a, b, c, d, e, f, g, h)
 ORVANTIS_FIELDS(SwissState, a, b, c, d, e, f, g)
 ORVANTIS_FIELDS(LineLabel, a, b, c, d, e)
 ORVANTIS_FIELDS(ChartLinesState, a, b, c, d)
