@@ -225,6 +225,8 @@ Flag CalcChartFromEntry(std::int16_t slot, std::int16_t day, std::int16_t month,
         RaiseRunTimeError(error::kSubscript);
         return kTrue;
     }
+    RunTimeError stale;
+    TakeRunTimeError(stale);  // what stood before belongs to others
     const double hours = hour + minute / 60.0 + second / 3600.0 + zone;
     double jd = 0;
     GetJDxhUT(day, month, year, hours, jd);
@@ -232,6 +234,8 @@ Flag CalcChartFromEntry(std::int16_t slot, std::int16_t day, std::int16_t month,
     if (PendingRunTimeError() != 0) return kTrue;
 
     CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
+    const CalcChart keptChart = chart;
+    const ChartNow keptNow = chartNow;
     chart.ZoneHours = static_cast<float>(zone);
     chart.TrueNodeFlag = options.trueNode;
     chartNow.PlaceLat = latitude;
@@ -239,7 +243,10 @@ Flag CalcChartFromEntry(std::int16_t slot, std::int16_t day, std::int16_t month,
     chartNow.EquatorLat = 0.000001;
     CalcMoment(slot, hours, jd);
     CalcPositions(slot);
-    return PendingRunTimeError() != 0 ? kTrue : kFalse;
+    if (PendingRunTimeError() == 0) return kFalse;
+    chart = keptChart;
+    chartNow = keptNow;
+    return kTrue;
 }
 
 double Ayanamsa(std::int16_t zodiacNumber, double t) {

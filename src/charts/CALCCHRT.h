@@ -171,7 +171,8 @@ void CalcGeodeticAngles(std::int16_t slot);
 /// in hours (west positive), the place in degrees (latitude north positive, longitude WEST
 /// positive). Texts, zodiac, frame and house system are those that stand in the slot. A place on
 /// the equator is calculated 0.000001 degrees north of it. Nonzero with a run-time error left
-/// behind if the moment or the slot doesn't fit; the slot is then as it was.
+/// behind if the moment, the slot or a position doesn't fit; the slot and ChartNow are then as they
+/// were. An error that stood before is taken away.
 Flag CalcChartFromEntry(std::int16_t slot, std::int16_t day, std::int16_t month, std::int16_t year,
                         std::int16_t hour, std::int16_t minute, std::int16_t second, double zone,
                         double latitude, double longitude);

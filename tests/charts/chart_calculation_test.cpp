@@ -5,6 +5,7 @@
 
 #include "charts/CALCCHRT.h"
 #include "charts/QXASTRO.h"
+#include "charts/QXPlan2.h"
 #include "charts/SwissEph.h"
 #include "session/session_state.h"
 #include "session/settings.h"
@@ -480,6 +481,186 @@ TEST_F(ChartCalculation, AnEntryThatDoesNotFitLeavesItsSlotAndARunTimeError) {
     ASSERT_TRUE(TakeRunTimeError(failure));
     EXPECT_EQ(failure.number, error::kSubscript);
     EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(ChartCalculation, AnEntryIsCalculatedBesideAnErrorThatStoodBefore) {
+    RaiseRunTimeError(error::kDiskFull);
+    EXPECT_EQ(CalcChartFromEntry(1, 31, 12, 1992, 23, 59, 7, -9.5, 10, 20), kFalse);
+    EXPECT_GT(calcChart[1].Lon[3], 0);
+    EXPECT_EQ(chartNow.PlaceLat, 10);
+    EXPECT_EQ(PendingRunTimeError(), 0);
+    // One of its own isn't hidden behind it.
+    RaiseRunTimeError(error::kDiskFull);
+    EXPECT_NE(CalcChartFromEntry(1, 1, 1, 2000, 0, 0, 0, 1e30, 0, 0), kFalse);
+    RunTimeError failure;
+    ASSERT_TRUE(TakeRunTimeError(failure));
+    EXPECT_EQ(failure.number, error::kOverflow);
+}
+
+// What stands in a slot and beside it, for a comparison of all that a calculation writes.
+void ExpectSameChart(const CalcChart& chart, const CalcChart& expected, const ChartNow& now) {
+    EXPECT_EQ(chart.Lon, expected.Lon);
+    EXPECT_EQ(chart.Lat, expected.Lat);
+    EXPECT_EQ(chart.Dist, expected.Dist);
+    EXPECT_EQ(chart.LonSpeed, expected.LonSpeed);
+    EXPECT_EQ(chart.LatSpeed, expected.LatSpeed);
+    EXPECT_EQ(chart.RA, expected.RA);
+    EXPECT_EQ(chart.Dec, expected.Dec);
+    EXPECT_EQ(chart.Cusp, expected.Cusp);
+    EXPECT_EQ(chart.Retro, expected.Retro);
+    EXPECT_EQ(chart.SortLon, expected.SortLon);
+    EXPECT_EQ(chart.TimeUT, expected.TimeUT);
+    EXPECT_EQ(chart.JulianDayET, expected.JulianDayET);
+    EXPECT_EQ(chart.ZoneHours, expected.ZoneHours);
+    EXPECT_EQ(chart.TrueNodeFlag, expected.TrueNodeFlag);
+    EXPECT_EQ(chart.Frame, expected.Frame);
+    EXPECT_EQ(chart.Zodiac, expected.Zodiac);
+    EXPECT_EQ(chart.HouseSystem, expected.HouseSystem);
+    EXPECT_EQ(chart.Cusp1AtAscendant, expected.Cusp1AtAscendant);
+    EXPECT_EQ(chart.Cusp10AtMidheaven, expected.Cusp10AtMidheaven);
+    EXPECT_EQ(chart.Name, expected.Name);
+    EXPECT_EQ(chartNow.PlaceLat, now.PlaceLat);
+    EXPECT_EQ(chartNow.PlaceLongW, now.PlaceLongW);
+    EXPECT_EQ(chartNow.ObliquityNow, now.ObliquityNow);
+    EXPECT_EQ(chartNow.RAMCNow, now.RAMCNow);
+    EXPECT_EQ(chartNow.ZodiacOffsetNow, now.ZodiacOffsetNow);
+    EXPECT_EQ(chartNow.JulianDayUT, now.JulianDayUT);
+    EXPECT_EQ(chartNow.DeltaT, now.DeltaT);
+    EXPECT_EQ(chartNow.EquatorLat, now.EquatorLat);
+}
+
+TEST_F(ChartCalculation, AnEntryWhosePositionsDoNotFitLeavesItsSlotAndARunTimeError) {
+    CalcChartFromEntry(1, 31, 12, 1992, 23, 59, 7, -9.5, 0, 20);
+    options.userSVP = std::numeric_limits<double>::infinity();
+    calcChart[1].Zodiac = 10;
+    const CalcChart before = calcChart[1];
+    const ChartNow now = chartNow;
+    for (const Flag enabled : {kTrue, kFalse}) {
+        swissState.enabled = enabled;
+        options.trueNode = kFalse;
+        EXPECT_NE(CalcChartFromEntry(1, 1, 1, 2000, 0, 0, 0, 2, 40, 50), kFalse);
+        RunTimeError failure;
+        ASSERT_TRUE(TakeRunTimeError(failure));
+        EXPECT_EQ(failure.number, error::kOverflow);
+        ExpectSameChart(calcChart[1], before, now);
+    }
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(ChartCalculation, CalculatedAgainAChartHasTheSamePlaces) {
+    Format1Record record = SampleRecord();
+    record.ayanamsaCode = 3;
+    record.houseCode = 7;
+    FileChartToCalcChart(record, 1, kFalse);
+    const CalcChart before = calcChart[1];
+    const ChartNow now = chartNow;
+    // Whatever stands in the slot beside its moment is made anew.
+    for (std::size_t n = 1; n <= 36; ++n) calcChart[1].Lon[n] = calcChart[1].Lat[n] = 7;
+    calcChart[1].Cusp.fill(7);
+    EXPECT_EQ(RecalculateChart(1), kFalse);
+    const CalcChart& chart = calcChart[1];
+    // The Universal Time is found back through the ephemeris time.
+    EXPECT_NEAR(chartNow.JulianDayUT, now.JulianDayUT, 2e-9);
+    for (std::size_t n = 1; n <= 36; ++n) {
+        EXPECT_LE(Apart(chart.Lon[n], before.Lon[n]), 1e-6) << n;
+        EXPECT_NEAR(chart.Lat[n], before.Lat[n], 1e-9) << n;
+        EXPECT_NEAR(chart.LonSpeed[n], before.LonSpeed[n], 1e-9) << n;
+        EXPECT_LE(Apart(static_cast<double>(chart.RA[n]), static_cast<double>(before.RA[n])), 4e-5)
+            << n;
+    }
+    for (std::size_t i = 1; i <= 12; ++i) EXPECT_LE(Apart(chart.Cusp[i], before.Cusp[i]), 1e-6);
+    EXPECT_EQ(chart.Retro, before.Retro);
+    EXPECT_EQ(chart.Name, "A chart");
+    EXPECT_EQ(chart.TimeUT, before.TimeUT);
+    EXPECT_EQ(chart.JulianDayET, before.JulianDayET);
+    EXPECT_EQ(chart.Zodiac, 3);
+    EXPECT_EQ(chart.HouseSystem, 7);
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(ChartCalculation,
+       CalculatedAgainAChartHasTheFrameZodiacAndHousesOfItsSlotAndTheRulesInForce) {
+    FileChartToCalcChart(SampleRecord(), 2, kFalse);
+    const CalcChart before = calcChart[2];
+    CalcChart& chart = calcChart[2];
+    chart.Frame = 2;
+    chart.Zodiac = 3;
+    chart.HouseSystem = 9;
+    options.trueNode = kFalse;
+    options.vulcWeston = kFalse;
+    chartNow.PlaceLat = 10;
+    EXPECT_EQ(RecalculateChart(2), kFalse);
+    EXPECT_EQ(chart.Frame, 2);
+    EXPECT_EQ(chart.TrueNodeFlag, kFalse);
+    EXPECT_NEAR(chartNow.ZodiacOffsetNow, -23.76, 0.01);
+    EXPECT_EQ(chart.Lon[4], chart.Lon[5]) << "Vulcan by Mercury";
+    EXPECT_GT(Apart(chart.Lon[7], before.Lon[7] - 23.76), 1) << "Mars from the Sun";
+    EXPECT_LE(Apart(chart.Cusp[2], chart.Lon[22] + 30), 1e-9);
+    EXPECT_GT(Apart(chart.Lon[22], before.Lon[22] - 23.76), 1) << "at the place of now";
+
+    // The mean node, which only the geocentric frame has.
+    chart.Frame = 1;
+    EXPECT_EQ(RecalculateChart(2), kFalse);
+    double mean = 0;
+    double osculating = 0;
+    CalcNod(JulianCenturies(chart.JulianDayET), chartNow.ZodiacOffsetNow, mean, osculating);
+    EXPECT_LE(Apart(chart.Lon[20], mean), 1e-7);
+    EXPECT_GT(Apart(mean, osculating), 1e-3);
+}
+
+TEST_F(ChartCalculation, CalculatedAgainAChartThatFailsStaysAsItWasAndTheUserIsTold) {
+    FileChartToCalcChart(SampleRecord(), 1, kFalse);
+    calcChart[1].Zodiac = 10;
+    options.userSVP = std::numeric_limits<double>::infinity();
+    const CalcChart before = calcChart[1];
+    const ChartNow now = chartNow;
+    for (const Flag enabled : {kTrue, kFalse}) {
+        swissState.enabled = enabled;
+        options.trueNode = kFalse;
+        TestShell().boxes.clear();
+        EXPECT_NE(RecalculateChart(1), kFalse);
+        ASSERT_EQ(TestShell().boxes.size(), 1U);
+        EXPECT_EQ(TestShell().boxes[0], "Orvantis: FileChartToCalcChart Error: 6");
+        EXPECT_EQ(PendingRunTimeError(), 0);
+        ExpectSameChart(calcChart[1], before, now);
+    }
+}
+
+// The option of Vulcan's rule reaches a chart: on its own orbit it stands where the orbit has it,
+// by the other rule with the Sun or three degrees from Mercury.
+TEST_F(ChartCalculation, TheRuleOfVulcanInTheOptionsIsTheChartsOnBothRoutes) {
+    Format1Record record = SampleRecord();
+    for (const Flag enabled : {kTrue, kFalse}) {
+        swissState.enabled = enabled;
+        int near = 0;
+        int apart = 0;
+        for (int month = 1; month <= 12; ++month) {
+            record.month = static_cast<std::uint8_t>(month);
+            record.day = 20;
+            options.vulcWeston = kTrue;
+            FileChartToCalcChart(record, 1, kFalse);
+            const CalcChart own = calcChart[1];
+            options.vulcWeston = kFalse;
+            FileChartToCalcChart(record, 1, kFalse);
+            const CalcChart& chart = calcChart[1];
+            const double t = JulianCenturies(chart.JulianDayET);
+            double sun = 0;
+            double distance = 0;
+            CalcSun(t, 0, sun, distance);
+            // The orbit, with nutation and aberration of the Sun and the light time: 0.02 degrees.
+            const BodyPosition orbit = CalcVul(t, 0, sun, distance);
+            EXPECT_LE(Apart(own.Lon[4], orbit.longitude[1]), 0.03) << month;
+            EXPECT_NE(chart.Lon[4], own.Lon[4]) << month;
+            const double fromSun = std::remainder(chart.Lon[5] - chart.Lon[3], 360);
+            const bool withSun = std::abs(fromSun) < 3;
+            ++(withSun ? near : apart);
+            const double expected =
+                withSun ? chart.Lon[3] : chart.Lon[5] - std::copysign(3, fromSun);
+            EXPECT_LE(Apart(chart.Lon[4], expected), 1e-9) << month << " " << enabled;
+            EXPECT_EQ(chart.LonSpeed[4], chart.LonSpeed[3]);
+        }
+        EXPECT_GT(apart, 0) << near;
+    }
 }
 
 TEST_F(ChartCalculation, GeodeticAnglesHaveThePlacesMeridianAsMidheaven) {
