@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Gets the sources of the world map from their packages and makes data/level1.pnt, data/world.ovm,
-# the test's mask of land and water, the default settings and the tables of minor planets. Run it
-# when the data is to be renewed; the program is built and tested with the files that are committed.
+# the test's mask of land and water, the default settings, the sample charts and the tables of minor
+# planets. Run it when the data is to be renewed; the program is built and tested with the files
+# that are committed.
 #
 # Needs apt-get, npm and libsqlite3-dev beside what the build and the tests need.
 set -euo pipefail
@@ -21,7 +22,8 @@ unpack marble-qt-data
 [ -d "$sources/node_modules/world-atlas" ] || npm install --prefix "$sources" world-atlas@2.0.2
 
 cmake --preset release -B build/tools -DORVANTIS_TOOLS=ON
-cmake --build build/tools --target build-world build-defaults build-asteroids orvantis-cli
+cmake --build build/tools --target build-world build-defaults build-sample build-asteroids \
+    orvantis-cli
 
 earth=$sources/marble-qt-data/usr/share/marble/data/naturalearth
 bin=build/tools/bin
@@ -32,5 +34,6 @@ bin=build/tools/bin
     --rivers "$earth/ne_50m_rivers_lake_centerlines.pn2" \
     --names tools/build_world -o data --mask tests/data/land_mask.bin
 "$bin/build-defaults" data
+"$bin/build-sample" data/sample.cht
 "$bin/build-asteroids" data
 "$bin/orvantis-cli" database check data/level1.pnt
