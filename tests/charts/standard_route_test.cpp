@@ -576,6 +576,83 @@ TEST_F(StandardRoute, InTheLastMinuteOfAnElementsFileBothMomentsComeFromTheTheor
     EXPECT_GT(Apart(elements.Lon[12], theory.Lon[12]), 1) << "the elements are no Pluto's";
 }
 
+// The orbit of the elements file below, by rotation of vectors: anomaly 20 degrees on 1 January
+// 2000, 0.004 degrees a day; perihelion 225, node 110, inclination 17, e 0.25, axis 39.5.
+Vector PlutoByHand(double jd) {
+    const double e = 0.25;
+    const double m = (20 + 0.004 * (jd - kJ2000)) * DegToRad;
+    double anomaly = m;
+    for (int round = 0; round < 60; ++round) anomaly = m + e * std::sin(anomaly);
+    const double x = 39.5 * (std::cos(anomaly) - e);
+    const double y = 39.5 * std::sqrt(1 - e * e) * std::sin(anomaly);
+    const double perihelion = 225 - 110;
+    const double along = x * CosD(perihelion) - y * SinD(perihelion);
+    const double across = x * SinD(perihelion) + y * CosD(perihelion);
+    return {along * CosD(110) - across * CosD(17) * SinD(110),
+            along * SinD(110) + across * CosD(17) * CosD(110), across * SinD(17)};
+}
+
+// The same from the Earth, whose place is the library's: geometric.
+SphericalPlace PlutoFromTheEarth(double jd) {
+    const BodyPosition earth = CalcPlanetVSOP(3, (jd - kJ2000) / 365250, 0, 0, 0, 0, 0);
+    const Vector pluto = PlutoByHand(jd);
+    const Vector from =
+        RectangularPlace({earth.longitude[2], earth.latitude[2], earth.distance[2]});
+    return SphericalFrom({pluto[0] - from[0], pluto[1] - from[1], pluto[2] - from[2]});
+}
+
+void WritePlutoElements(const TempFolder& folder) {
+    constexpr std::size_t kRecord = 24;
+    Bytes bytes(kRecord * 12);
+    PutI32(bytes.data(), 245154500);  // the first Julian day, times 100
+    PutI32(&bytes[4], 10);            // days from record to record
+    for (std::int32_t i = 0; i < 11; ++i) {
+        std::uint8_t* record = &bytes[kRecord * (static_cast<std::size_t>(i) + 1)];
+        PutI32(record, 200000 + 400 * i);
+        PutI32(record + 4, 2450000 + 400 * i);
+        PutI32(record + 8, 1100000);
+        PutI32(record + 12, 170000);
+        PutI32(record + 16, 2500000);
+        PutI32(record + 20, 39500000);
+    }
+    folder.Write("pluelm21.eph", bytes);
+}
+
+// The anomaly is sought to 1e-6 radians, which leaves 2e-5 degrees here; the nutation is 0.004, the
+// light time 0.003 to 0.01 degrees.
+TEST_F(StandardRoute, PlutoAloneComesFromItsElementsTurnedGeocentricWithAllSteps) {
+    WritePlutoElements(folder_);
+    Call call;
+    call.first = call.last = 12;
+    call.useTables = kFalse;
+    call.dataPath = folder_.Path();
+    call.offset = -24;
+    for (const double day : {3.3, 23.4, 77.7}) {
+        const double jd = kJ2000 + day;
+        const SphericalPlace seen = PlutoFromTheEarth(jd);
+        const double before = PlutoFromTheEarth(jd - 0.01).longitude;
+        const double speed = (PlutoFromTheEarth(jd + 0.01).longitude - before) / 0.02;
+        const double light = speed * seen.distance * 0.0057755183;
+        call.frame = 1;
+        const CalcChart& chart = Calculate(jd, call);
+        EXPECT_LE(Apart(chart.Lon[12], seen.longitude + NutationAt(jd) - light - 24), 3e-5) << day;
+        EXPECT_NEAR(chart.Lat[12], seen.latitude, 3e-5) << day;
+        EXPECT_NEAR(chart.Dist[12], seen.distance, 3e-5) << day;
+        EXPECT_NEAR(chart.LonSpeed[12], speed, 1e-4) << day;
+        EXPECT_EQ(chart.Retro[12], speed < 0 ? kTrue : kFalse) << day;
+        EXPECT_EQ(chart.Lon[11], 0) << "no other point";
+
+        call.frame = 2;
+        Calculate(jd, call);
+        const SphericalPlace heliocentric = SphericalFrom(PlutoByHand(jd));
+        EXPECT_LE(Apart(chart.Lon[12], heliocentric.longitude - 24), 3e-5) << day;
+        EXPECT_NEAR(chart.Lat[12], heliocentric.latitude, 3e-5) << day;
+        EXPECT_NEAR(chart.Dist[12], heliocentric.distance, 3e-5) << day;
+        EXPECT_GT(chart.LonSpeed[12], 0) << day;
+    }
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
 TEST_F(StandardRoute, BodiesThatDoNotExistAreNotGiven) {
     for (const std::int16_t body : {std::int16_t{0}, std::int16_t{-1}, std::int16_t{10}}) {
         EXPECT_FALSE(CalcTNP(body, 1, 0, 0, 1).given);
