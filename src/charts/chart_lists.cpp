@@ -107,11 +107,11 @@ std::string StoredDescription(std::int16_t type, FileHandle file) {
 // The comments of the charts, by the numbers of their first blocks.
 bool LoadComments(std::string_view path, std::int16_t type, ChartList& list) {
     const std::string commentPath = CommentPath(path);
-    const bool kind = type == chart_file::kFormat1 || type == chart_file::kFormat2;
     const bool needed =
         std::any_of(list.charts.begin(), list.charts.end(),
                     [](const StoredChart& stored) { return stored.chart.commentRef > 0; });
-    if (!kind || !needed || commentPath == path || !MayHoldComments(commentPath)) return true;
+    if (!KeepsComments(type) || !needed || commentPath == path || !MayHoldComments(commentPath))
+        return true;
     Bytes blocks;
     if (!ReadWholeFile(commentPath, kMostChartBytes, blocks)) return false;
     std::size_t total = 0;
@@ -132,8 +132,7 @@ bool LoadSlots(std::string_view path, std::int16_t type, FileHandle file, std::i
         RaiseRunTimeError(error::kFileTooLarge);
         return false;
     }
-    list.version =
-        type == chart_file::kFormat1 || type == chart_file::kFormat2 ? type : std::int16_t{0};
+    list.version = KeepsComments(type) ? type : std::int16_t{0};
     list.description = StoredDescription(type, file);
     list.charts.resize(static_cast<std::size_t>(count));
     for (std::int32_t n = 1; n <= count; ++n) {
@@ -165,6 +164,11 @@ bool IsHeld(const ChartList& list) {
 }
 
 }  // namespace
+
+bool HasComments(const ChartList& list) {
+    return std::any_of(list.charts.begin(), list.charts.end(),
+                       [](const StoredChart& stored) { return !stored.comment.empty(); });
+}
 
 bool IsSameFile(std::string_view a, std::string_view b) {
     const std::string left = NativePath(a);

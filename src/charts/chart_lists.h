@@ -37,6 +37,9 @@ struct ChartList {
     std::vector<StoredChart> charts;
 };
 
+/// True if a chart of the list has a comment.
+bool HasComments(const ChartList& list);
+
 /// The type 3 files that are open. A handle of such a file is its number here, counted from 1.
 extern std::vector<ChartList> openChartLists;
 

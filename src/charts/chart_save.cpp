@@ -1,5 +1,4 @@
 // The saving of a whole chart file. See SaveChartFile in chart_lists.h.
-#include <algorithm>
 #include <array>
 #include <set>
 
@@ -169,10 +168,6 @@ bool IsUsableName(std::string_view path, std::int16_t type) {
     return !path.empty() && (type == chart_file::kBlocks || HasExtension(path));
 }
 
-bool KeepsComments(std::int16_t type) {
-    return type == chart_file::kFormat1 || type == chart_file::kFormat2;
-}
-
 // True if two of the names that a save uses are one.
 bool NamesMeet(const std::vector<SavedFile>& files) {
     std::set<std::string> names;
@@ -223,11 +218,6 @@ std::vector<SavedFile> FilesOf(std::string_view path, std::int16_t type) {
     // Old comments that can't be moved, or aren't any, stay where they are.
     if (!stored && NamesAreInTheWay(files)) files.pop_back();
     return files;
-}
-
-bool HasComments(const ChartList& list) {
-    return std::any_of(list.charts.begin(), list.charts.end(),
-                       [](const StoredChart& stored) { return !stored.comment.empty(); });
 }
 
 // True if what has the name of the comment file isn't the old comments of that chart file.

@@ -60,8 +60,7 @@ std::string ChainText(std::int32_t ref, std::int32_t count, ReadBlock block) {
 }
 
 bool HasCommentFile(std::int16_t type, std::string_view path) {
-    const bool kind = type == chart_file::kFormat1 || type == chart_file::kFormat2;
-    return kind && CommentPath(path) != path;
+    return KeepsComments(type) && CommentPath(path) != path;
 }
 
 // The comment of chart `ref` of an open type 3 file; null if there is no such chart.
@@ -120,6 +119,10 @@ std::vector<bool> FreeBlocks(Bytes& blocks, std::int32_t count) {
 }
 
 }  // namespace
+
+bool KeepsComments(std::int16_t type) {
+    return type == chart_file::kFormat1 || type == chart_file::kFormat2;
+}
 
 std::string CommentPath(std::string_view chartPath) {
     const std::size_t folder = chartPath.find_last_of("\\/");

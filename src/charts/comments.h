@@ -13,6 +13,9 @@ namespace orvantis {
 /// Longest comment of types 1 and 2: 1150 blocks of 28 characters.
 inline constexpr std::size_t kMostComment = std::size_t{1150} * 28;
 
+/// True for the chart file types that keep their comments in a comment file: 1 and 2.
+bool KeepsComments(std::int16_t type);
+
 /// Path of the comment file of a chart file: the chart file's without its extension. That of a type
 /// 3 file ("ch6", "KVchx") is the chart file itself, and so is that of a file without an extension
 /// or without a name before it: such a file has no comment file. The backup of a file has the

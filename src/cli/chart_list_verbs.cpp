@@ -1,5 +1,4 @@
 // The verbs "charts" and "convert": chart files as a whole.
-#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <nlohmann/json.hpp>
@@ -118,9 +117,8 @@ std::string WhyMissing(std::int32_t charts) {
 }
 
 void FetchComments(Listing& listing) {
-    const bool kind = listing.type == chart_file::kFormat1 || listing.type == chart_file::kFormat2;
     const std::string path = CommentPath(listing.path);
-    if (!kind || path == listing.path || !MayHoldComments(path)) return;
+    if (!KeepsComments(listing.type) || path == listing.path || !MayHoldComments(path)) return;
     const std::int16_t failure = FetchFile(path, kMostChartBytes, listing.comments);
     if (failure != 0) listing.commentFailure = RunTimeErrorText(failure);
 }
@@ -175,12 +173,8 @@ int ListCharts(Listing& listing, bool json) {
 
 // ---- convert ----
 
-bool KeepsComments(std::int16_t type) {
-    return type == chart_file::kFormat1 || type == chart_file::kFormat2;
-}
-
 // True if a chart of the file has a comment.
-bool HasComments(const std::string& path) {
+bool FileHasComments(const std::string& path) {
     std::int16_t type = 0;
     std::int32_t count = 0;
     const FileHandle file = OpenStoredCharts(path, type, count, kFalse);
@@ -205,7 +199,7 @@ std::string SharerOfComments(const std::string& path, const std::string& comment
         std::string other = (folder / name).string();
         const bool same = LowerAscii(CommentPath(name)) == LowerAscii(BaseName(comments, false)) &&
                           LowerAscii(entry->path().extension().string()) != ".bak";
-        if (same && !IsSameFile(other, path) && HasComments(other)) return other;
+        if (same && !IsSameFile(other, path) && FileHasComments(other)) return other;
     }
     return "";
 }
@@ -216,11 +210,7 @@ std::string WhyInTheWay(const std::string& out, std::int16_t type, const ChartLi
     const std::string comments = CommentPath(out);
     if (comments == out || IsMissing(comments)) return "";
     if (!KeepsComments(StoredChartType(out))) {
-        const bool writes =
-            KeepsComments(type) &&
-            std::any_of(list.charts.begin(), list.charts.end(),
-                        [](const StoredChart& stored) { return !stored.comment.empty(); });
-        if (!writes) return "";
+        if (!KeepsComments(type) || !HasComments(list)) return "";
         return "is there already, and is the name of the comment file of " + out;
     }
     const std::string sharer = SharerOfComments(out, comments);
