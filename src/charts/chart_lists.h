@@ -95,17 +95,32 @@ bool LoadChartList(std::string_view path, ChartList& list, Flag forceLegacy);
 /// that it is read again is refused: a comment beyond kMostComment in types 1 and 2, a coordinate
 /// that doesn't fit, and a path without an extension, but for type -1.
 ///
-/// Types 1 and 2 replace the comment file (see CommentPath) whole, also by none. So does another
-/// type that replaces one of them, unless the backup of the comments would have a name in use here,
-/// or a chart file has theirs: they then stay where they are. Refused for types 1 and 2, before
-/// anything is touched, are: names of which two are one among the path, the comment file's, their
-/// backups and what is written aside ("x.bak", whose comments "x" have that backup); a comment file
-/// whose name or start is a chart file's ("x.cht.cht"); and a comment file that is there where the
-/// path holds no file of type 1 or 2, since it then belongs to something else (a list without
-/// comments leaves it there and is saved). Two files of types 1
-/// and 2 that differ by their extension alone have one comment file: the one that is saved last
-/// takes it, and the other's references lead into it.
+/// The comment file (see CommentPath) is the replaced chart file's own if that is of type 1 or 2
+/// and the file has the form of one (see IsCommentFile), whether charts lead into it or not. It
+/// then goes with the chart file to the backup, and a new one comes if a chart has a comment and
+/// the type is 1 or 2. Any other file of that name is another's, also where another chart file
+/// alone keeps its comments there: it is never moved, written over or deleted. Without comments it
+/// stays where it is, and so do old ones whose backup would have a name in use here, or whose name
+/// is a chart file's.
+///
+/// Refused, before anything is touched, are: whatever has an obstacle (see FindCommentObstacle);
+/// and comments where of the path, the comment file's, their backups and what is written aside two
+/// names are one ("x.bak", whose comments "x" have that backup), or where the comment file's name
+/// or start is a chart file's ("x.cht.cht").
 bool SaveChartFile(std::string_view path, std::int16_t type, ChartList& list);
+
+/// A file that a save would have to move or to write over although it isn't the charts' own.
+struct CommentObstacle {
+    std::string path;   ///< "" none
+    std::string chart;  ///< the chart file whose comment file it should be: the saved or its backup
+    std::string sharer;  ///< another chart file that keeps its comments there; "" it isn't known
+};
+
+/// What a save of comments, or of what replaces a file with comments, has to leave alone: what has
+/// the name of the comment file and is another's, or is another chart file's too; and the same of
+/// the name of its backup, where the comment file has to go there.
+CommentObstacle FindCommentObstacle(std::string_view path, std::int16_t type,
+                                    const ChartList& list);
 
 /// Shows "Unable to save chart file: " with the path and the words of an error number.
 void ShowChartSaveError(std::string_view path, std::int16_t number);

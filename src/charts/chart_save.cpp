@@ -13,23 +13,27 @@ namespace {
 
 constexpr std::size_t kDescriptionWidth = 80;
 
-// A file that is written aside, and the one that it replaces.
+// What a save does with a file name.
 struct SavedFile {
-    std::string path;
-    Bytes bytes;
-    bool stored = true;    // false: the new file's type has none
-    bool written = false;  // false: the old file goes and no new one comes
+    std::string path;      // "": nothing
+    Bytes bytes;           // of the new file
+    bool moved = false;    // what is there becomes the backup
+    bool written = false;  // a new file comes: it is written aside first
+    bool cleared = false;  // what an earlier save left aside goes
 
     std::string Aside() const { return path + "~"; }
     std::string Backup() const { return path + ".bak"; }
 };
 
-// True if there is something that the file takes the place of. What can't be opened counts too, so
-// that nothing is written over; but a folder of the comment file's name is in nobody's way as long
-// as there are no comments.
-bool TakesAPlace(const SavedFile& file) {
-    return file.written ? !IsMissing(file.path) : FileExists(file.path) != 0;
-}
+// The two files of a save, by the names that existing ones have, whatever the case in which they
+// were given.
+struct SavedFiles {
+    SavedFile charts;
+    SavedFile comments;  // written by types 1 and 2; moved with a replaced chart file of these
+
+    std::array<SavedFile*, 2> Both() { return {&charts, &comments}; }
+    std::array<const SavedFile*, 2> Both() const { return {&charts, &comments}; }
+};
 
 struct Move {
     std::string from;
@@ -103,16 +107,16 @@ bool AppendRecord(std::int16_t type, const StoredChart& stored, Bytes& bytes, By
     return PendingRunTimeError() == 0;
 }
 
-// The bytes of the chart file and, behind it in `files`, of its comment file.
-std::int16_t Compose(std::int16_t type, const ChartList& list, std::vector<SavedFile>& files) {
+// The bytes of the chart file and of its comment file.
+std::int16_t Compose(std::int16_t type, const ChartList& list, SavedFiles& files) {
     Bytes bytes = HeadBytes(type, list);
     Bytes comments;
-    const bool store = files.size() > 1 && files[1].stored;
     for (const StoredChart& stored : list.charts) {
         if (type == chart_file::kFormat3) {
             AppendFormat3(bytes, stored);
         } else if (type != chart_file::kBlocks &&
-                   !AppendRecord(type, stored, bytes, store ? &comments : nullptr)) {
+                   !AppendRecord(type, stored, bytes,
+                                 files.comments.written ? &comments : nullptr)) {
             break;
         }
         if (static_cast<std::int64_t>(bytes.size() + comments.size()) > kMostChartBytes) {
@@ -121,21 +125,17 @@ std::int16_t Compose(std::int16_t type, const ChartList& list, std::vector<Saved
     }
     RunTimeError failure;
     if (TakeRunTimeError(failure)) return failure.number;
-    files[0].bytes = std::move(bytes);
-    if (store) files[1].bytes = std::move(comments);
+    files.charts.bytes = std::move(bytes);
+    files.comments.bytes = std::move(comments);
     return 0;
 }
 
 // Writes the files aside, with the access rights of those that they replace.
-std::int16_t WriteAside(std::vector<SavedFile>& files) {
-    for (SavedFile& file : files) {
-        const bool isComments = &file != files.data();
-        if (isComments && file.bytes.empty()) continue;
-        std::int16_t failure = StoreFile(file.Aside(), file.bytes);
-        file.written = true;
-        if (failure == 0 && TakesAPlace(file)) {
-            failure = CopyAccessRights(file.path, file.Aside());
-        }
+std::int16_t WriteAside(const SavedFiles& files) {
+    for (const SavedFile* file : files.Both()) {
+        if (!file->written) continue;
+        std::int16_t failure = StoreFile(file->Aside(), file->bytes);
+        if (failure == 0 && file->moved) failure = CopyAccessRights(file->path, file->Aside());
         if (failure != 0) return failure;
     }
     return 0;
@@ -143,13 +143,13 @@ std::int16_t WriteAside(std::vector<SavedFile>& files) {
 
 // Makes the old files the backups and the new ones the files. A move that fails takes back those
 // before it, so that the old files stand under their names again.
-std::int16_t PutInPlace(const std::vector<SavedFile>& files) {
+std::int16_t PutInPlace(const SavedFiles& files) {
     std::vector<Move> moves;
-    for (const SavedFile& file : files) {
-        if (TakesAPlace(file)) moves.push_back({file.path, file.Backup()});
+    for (const SavedFile* file : files.Both()) {
+        if (file->moved) moves.push_back({file->path, file->Backup()});
     }
-    for (const SavedFile& file : files) {
-        if (file.written) moves.push_back({file.Aside(), file.path});
+    for (const SavedFile* file : files.Both()) {
+        if (file->written) moves.push_back({file->Aside(), file->path});
     }
     for (std::size_t done = 0; done < moves.size(); ++done) {
         const std::int16_t failure = MoveFile(moves[done].from, moves[done].to);
@@ -169,10 +169,10 @@ bool IsUsableName(std::string_view path, std::int16_t type) {
 }
 
 // True if two of the names that a save uses are one.
-bool NamesMeet(const std::vector<SavedFile>& files) {
+bool NamesMeet(const SavedFiles& files) {
     std::set<std::string> names;
-    for (const SavedFile& file : files) {
-        for (const std::string& name : {file.path, file.Aside(), file.Backup()}) {
+    for (const SavedFile* file : files.Both()) {
+        for (const std::string& name : {file->path, file->Aside(), file->Backup()}) {
             if (!names.insert(LowerAscii(name)).second) return true;
         }
     }
@@ -194,59 +194,106 @@ bool IsChartFile(const std::string& path) {
     CloseFile(file);
     const std::int16_t version = GetI16(head.data());
     return whole && version >= chart_file::kFormat1 && version <= chart_file::kFormat3 &&
-           GetI16(&head[2]) != 0;
+           GetI16(&head[2]) != 0 && !IsCommentFile(path);
 }
 
 // True if the names of the files are in one another's way, or the comment file is a chart file.
-bool NamesAreInTheWay(const std::vector<SavedFile>& files) {
-    return NamesMeet(files) || (files.size() > 1 && IsChartFile(files[1].path));
+bool NamesAreInTheWay(const SavedFiles& files) {
+    return NamesMeet(files) || IsChartFile(files.comments.path);
 }
 
-// The chart file and, behind it, its comment file: that of the new file, or else that of the old
-// one, which goes with it. They have the names that existing files have, whatever the case in which
-// they were given.
-std::vector<SavedFile> FilesOf(std::string_view path, std::int16_t type) {
-    std::vector<SavedFile> files(1);
-    files[0].path = ProgramPath(NativePath(path));
-    const std::string commentPath = CommentPath(files[0].path);
-    const bool stored = KeepsComments(type);
-    const bool kept = stored || KeepsComments(StoredChartType(files[0].path));
-    if (!kept || commentPath == files[0].path) return files;
-    files.emplace_back();
-    files[1].path = ProgramPath(NativePath(commentPath));
-    files[1].stored = stored;
-    // Old comments that can't be moved, or aren't any, stay where they are.
-    if (!stored && NamesAreInTheWay(files)) files.pop_back();
+// Whose the comment file is that stands beside a chart file.
+enum class Holder {
+    Nobody,   // there is none
+    Own,      // of the chart file alone, whether its charts have comments or not
+    Shared,   // of the chart file and of another one
+    Another,  // of something else: what hasn't the form of a comment file, or can't be read, too
+};
+
+Holder HolderOf(const SavedFiles& files) {
+    const std::string& charts = files.charts.path;
+    const std::string& comments = files.comments.path;
+    if (IsMissing(comments)) return Holder::Nobody;
+    const bool sound = KeepsComments(StoredChartType(charts)) && IsCommentFile(comments);
+    if (!sound) return Holder::Another;
+    if (SharerOfComments(charts, comments).empty()) return Holder::Own;
+    return FileHasComments(charts) ? Holder::Shared : Holder::Another;
+}
+
+// What a save does with the chart file. What can't be opened is moved too, so that nothing is
+// written over.
+SavedFile PlanCharts(std::string_view path) {
+    SavedFile charts;
+    charts.path = ProgramPath(NativePath(path));
+    charts.moved = !IsMissing(charts.path);
+    charts.written = true;
+    charts.cleared = true;
+    return charts;
+}
+
+// What it does with the comment file: a new one is written where there are comments, and an old one
+// of the chart file's own goes with it to the backup. But what isn't in the way of new comments
+// stays where it is if it can't go there.
+void PlanComments(std::int16_t type, const ChartList& list, SavedFiles& files) {
+    const std::string path = CommentPath(files.charts.path);
+    if (path == files.charts.path) return;
+    files.comments.path = ProgramPath(NativePath(path));
+    files.comments.written = KeepsComments(type) && HasComments(list);
+    const Holder holder = HolderOf(files);
+    files.comments.cleared = KeepsComments(type) && holder != Holder::Another;
+    files.comments.moved = holder == Holder::Own || holder == Holder::Shared;
+    if (!files.comments.written && NamesAreInTheWay(files)) files.comments.moved = false;
+}
+
+SavedFiles PlanSave(std::string_view path, std::int16_t type, const ChartList& list) {
+    SavedFiles files;
+    files.charts = PlanCharts(path);
+    PlanComments(type, list, files);
     return files;
 }
 
-// True if what has the name of the comment file isn't the old comments of that chart file.
-bool IsAnothers(const std::vector<SavedFile>& files) {
-    return files.size() > 1 && !KeepsComments(StoredChartType(files[0].path)) &&
-           !IsMissing(files[1].path);
+// True if there is something of that very name; one that differs by case alone is another's.
+bool IsTaken(const std::string& path) {
+    return ProgramPath(NativePath(path)) == path && !IsMissing(path);
+}
+
+// The file that a save would have to move or to write over although it isn't the charts' own.
+CommentObstacle FindObstacle(const SavedFiles& files) {
+    const SavedFile& charts = files.charts;
+    const SavedFile& comments = files.comments;
+    if (!comments.moved) {
+        const bool taken = comments.written && !IsMissing(comments.path);
+        return taken ? CommentObstacle{comments.path, charts.path, ""} : CommentObstacle{};
+    }
+    std::string sharer = SharerOfComments(charts.path, comments.path);
+    if (!sharer.empty()) return {comments.path, charts.path, std::move(sharer)};
+    const std::string backup = comments.Backup();
+    if (!IsTaken(backup)) return {};
+    if (!IsCommentFile(backup)) return {backup, charts.Backup(), ""};
+    sharer = SharerOfComments(charts.Backup(), backup);
+    if (sharer.empty()) return {};
+    return {backup, charts.Backup(), std::move(sharer)};
 }
 
 // Deletes what this save, or an earlier one, left aside.
-void DeleteAsides(const std::vector<SavedFile>& files) {
-    for (const SavedFile& file : files) {
-        if (file.stored) DeleteFile(file.Aside());
+void DeleteAsides(const SavedFiles& files) {
+    for (const SavedFile* file : files.Both()) {
+        if (file->cleared) DeleteFile(file->Aside());
     }
 }
 
 // Why a save has to leave everything as it is; 0 if it hasn't.
-std::int16_t WhyRefused(const std::vector<SavedFile>& files, const ChartList& list) {
-    if (NamesAreInTheWay(files)) return error::kBadFileName;
-    if (IsAnothers(files)) return error::kPathAccess;
-    if (list.damaged != 0 && IsSameFile(files[0].path, list.path)) return error::kPastEnd;
+std::int16_t WhyRefused(const SavedFiles& files, const ChartList& list) {
+    if (files.comments.written && NamesAreInTheWay(files)) return error::kBadFileName;
+    if (!FindObstacle(files).path.empty()) return error::kPathAccess;
+    if (list.damaged != 0 && IsSameFile(files.charts.path, list.path)) return error::kPastEnd;
     return 0;
 }
 
 std::int16_t Save(std::string_view path, std::int16_t type, const ChartList& list) {
     if (type < chart_file::kBlocks || type > chart_file::kFormat3) return error::kBadFileMode;
     if (!IsUsableName(path, type)) return error::kBadFileName;
-    std::vector<SavedFile> files = FilesOf(path, type);
-    // Without comments another's file is in nobody's way.
-    if (IsAnothers(files) && !HasComments(list)) files.pop_back();
+    SavedFiles files = PlanSave(path, type, list);
     std::int16_t failure = WhyRefused(files, list);
     if (failure != 0) return failure;
     DeleteAsides(files);
@@ -259,6 +306,11 @@ std::int16_t Save(std::string_view path, std::int16_t type, const ChartList& lis
 }
 
 }  // namespace
+
+CommentObstacle FindCommentObstacle(std::string_view path, std::int16_t type,
+                                    const ChartList& list) {
+    return FindObstacle(PlanSave(path, type, list));
+}
 
 void ShowChartSaveError(std::string_view path, std::int16_t number) {
     if (session.shell == nullptr) return;

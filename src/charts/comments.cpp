@@ -143,6 +143,51 @@ bool MayHoldComments(std::string_view commentPath) {
            !std::filesystem::is_directory(NativePath(commentPath), ignored);
 }
 
+bool IsCommentFile(std::string_view path) {
+    Bytes blocks;
+    if (FetchFile(path, kMostChartBytes, blocks) != 0 || blocks.size() % kBlockSize != 0) {
+        return false;
+    }
+    const std::int32_t count = BlockCount(static_cast<std::int64_t>(blocks.size()));
+    for (std::int32_t number = 1; number <= count; ++number) {
+        const std::int32_t next = GetI32(Block(blocks, number));
+        if (next != 0 && !IsCommentBlock(next, count)) return false;
+    }
+    return true;
+}
+
+bool FileHasComments(std::string_view chartPath) {
+    std::int16_t type = 0;
+    std::int32_t count = 0;
+    const FileHandle file = OpenStoredCharts(chartPath, type, count, kFalse);
+    if (file == 0) return false;
+    FileChart chart;
+    bool has = false;
+    for (std::int32_t n = 1; n <= count && KeepsComments(type) && !has; ++n) {
+        has = ReadChart(type, file, n, chart) && chart.commentRef > kHead;
+    }
+    CloseFile(file);
+    return has;
+}
+
+std::string SharerOfComments(std::string_view chartPath, std::string_view commentPath) {
+    const std::string wanted = LowerAscii(BaseName(commentPath, false));
+    const auto folder = std::filesystem::path(NativePath(chartPath)).parent_path();
+    std::error_code failure;
+    std::filesystem::directory_iterator entry(folder.empty() ? "." : folder, failure);
+    for (; entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
+        const std::string name = entry->path().filename().string();
+        if (LowerAscii(CommentPath(name)) != wanted) continue;
+        // A comment file may start as a chart file does.
+        std::string other = (folder / name).string();
+        const bool shares = !IsSameFile(other, chartPath) &&
+                            IsSameFile(CommentPath(other), commentPath) && !IsCommentFile(other) &&
+                            FileHasComments(other);
+        if (shares) return other;
+    }
+    return "";
+}
+
 std::string ReadComment(std::int16_t type, std::string_view path, std::int32_t ref) {
     if (type == chart_file::kFormat3) {
         const std::string* comment = ListedComment(path, ref);

@@ -27,6 +27,16 @@ std::string CommentPath(std::string_view chartPath);
 /// whether it can be opened or not.
 bool MayHoldComments(std::string_view commentPath);
 
+/// True if the file of that path can be read and has the form of a comment file: whole blocks, each
+/// of which leads to none or to another block of the file than its head. A file of no bytes has it.
+bool IsCommentFile(std::string_view path);
+
+/// True if a chart of a file of type 1 or 2 has a comment.
+bool FileHasComments(std::string_view chartPath);
+
+/// Another chart file than that one which keeps its comments in that comment file; "" none.
+std::string SharerOfComments(std::string_view chartPath, std::string_view commentPath);
+
 /// Comment that starts at block `ref` of the comment file of types 1 and 2, or of chart `ref` of an
 /// open type 3 file. `path` is the chart file's. "" for none, and, with a run-time error, for a
 /// comment file that can't be opened; types -1 and 0 have none. A chain ends at a block that points

@@ -1,5 +1,4 @@
 // The verbs "charts" and "convert": chart files as a whole.
-#include <filesystem>
 #include <iostream>
 #include <nlohmann/json.hpp>
 
@@ -173,48 +172,16 @@ int ListCharts(Listing& listing, bool json) {
 
 // ---- convert ----
 
-// True if a chart of the file has a comment.
-bool FileHasComments(const std::string& path) {
-    std::int16_t type = 0;
-    std::int32_t count = 0;
-    const FileHandle file = OpenStoredCharts(path, type, count, kFalse);
-    if (file == 0) return false;
-    FileChart chart;
-    bool has = false;
-    for (std::int32_t n = 1; n <= count && KeepsComments(type) && !has; ++n) {
-        has = ReadChart(type, file, n, chart) && chart.commentRef > 0;
-    }
-    CloseFile(file);
-    return has;
-}
-
-// Another chart file beside that one which keeps its comments in the same file; "" none. Backups
-// have comments of their own.
-std::string SharerOfComments(const std::string& path, const std::string& comments) {
-    std::error_code failure;
-    const auto folder = std::filesystem::path(NativePath(path)).parent_path();
-    std::filesystem::directory_iterator entry(folder.empty() ? "." : folder, failure);
-    for (; entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
-        const std::string name = entry->path().filename().string();
-        std::string other = (folder / name).string();
-        const bool same = LowerAscii(CommentPath(name)) == LowerAscii(BaseName(comments, false)) &&
-                          LowerAscii(entry->path().extension().string()) != ".bak";
-        if (same && !IsSameFile(other, path) && FileHasComments(other)) return other;
-    }
-    return "";
-}
-
 // Why the comments of a list that is to be a file of that type can't have their name, or those of
-// the file that it replaces can't go; "" if they can.
-std::string WhyInTheWay(const std::string& out, std::int16_t type, const ChartList& list) {
-    const std::string comments = CommentPath(out);
-    if (comments == out || IsMissing(comments)) return "";
-    if (!KeepsComments(StoredChartType(out))) {
-        if (!KeepsComments(type) || !HasComments(list)) return "";
-        return "is there already, and is the name of the comment file of " + out;
-    }
-    const std::string sharer = SharerOfComments(out, comments);
-    return sharer.empty() ? "" : "is the comment file of " + sharer + " too";
+// the file that it replaces can't go to the backup; kDone if they can. What is wrong has been told.
+int RefuseComments(const std::string& out, std::int16_t type, const ChartList& list) {
+    const CommentObstacle obstacle = FindCommentObstacle(out, type, list);
+    if (obstacle.path.empty()) return kDone;
+    const std::string why = obstacle.sharer.empty()
+                                ? "is there already, and is the name of the comment file of " +
+                                      NativePath(obstacle.chart)
+                                : "is the comment file of " + obstacle.sharer + " too";
+    return Complain(kWorkFailed, NativePath(obstacle.path), why);
 }
 
 // Why a file of that type can't have that name; kDone if it can. What is wrong has been told.
@@ -343,8 +310,8 @@ int RunConvert(const std::vector<std::string>& words, CliShell& shell) {
     ChartList list;
     const int loaded = LoadForConversion(in, list, shell);
     if (loaded != kDone) return loaded;
-    const std::string why = WhyInTheWay(out, type, list);
-    if (!why.empty()) return Complain(kWorkFailed, CommentPath(out), why);
+    const int obstructed = RefuseComments(out, type, list);
+    if (obstructed != kDone) return obstructed;
     int exitCode = kDone;
     if (list.damaged != 0) {
         if (IsSameFile(in, out)) return UnreadableChartFile(in, shell);

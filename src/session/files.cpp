@@ -219,6 +219,13 @@ std::int16_t ReplaceNative(const std::string& path, std::span<const std::uint8_t
     return errorNumber;
 }
 
+// The path with the separators of the platform, whatever is there.
+std::string PlatformForm(std::string_view path) {
+    std::string native(path);
+    std::replace(native.begin(), native.end(), '\\', '/');
+    return native;
+}
+
 // True if two names differ at most by the case of the letters a to z. Other letters may have more
 // than one byte in the names of the platform and must be the same.
 bool SameName(std::string_view a, std::string_view b) {
@@ -447,7 +454,7 @@ void DeleteFile(std::string_view path) {
 std::int16_t MoveFile(std::string_view from, std::string_view to) {
     if (!IsUsablePath(from) || !IsUsablePath(to)) return error::kBadFileName;
     const std::string source = NativePath(from);
-    const std::string target = NativePath(to);
+    const std::string target = PlatformForm(to);
     struct stat status {};
     if (::stat(source.c_str(), &status) != 0) return ErrorOfErrno(errno, source);
     if (!S_ISREG(status.st_mode)) return error::kPathAccess;
@@ -475,8 +482,7 @@ std::optional<fs::file_time_type> FileDate(std::string_view path) {
 }
 
 std::string NativePath(std::string_view path) {
-    std::string native(path);
-    std::replace(native.begin(), native.end(), '\\', '/');
+    std::string native = PlatformForm(path);
     std::error_code failure;
     if (native.find('\0') != std::string::npos || fs::exists(native, failure)) return native;
 
@@ -491,9 +497,7 @@ std::string NativePath(std::string_view path) {
 }
 
 std::string ShownPath(std::string_view path) {
-    std::string native(path);
-    std::replace(native.begin(), native.end(), '\\', '/');
-    return FromUtf8(native);
+    return FromUtf8(PlatformForm(path));
 }
 
 std::string ProgramPath(std::string_view nativePath) {

@@ -118,9 +118,9 @@ bool FolderShowsFile(std::string_view folder);
 /// Deletes a file; a missing one is no error.
 void DeleteFile(std::string_view path);
 
-/// Gives a file another name in the same folder tree; a file that had that name is gone. Returns
-/// the error number, 0 for none. What isn't a file, and a file that may not be written, isn't
-/// moved.
+/// Gives a file another name in the same folder tree; a file that had just that name is gone, but
+/// not one whose name differs from it by case. Returns the error number, 0 for none. What isn't a
+/// file, and a file that may not be written, isn't moved.
 std::int16_t MoveFile(std::string_view from, std::string_view to);
 
 /// Gives the file `to` the access rights of the file `from`. Returns the error number, 0 for none.

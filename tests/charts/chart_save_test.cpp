@@ -362,7 +362,7 @@ TEST_F(ChartSave, WhereATypeWithoutACommentFileReplacesOneWithItTheCommentsGoToT
                 for (const std::string& name : Names()) fs::remove(folder_.File(name));
                 ASSERT_TRUE(Save(old, 2));
                 folder_.Write("charts~", "another's");
-                if (older) folder_.Write("charts.bak", Bytes(320, 'x'));
+                if (older) folder_.Write("charts.bak", Bytes(320));
                 ASSERT_TRUE(Save(type, 1));
                 EXPECT_EQ(Names(), (std::set<std::string>{"charts.bak", "charts.cht",
                                                           "charts.cht.bak", "charts~"}));
@@ -454,44 +454,6 @@ TEST_F(ChartSave, ACommentFileWhoseFreeListStartsAtABlock1To3IsNoChartFile) {
     ASSERT_TRUE(WriteComment(2, path_, ref, ""));
     ASSERT_EQ(GetI32(FileBytes(folder_.File("charts")).data()), 2);
     EXPECT_TRUE(Save(2, 3));
-}
-
-TEST_F(ChartSave, WhereNoFileOfType1Or2IsReplacedAFileOfTheCommentFilesNameIsAnothers) {
-    for (const std::int16_t old : {-1, 0, 3}) {  // -1: there is none
-        for (const std::int16_t type : {1, 2}) {
-            fs::remove(path_);
-            ASSERT_TRUE(old < 0 || Save(old, 2));
-            folder_.Write("charts", "precious");
-            const auto before = Contents(folder_.Path());
-            TestShell().log.clear();
-            EXPECT_FALSE(Save(type, 1)) << old << " " << type;
-            EXPECT_EQ(TestShell().log, std::vector{Told("Error 75: Path/File access error")});
-            EXPECT_EQ(Contents(folder_.Path()), before);
-            // Without comments nothing would be written there.
-            ChartList list = SampleList(1);
-            list.charts[0].comment.clear();
-            EXPECT_TRUE(SaveChartFile(path_, type, list)) << old << " " << type;
-            EXPECT_EQ(Contents(folder_.Path())["charts"], before.at("charts"));
-            EXPECT_TRUE(LoadChartList(path_, list, kFalse));
-            EXPECT_EQ(list.charts.at(0).comment, "");
-            fs::remove(path_);
-            fs::remove(folder_.File("charts"));
-            EXPECT_TRUE(Save(type, 1)) << "nothing is in the way";
-            fs::remove(folder_.File("charts"));
-        }
-    }
-}
-
-TEST_F(ChartSave, OfTwoFilesOfOneStemTheOneSavedLastHasTheCommentFile) {
-    ASSERT_TRUE(Save(2, 1));
-    const Bytes first = FileBytes(folder_.File("charts"));
-    const std::string other = folder_.Write("charts.dat", FileBytes(path_));
-    path_ = other;
-    ASSERT_TRUE(Save(2, 2));
-    EXPECT_EQ(FileBytes(folder_.File("charts.bak")), first);
-    ChartList list;
-    ASSERT_TRUE(LoadChartList(other, list, kFalse));
-    EXPECT_EQ(list.charts.at(1).comment, "Comment of chart 2, two blocks.");
 }
 
 TEST_F(ChartSave, ACoordinateThatIsNoNumberIsToldByTypes0And1AndTheOldFileStays) {

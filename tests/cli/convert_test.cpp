@@ -248,7 +248,7 @@ TEST_F(Convert, AFileMayTakeItsOwnPlaceAndTheOldOneIsKept) {
 }
 
 TEST_F(Convert, InItsOwnPlaceToType3AndBackAFileKeepsItsCommentsAndSoDoesItsBackup) {
-    folder_.Write("type2.bak", Bytes(320, 'x'));  // of an older save
+    folder_.Write("type2.bak", Bytes(320));  // of an older save
     const Json before = Listed(File("type2.cht"))["charts"];
     const Bytes comments = FileBytes(File("type2"));
     const ProgramResult there = To(File("type2.cht"), File("type2.cht"), 3);
@@ -281,6 +281,41 @@ TEST_F(Convert, NoOtherFileIsReplacedByTheComments) {
     EXPECT_EQ(FileBytes(File("type2.bak")), comments);
     // Type 3 has no comment file.
     EXPECT_EQ(To(File("type1.cht"), File("type1.dat"), 3).exitCode, 0);
+}
+
+TEST_F(Convert, WhatHasTheNameOfTheBackupOfTheCommentsAndIsNoneIsToldAndStays) {
+    folder_.Write("type2.bak", "Notes of mine");
+    const Bytes charts = FileBytes(File("type2.cht"));
+    for (const int type : {1, 2, 3}) {
+        const ProgramResult result = To(File("type3.ch6"), File("type2.cht"), type);
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_EQ(result.errors, "orvantis-cli: " + File("type2.bak") +
+                                     ": is there already, and is the name of the comment file of " +
+                                     File("type2.cht.bak") + "\n");
+    }
+    EXPECT_EQ(FileBytes(File("type2.bak")).size(), 13U);
+    EXPECT_EQ(FileBytes(File("type2.cht")), charts);
+    // It may be another chart file's comments too.
+    std::filesystem::copy_file(File("type2.cht"), File("type2.bak.cht"));
+    std::filesystem::copy_file(File("type2"), File("type2.bak"),
+                               std::filesystem::copy_options::overwrite_existing);
+    EXPECT_EQ(To(File("type3.ch6"), File("type2.cht"), 2).errors,
+              "orvantis-cli: " + File("type2.bak") + ": is the comment file of " +
+                  File("type2.bak.cht") + " too\n");
+}
+
+TEST_F(Convert, AFirstConversionWithoutCommentsTakesNothingFromASecondOneWithThem) {
+    folder_.Write("notes", "Notes of mine");
+    const std::string out = File("notes.cht");
+    ASSERT_EQ(To(File("type0.cht"), out, 2).exitCode, 0);
+    for (int i = 0; i < 2; ++i) {
+        const ProgramResult result = To(File("type3.ch6"), out, 2);
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_EQ(result.errors, "orvantis-cli: " + File("notes") +
+                                     ": is there already, and is the name of the comment file of " +
+                                     out + "\n");
+    }
+    EXPECT_EQ(FileBytes(File("notes")).size(), 13U);
 }
 
 TEST_F(Convert, AWrongCallIsToldInOneLineWithExitCode2) {

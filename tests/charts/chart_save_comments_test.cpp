@@ -1,0 +1,313 @@
+// Whose the files are that have the names of a comment file and of its backup: a save takes the
+// place of its own, and leaves all others alone.
+#include <gtest/gtest.h>
+#include <map>
+
+#include "chart_samples.h"
+#include "charts/comments.h"
+#include "support/reset_all.h"
+#include "support/temp_folder.h"
+
+namespace orvantis {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string kRefused = "Error 75: Path/File access error";
+
+// A comment file of these blocks; the first is the head.
+Bytes Blocks(const std::vector<std::pair<std::int32_t, std::string>>& blocks) {
+    Bytes bytes(blocks.size() * 32);
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        PutI32(&bytes[i * 32], blocks[i].first);
+        PutText(&bytes[i * 32 + 4], 28, blocks[i].second);
+    }
+    return bytes;
+}
+
+Bytes TextOf(std::size_t size) {
+    const std::string_view words = "Notes of mine, line by line.\r\n";
+    Bytes bytes(size);
+    for (std::size_t i = 0; i < size; ++i) {
+        bytes[i] = static_cast<std::uint8_t>(words[i % words.size()]);
+    }
+    return bytes;
+}
+
+class CommentsOfASave : public testing::Test {
+  protected:
+    void SetUp() override { ResetAll(); }
+
+    bool Save(std::int16_t type, int charts) {
+        TestShell().log.clear();
+        ChartList list = SampleList(charts);
+        return SaveChartFile(path_, type, list);
+    }
+    bool SaveWithoutComments(std::int16_t type, int charts) {
+        TestShell().log.clear();
+        ChartList list = SampleList(charts);
+        for (StoredChart& stored : list.charts) stored.comment.clear();
+        return SaveChartFile(path_, type, list);
+    }
+
+    // Names and bytes of all that is in the folder.
+    std::map<std::string, Bytes> Contents() const {
+        std::map<std::string, Bytes> files;
+        for (const auto& entry : fs::directory_iterator(folder_.Path())) {
+            const std::string path = entry.path().string();
+            files[entry.path().filename().string()] =
+                entry.is_directory() ? Bytes{} : FileBytes(path);
+        }
+        return files;
+    }
+    void Clear() const {
+        for (const auto& [name, bytes] : Contents()) fs::remove_all(folder_.File(name));
+    }
+    Bytes In(const std::string& name) const { return FileBytes(folder_.File(name)); }
+
+    std::string Comment(const std::string& path, std::size_t n) {
+        ChartList list;
+        EXPECT_TRUE(LoadChartList(path, list, kFalse));
+        return n <= list.charts.size() ? list.charts[n - 1].comment : "no such chart";
+    }
+
+    std::string Told(const std::string& reason) const {
+        return "MessageBox|Orvantis|Unable to save chart file: " + path_ + "\\r\\n\\r\\n" + reason +
+               "|Ok|Error";
+    }
+    // The save with comments has been refused and nothing was touched.
+    void ExpectRefused(std::int16_t type, const std::string& what) {
+        const auto before = Contents();
+        EXPECT_FALSE(Save(type, 4)) << what;
+        EXPECT_EQ(TestShell().log, std::vector{Told(kRefused)}) << what;
+        EXPECT_EQ(Contents(), before) << what;
+    }
+
+    TempFolder folder_;
+    std::string path_ = folder_.File("charts.cht");
+};
+
+// What isn't a comment file, by the reason.
+std::map<std::string, Bytes> Others() {
+    const Bytes sound = Blocks({{0, ""}, {3, "first"}, {0, "last"}});
+    const Bytes cut(sound.begin(), sound.end() - 1);
+    Bytes longer = sound;
+    longer.resize(97);
+    return {{"text of 1 byte", TextOf(1)},
+            {"text of 31 bytes", TextOf(31)},
+            {"text of one block by chance", TextOf(32)},
+            {"text of ten blocks by chance", TextOf(320)},
+            {"long text", TextOf(70000)},
+            {"cut comment file", cut},
+            {"comment file with a byte more", longer},
+            {"head beyond the file", Blocks({{4, ""}, {3, "first"}, {0, "last"}})},
+            {"chain beyond the file", Blocks({{0, ""}, {4, "first"}, {0, "last"}})},
+            {"chain below the file", Blocks({{0, ""}, {-1, "first"}, {0, "last"}})},
+            {"chain to the head", Blocks({{0, ""}, {1, "first"}, {0, "last"}})}};
+}
+
+TEST_F(CommentsOfASave, AnothersFileStaysWhatIsSavedBesideItAndHoweverOften) {
+    for (const auto& [what, bytes] : Others()) {
+        for (const std::int16_t type : {1, 2}) {
+            Clear();
+            folder_.Write("charts", bytes);
+            folder_.Write("charts~", "another's too");
+            ASSERT_TRUE(SaveWithoutComments(type, 1)) << what;
+            ExpectRefused(type, what);
+            ASSERT_TRUE(SaveWithoutComments(type, 2)) << what;
+            ExpectRefused(type, what);
+            ASSERT_TRUE(Save(3, 3)) << what;
+            EXPECT_EQ(In("charts"), bytes) << what;
+            EXPECT_EQ(In("charts~").size(), 13U) << what;
+            EXPECT_FALSE(fs::exists(folder_.File("charts.bak"))) << what;
+        }
+    }
+}
+
+TEST_F(CommentsOfASave, AFolderOfTheCommentFilesNameStaysToo) {
+    ASSERT_TRUE(SaveWithoutComments(2, 1));
+    fs::create_directory(folder_.File("charts"));
+    folder_.Write("charts/inside", "precious");
+    ASSERT_TRUE(SaveWithoutComments(2, 2));
+    ExpectRefused(2, "folder");
+    EXPECT_EQ(In("charts/inside").size(), 8U);
+}
+
+TEST_F(CommentsOfASave, AnEmptyFileOfTheCommentFilesNameIsTakenBesideAFileThatKeepsComments) {
+    folder_.Write("charts", "");
+    ExpectRefused(2, "there is no chart file yet");
+    ASSERT_TRUE(SaveWithoutComments(2, 1));
+    ASSERT_TRUE(Save(2, 2));
+    EXPECT_EQ(Comment(path_, 1), "Comment of chart 1, two blocks.");
+}
+
+TEST_F(CommentsOfASave, CommentsThatNoChartLeadsToAnyMoreAreTheFilesOwn) {
+    const Bytes free = Blocks({{2, ""}, {3, ""}, {0, ""}});
+    const Bytes taken = Blocks({{0, ""}, {3, "first"}, {0, "last"}, {4, "a ring of one"}});
+    for (const Bytes& leftover : {free, taken, Blocks({{0, ""}})}) {
+        for (const std::int16_t type : {1, 2}) {
+            Clear();
+            ASSERT_TRUE(SaveWithoutComments(type, 1));
+            folder_.Write("charts", leftover);
+            ASSERT_TRUE(Save(type, 2));
+            EXPECT_EQ(Comment(path_, 2), "Comment of chart 2, two blocks.");
+            EXPECT_EQ(In("charts.bak"), leftover);
+            EXPECT_TRUE(TestShell().boxes.empty());
+        }
+    }
+}
+
+TEST_F(CommentsOfASave, DamagedCommentsOfItsOwnAreNeitherReplacedNorMoved) {
+    for (const std::int16_t type : {1, 2}) {
+        Clear();
+        ASSERT_TRUE(Save(type, 2));
+        Bytes damaged = In("charts");
+        damaged.resize(damaged.size() - 32);  // the last comment's end
+        folder_.Write("charts", damaged);
+        ExpectRefused(type, "damaged");
+        const Bytes charts = In("charts.cht");
+        ASSERT_TRUE(Save(3, 2));
+        EXPECT_EQ(In("charts"), damaged);
+        EXPECT_EQ(In("charts.cht.bak"), charts);
+        fs::rename(path_ + ".bak", path_);
+        ASSERT_TRUE(SaveWithoutComments(type, 2));
+        EXPECT_EQ(In("charts"), damaged);
+        EXPECT_EQ(In("charts.cht.bak"), charts);
+        EXPECT_FALSE(fs::exists(folder_.File("charts.bak")));
+    }
+}
+
+TEST_F(CommentsOfASave, AnothersFileOfTheBackupsNameIsNotReplacedByTheComments) {
+    for (const auto& [what, bytes] : Others()) {
+        for (const std::int16_t type : {1, 2}) {
+            Clear();
+            folder_.Write("charts.bak", bytes);
+            ASSERT_TRUE(SaveWithoutComments(type, 1)) << what;
+            ASSERT_TRUE(Save(type, 2)) << "nothing goes to the backup: " << what;
+            ExpectRefused(type, what);
+            const auto before = Contents();
+            EXPECT_FALSE(SaveWithoutComments(type, 1)) << what;
+            EXPECT_FALSE(Save(3, 1)) << what;
+            EXPECT_EQ(TestShell().log, std::vector{Told(kRefused)}) << what;
+            EXPECT_EQ(Contents(), before) << what;
+            EXPECT_EQ(In("charts.bak"), bytes) << what;
+        }
+    }
+}
+
+TEST_F(CommentsOfASave, ABackupOfCommentsThatNoChartLeadsToAnyMoreIsReplaced) {
+    ASSERT_TRUE(Save(2, 1));
+    ASSERT_TRUE(Save(3, 1));
+    ASSERT_TRUE(Save(2, 2));  // the backup is of type 3 now, and charts.bak a leftover
+    const Bytes comments = In("charts");
+    ASSERT_TRUE(Save(2, 4));
+    EXPECT_EQ(In("charts.bak"), comments);
+    EXPECT_EQ(Comment(path_ + ".bak", 2), "Comment of chart 2, two blocks.");
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
+TEST_F(CommentsOfASave, ACommentFileOfTwoChartFilesIsLeftToBoth) {
+    ASSERT_TRUE(Save(2, 1));
+    fs::copy_file(path_, folder_.File("charts.dat"));
+    for (const char* name : {"charts.cht", "charts.dat"}) {
+        path_ = folder_.File(name);
+        for (const std::int16_t type : {1, 2, 3}) ExpectRefused(type, name);
+    }
+    fs::remove(folder_.File("charts.dat"));
+    path_ = folder_.File("charts.cht");
+    EXPECT_TRUE(Save(2, 2)) << "alone";
+}
+
+TEST_F(CommentsOfASave, TheCommentsOfAnotherChartFileStayWhatIsSavedBesideThemAndHoweverOften) {
+    ASSERT_TRUE(Save(2, 1));
+    const Bytes comments = In("charts");
+    path_ = folder_.File("charts.dat");
+    for (const std::int16_t type : {1, 2}) {
+        ASSERT_TRUE(SaveWithoutComments(type, 1));
+        ExpectRefused(type, "first");
+        ASSERT_TRUE(SaveWithoutComments(type, 2));
+        ExpectRefused(type, "second");
+        ASSERT_TRUE(Save(3, 2));
+    }
+    EXPECT_EQ(In("charts"), comments);
+    EXPECT_EQ(Comment(folder_.File("charts.cht"), 1), "Comment of chart 1, two blocks.");
+}
+
+TEST_F(CommentsOfASave, TheCommentsOfAnotherBackupOrOfAFileOfTheBackupsStemAreNotReplaced) {
+    // charts.dat has a backup that keeps comments, and charts.bak.cht has them in charts.bak.
+    for (const char* name : {"charts.dat.bak", "charts.bak.cht"}) {
+        Clear();
+        path_ = folder_.File("charts.cht");
+        ASSERT_TRUE(Save(2, 1));
+        fs::rename(path_, folder_.File(name));
+        fs::rename(folder_.File("charts"), folder_.File("charts.bak"));
+        ASSERT_TRUE(Save(2, 2));
+        ExpectRefused(2, name);
+        EXPECT_EQ(Comment(folder_.File(name), 1), "Comment of chart 1, two blocks.");
+    }
+}
+
+TEST_F(CommentsOfASave, FilesWhoseNamesDifferByCaseAloneKeepTheirOwnComments) {
+    const std::string lower = path_;
+    ASSERT_TRUE(Save(2, 1));
+    fs::rename(lower, folder_.File("other.cht"));
+    fs::rename(folder_.File("charts"), folder_.File("other"));
+    path_ = folder_.File("CHARTS.CHT");
+    ASSERT_TRUE(Save(2, 2));
+    const Bytes comments = In("CHARTS");
+    // Without a comment file of its own the one of the other would be found.
+    fs::rename(folder_.File("other.cht"), lower);
+    path_ = lower;
+    ExpectRefused(2, "the other's");
+    fs::rename(folder_.File("other"), folder_.File("charts"));
+    const Bytes charts = In("CHARTS.CHT");
+    EXPECT_TRUE(Save(2, 4));
+    EXPECT_EQ(In("CHARTS"), comments);
+    EXPECT_EQ(In("CHARTS.CHT"), charts);
+    EXPECT_EQ(Comment(lower, 4), "Comment of chart 4, two blocks.");
+    // Nor do the backups meet.
+    path_ = folder_.File("CHARTS.CHT");
+    EXPECT_TRUE(Save(2, 5));
+    EXPECT_EQ(Comment(lower + ".bak", 1), "Comment of chart 1, two blocks.");
+    EXPECT_EQ(In("CHARTS.bak"), comments);
+    EXPECT_EQ(In("CHARTS.CHT.bak"), charts);
+}
+
+TEST_F(CommentsOfASave, ACommentFileThatStartsAsAChartFileDoesIsOne) {
+    // A free list at block 2 looks like type 2, and its texts like references.
+    ASSERT_TRUE(SaveWithoutComments(2, 1));
+    std::vector<std::pair<std::int32_t, std::string>> blocks(40, {0, std::string(28, '!')});
+    blocks[0] = {2, ""};
+    folder_.Write("charts.bak", Blocks(blocks));
+    ASSERT_TRUE(Save(2, 2));
+    EXPECT_TRUE(Save(2, 4));
+}
+
+TEST_F(CommentsOfASave, WhereNoFileOfType1Or2IsReplacedAFileOfTheCommentFilesNameIsAnothers) {
+    for (const std::int16_t old : {-1, 0, 3}) {  // -1: there is none
+        for (const std::int16_t type : {1, 2}) {
+            fs::remove(path_);
+            ASSERT_TRUE(old < 0 || Save(old, 2));
+            folder_.Write("charts", "precious");
+            const auto before = Contents();
+            TestShell().log.clear();
+            EXPECT_FALSE(Save(type, 1)) << old << " " << type;
+            EXPECT_EQ(TestShell().log, std::vector{Told("Error 75: Path/File access error")});
+            EXPECT_EQ(Contents(), before);
+            // Without comments nothing would be written there.
+            ChartList list = SampleList(1);
+            list.charts[0].comment.clear();
+            EXPECT_TRUE(SaveChartFile(path_, type, list)) << old << " " << type;
+            EXPECT_EQ(Contents()["charts"], before.at("charts"));
+            EXPECT_TRUE(LoadChartList(path_, list, kFalse));
+            EXPECT_EQ(list.charts.at(0).comment, "");
+            fs::remove(path_);
+            fs::remove(folder_.File("charts"));
+            EXPECT_TRUE(Save(type, 1)) << "nothing is in the way";
+            fs::remove(folder_.File("charts"));
+        }
+    }
+}
+
+}  // namespace
+}  // namespace orvantis
