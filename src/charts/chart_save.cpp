@@ -40,6 +40,12 @@ struct Move {
     std::string to;
 };
 
+// The moves of a save up to the one that failed.
+struct Moves {
+    std::vector<Move> done;
+    std::int16_t failure = 0;  // error number, 0 none
+};
+
 void AppendBytes(Bytes& bytes, const std::uint8_t* p, std::size_t size) {
     bytes.insert(bytes.end(), p, p + size);
 }
@@ -141,26 +147,46 @@ std::int16_t WriteAside(const SavedFiles& files) {
     return 0;
 }
 
+// True if there is something of that very name; one that differs by case alone is another's.
+bool IsTaken(const std::string& path) {
+    return ProgramPath(NativePath(path)) == path && !IsMissing(path);
+}
+
+// Moves, or keeps, a file unless a move before it failed.
+void Carry(Moves& moves, const std::string& from, const std::string& to, bool keeps) {
+    if (moves.failure != 0) return;
+    moves.failure = keeps ? KeepFile(from, to) : MoveFile(from, to);
+    if (moves.failure == 0) moves.done.push_back({from, to});
+}
+
 // Makes the old files the backups and the new ones the files. A move that fails takes back those
-// before it, so that the old files stand under their names again.
+// before it, so that the old files and their backups stand under their names again.
 std::int16_t PutInPlace(const SavedFiles& files) {
-    std::vector<Move> moves;
+    Moves moves;
+    std::vector<std::string> parked;
     for (const SavedFile* file : files.Both()) {
-        if (file->moved) moves.push_back({file->path, file->Backup()});
+        if (moves.failure != 0 || !file->moved || !IsTaken(file->Backup())) continue;
+        parked.push_back(UnusedPathBeside(file->path));
+        Carry(moves, file->Backup(), parked.back(), false);
     }
     for (const SavedFile* file : files.Both()) {
-        if (file->written) moves.push_back({file->Aside(), file->path});
+        if (file->moved && file->written) Carry(moves, file->path, file->Backup(), true);
     }
-    for (std::size_t done = 0; done < moves.size(); ++done) {
-        const std::int16_t failure = MoveFile(moves[done].from, moves[done].to);
-        if (failure == 0) continue;
-        while (done > 0) {
-            --done;
-            MoveFile(moves[done].to, moves[done].from);
+    for (const SavedFile* file : files.Both()) {
+        if (file->written) {
+            Carry(moves, file->Aside(), file->path, false);
+        } else if (file->moved) {
+            Carry(moves, file->path, file->Backup(), false);
         }
-        return failure;
     }
-    return 0;
+    if (moves.failure == 0) {
+        for (const std::string& path : parked) DeleteFile(path);
+        return 0;
+    }
+    for (std::size_t left = moves.done.size(); left > 0; --left) {
+        MoveFile(moves.done[left - 1].to, moves.done[left - 1].from);
+    }
+    return moves.failure;
 }
 
 // True if the name of a file lets its type be told again: without an extension it is -1.
@@ -250,11 +276,6 @@ SavedFiles PlanSave(std::string_view path, std::int16_t type, const ChartList& l
     files.charts = PlanCharts(path);
     PlanComments(type, list, files);
     return files;
-}
-
-// True if there is something of that very name; one that differs by case alone is another's.
-bool IsTaken(const std::string& path) {
-    return ProgramPath(NativePath(path)) == path && !IsMissing(path);
 }
 
 // The file that a save would have to move or to write over although it isn't the charts' own.

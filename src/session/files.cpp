@@ -167,13 +167,19 @@ bool FollowLinks(fs::path& path) {
     return false;
 }
 
-// Opens a new file in the folder of the one that it will replace. Its name is short, so that it is
-// allowed wherever the target's is, and tells the process, so that two copies of the program don't
-// write into one another. A name that is taken, by a link or by what a crash left, is passed over.
+// Names of files that stand aside for a while: short, so that they are allowed wherever the file's
+// own is, and with the process's number, so that two copies of the program don't meet.
+constexpr int kMostAsides = 100;
+
+fs::path AsidePath(const fs::path& folder, int number) {
+    return folder / ("~orv" + std::to_string(::getpid()) + "-" + std::to_string(number));
+}
+
+// Opens a new file in the folder of the one that it will replace. A name that is taken, by a link
+// or by what a crash left, is passed over.
 int OpenAside(const fs::path& folder, std::string& aside, std::int16_t& errorNumber) {
-    constexpr int mostNames = 100;
-    for (int i = 1; i <= mostNames; ++i) {
-        aside = (folder / ("~orv" + std::to_string(::getpid()) + "-" + std::to_string(i))).string();
+    for (int i = 1; i <= kMostAsides; ++i) {
+        aside = AsidePath(folder, i).string();
         const int descriptor = OpenRegular(aside, O_WRONLY | O_CREAT | O_EXCL, errorNumber);
         if (descriptor >= 0 || errno != EEXIST) return descriptor;
     }
@@ -226,6 +232,14 @@ std::string PlatformForm(std::string_view path) {
     return native;
 }
 
+// True if both are names of the same file, which has several.
+bool AreNamesOfOneFile(const std::string& a, const std::string& b) {
+    struct stat left {};
+    struct stat right {};
+    return ::lstat(a.c_str(), &left) == 0 && ::lstat(b.c_str(), &right) == 0 && left.st_nlink > 1 &&
+           left.st_dev == right.st_dev && left.st_ino == right.st_ino;
+}
+
 // True if two names differ at most by the case of the letters a to z. Other letters may have more
 // than one byte in the names of the platform and must be the same.
 bool SameName(std::string_view a, std::string_view b) {
@@ -243,6 +257,18 @@ std::string FindName(const fs::path& folder, const std::string& name) {
         if (SameName(candidate, name)) return candidate;
     }
     return name;
+}
+
+// The platform's forms of the two paths of a move, and why it can't be; 0 if it can.
+std::int16_t PrepareMove(std::string_view from, std::string_view to, std::string& source,
+                         std::string& target) {
+    if (!IsUsablePath(from) || !IsUsablePath(to)) return error::kBadFileName;
+    source = NativePath(from);
+    target = PlatformForm(to);
+    struct stat status {};
+    if (::stat(source.c_str(), &status) != 0) return ErrorOfErrno(errno, source);
+    if (!S_ISREG(status.st_mode)) return error::kPathAccess;
+    return ::access(source.c_str(), W_OK) == 0 ? std::int16_t{0} : ErrorOfErrno(errno, source);
 }
 
 }  // namespace
@@ -452,15 +478,39 @@ void DeleteFile(std::string_view path) {
 }
 
 std::int16_t MoveFile(std::string_view from, std::string_view to) {
-    if (!IsUsablePath(from) || !IsUsablePath(to)) return error::kBadFileName;
-    const std::string source = NativePath(from);
-    const std::string target = PlatformForm(to);
+    std::string source;
+    std::string target;
+    if (const std::int16_t failure = PrepareMove(from, to, source, target); failure != 0) {
+        return failure;
+    }
+    const bool oneFile = AreNamesOfOneFile(source, target);
+    if (::rename(source.c_str(), target.c_str()) != 0) return ErrorOfErrno(errno, target);
+    if (oneFile) ::unlink(source.c_str());  // which a rename leaves there
+    return 0;
+}
+
+std::int16_t KeepFile(std::string_view from, std::string_view to) {
+    std::string source;
+    std::string target;
+    if (const std::int16_t failure = PrepareMove(from, to, source, target); failure != 0) {
+        return failure;
+    }
     struct stat status {};
-    if (::stat(source.c_str(), &status) != 0) return ErrorOfErrno(errno, source);
-    if (!S_ISREG(status.st_mode)) return error::kPathAccess;
-    if (::access(source.c_str(), W_OK) != 0) return ErrorOfErrno(errno, source);
-    return ::rename(source.c_str(), target.c_str()) == 0 ? std::int16_t{0}
-                                                         : ErrorOfErrno(errno, target);
+    const bool own = ::lstat(source.c_str(), &status) == 0 && status.st_uid == ::geteuid();
+    if (own && ::link(source.c_str(), target.c_str()) == 0) return 0;
+    return MoveFile(from, to);
+}
+
+std::string UnusedPathBeside(std::string_view path) {
+    const fs::path folder = fs::path(PlatformForm(path)).parent_path();
+    std::error_code failure;
+    for (int i = 1; i <= kMostAsides; ++i) {
+        const fs::path unused = AsidePath(folder, i);
+        if (fs::symlink_status(unused, failure).type() == fs::file_type::not_found) {
+            return ProgramPath(unused.string());
+        }
+    }
+    return "";
 }
 
 std::int16_t CopyAccessRights(std::string_view from, std::string_view to) {

@@ -123,6 +123,14 @@ void DeleteFile(std::string_view path);
 /// file, and a file that may not be written, isn't moved.
 std::int16_t MoveFile(std::string_view from, std::string_view to);
 
+/// Moves a file likewise, but where the disk can, it also stays under its old name until a new file
+/// is moved there: at no moment there is none. `to` has to be free.
+std::int16_t KeepFile(std::string_view from, std::string_view to);
+
+/// A path in the same folder that nothing has, for a file that is to stand aside for a while. ""
+/// if there is none.
+std::string UnusedPathBeside(std::string_view path);
+
 /// Gives the file `to` the access rights of the file `from`. Returns the error number, 0 for none.
 std::int16_t CopyAccessRights(std::string_view from, std::string_view to);
 

@@ -1,4 +1,5 @@
 // The saving of whole chart files: what comes of it, and that nothing is lost when it fails.
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <limits>
 #include <map>
@@ -7,6 +8,7 @@
 #include "chart_samples.h"
 #include "charts/comments.h"
 #include "support/failing_disk.h"
+#include "support/failing_steps.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 
@@ -14,6 +16,21 @@ namespace orvantis {
 namespace {
 
 namespace fs = std::filesystem;
+
+// Names and bytes of all that is in the folder.
+std::map<std::string, Bytes> Contents(const std::string& folder) {
+    std::map<std::string, Bytes> files;
+    for (const auto& entry : fs::directory_iterator(folder)) {
+        files[entry.path().filename().string()] = FileBytes(entry.path().string());
+    }
+    return files;
+}
+
+// Makes a folder hold just these files.
+void Restore(const TempFolder& folder, const std::map<std::string, Bytes>& files) {
+    for (const auto& [name, bytes] : Contents(folder.Path())) fs::remove(folder.File(name));
+    for (const auto& [name, bytes] : files) folder.Write(name, bytes);
+}
 
 class ChartSave : public testing::Test {
   protected:
@@ -211,6 +228,124 @@ TEST_F(ChartSave, ARenameThatFailsIsTakenBack) {
     }
 }
 
+// Every write, rename and so on of a save in turn, over files of every type that have backups.
+TEST_F(ChartSave, WhicheverStepFailsTheFilesAndTheirBackupsAreAsTheyWere) {
+    for (const std::int16_t old : {0, 1, 2, 3}) {
+        for (const std::int16_t type : {-1, 0, 1, 2, 3}) {
+            Restore(folder_, {});
+            ASSERT_TRUE(Save(old, 1) && Save(old, 2));
+            const auto before = Contents(folder_.Path());
+            int step = 1;
+            for (bool saved = false; !saved; ++step) {
+                ASSERT_LT(step, 50);
+                Restore(folder_, before);
+                TestShell().log.clear();
+                bool failed = false;
+                {
+                    const FailingSteps disk(step);
+                    saved = Save(type, 4);
+                    failed = disk.Reached();
+                }
+                // A step that isn't needed, as the second name of an old file, may fail.
+                if (saved) {
+                    saved = !failed;
+                    continue;
+                }
+                ASSERT_EQ(TestShell().log, std::vector{Told("Error 61: Disk full")}) << step;
+                ASSERT_EQ(Contents(folder_.Path()), before) << old << type << " " << step;
+            }
+            EXPECT_GE(step, 5);
+        }
+    }
+}
+
+// As if the power went at that step: whatever was there is there still, under some name, and the
+// chart file's own name is at no moment without a whole file.
+TEST_F(ChartSave, WhereverASaveIsBrokenOffTheOldFilesAndTheirBackupsAreThereStill) {
+    for (const std::int16_t old : {0, 1, 2, 3}) {
+        for (const std::int16_t type : {-1, 0, 1, 2, 3}) {
+            Restore(folder_, {});
+            ASSERT_TRUE(Save(old, 1) && Save(old, 2));
+            const auto before = Contents(folder_.Path());
+            ASSERT_TRUE(Save(type, 4));
+            const Bytes charts = FileBytes(path_);
+            for (int step = 1; step < 50; ++step) {
+                Restore(folder_, before);
+                bool ended = false;
+                {
+                    const FailingSteps disk(step, true);
+                    Save(type, 4);
+                    ended = disk.Reached();
+                }
+                if (!ended) break;
+                const auto after = Contents(folder_.Path());
+                for (const auto& [name, bytes] : before) {
+                    const bool kept =
+                        std::any_of(after.begin(), after.end(),
+                                    [&](const auto& file) { return file.second == bytes; });
+                    ASSERT_TRUE(kept) << old << type << " " << step << " " << name;
+                }
+                ASSERT_EQ(after.count("charts.cht"), 1U) << old << type << " " << step;
+                const Bytes& there = after.at("charts.cht");
+                ASSERT_TRUE(there == charts || there == before.at("charts.cht")) << step;
+            }
+        }
+    }
+}
+
+TEST_F(ChartSave, ALinkIsMovedToTheBackupAndWhatItPointsToStaysAsItWas) {
+    const std::string original = folder_.File("original.cht");
+    path_ = original;
+    ASSERT_TRUE(Save(2, 1));
+    const Bytes charts = FileBytes(original);
+    path_ = folder_.File("charts.cht");
+    fs::create_symlink("original.cht", path_);
+    for (const std::int16_t type : {3, 2}) {
+        ASSERT_TRUE(Save(type, 2));
+        EXPECT_FALSE(fs::is_symlink(path_));
+        EXPECT_EQ(FileBytes(original), charts);
+    }
+    EXPECT_EQ(FileBytes(folder_.File("original")).size(), 96U);
+}
+
+// In such a folder a file can be moved by its owner alone: the old comments are another user's.
+TEST_F(ChartSave, WhereTheCommentsCannotBeMovedChartsAndBackupsStay) {
+    const auto save = [this] {
+        path_ = folder_.File("charts.cht");
+        if (!Save(2, 1) || !Save(2, 2)) std::_Exit(1);
+        fs::permissions(folder_.File("charts"), fs::perms::all);
+        for (const char* name : {"charts.cht.bak", "charts.bak"}) {
+            if (::geteuid() == 0 && ::chown(folder_.File(name).c_str(), 65534, 65534) != 0) {
+                std::_Exit(77);
+            }
+        }
+        fs::permissions(folder_.Path(), fs::perms::all | fs::perms::sticky_bit);
+        const auto before = Contents(folder_.Path());
+        if (::geteuid() != 0) std::_Exit(0);  // all files would be one's own
+        ActAsPlainUserOn(path_, fs::perms::all);
+        const bool saved = Save(2, 4);
+        const bool told = TestShell().log == std::vector{Told("Error 70: Permission denied")};
+        std::_Exit(!saved && told && Contents(folder_.Path()) == before ? 0 : 2);
+    };
+    EXPECT_EXIT(save(), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(ChartSave, AFolderThatMayNotBeWrittenIsToldAndNothingIsTouched) {
+    const auto save = [this] {
+        path_ = folder_.File("charts.cht");
+        if (!Save(2, 1) || !Save(2, 2)) std::_Exit(1);
+        const auto before = Contents(folder_.Path());
+        for (const auto& [name, bytes] : before) {
+            fs::permissions(folder_.File(name), fs::perms::all);
+        }
+        ActAsPlainUserOn(folder_.Path(), fs::perms::owner_read | fs::perms::owner_exec);
+        const bool saved = Save(2, 4);
+        const bool told = TestShell().log == std::vector{Told("Error 70: Permission denied")};
+        std::_Exit(!saved && told && Contents(folder_.Path()) == before ? 0 : 2);
+    };
+    EXPECT_EXIT(save(), testing::ExitedWithCode(0), "");
+}
+
 TEST_F(ChartSave, AFolderOfTheCommentFilesNameIsNotMovedAndTheChartsStay) {
     ASSERT_TRUE(Save(3, 2));
     const Bytes charts = FileBytes(path_);
@@ -314,15 +449,6 @@ TEST_F(ChartSave, CommentsOfAFileWithoutACommentFileAreNotDropped) {
     path_ = folder_.File("charts.ch6");
     EXPECT_FALSE(Save(2, 1));
     EXPECT_EQ(TestShell().log, std::vector{Told("Error 52: Bad file name or number")});
-}
-
-// Names and bytes of all that is in the folder.
-std::map<std::string, Bytes> Contents(const std::string& folder) {
-    std::map<std::string, Bytes> files;
-    for (const auto& entry : fs::directory_iterator(folder)) {
-        files[entry.path().filename().string()] = FileBytes(entry.path().string());
-    }
-    return files;
 }
 
 TEST_F(ChartSave, SavingOntoTheBackupOfAChartFileLeavesTheChartFileAndItsCommentsAlone) {
