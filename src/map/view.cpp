@@ -5,6 +5,7 @@
 
 #include "map/plot.h"
 #include "map/projection.h"
+#include "map/view_edges.h"
 #include "session/settings.h"
 #include "session/tables.h"
 #include "text/numbers.h"
@@ -27,10 +28,6 @@ void LimitLatitudes(MapDocument& document, float centreLat, float quarter) {
     if (centreLat - quarter < -90) centreLat = -90 + quarter;
     document.south = centreLat - quarter;
     document.north = centreLat + quarter;
-}
-
-float WrappedLong(double longitude) {
-    return static_cast<float>(Modulo(longitude, 360) - 180);
 }
 
 // The whole surface, or the page within its margins below the title.
@@ -66,7 +63,7 @@ void SetViewExtent() {
     view.northDeg = document.north;
 
     const float middle = (document.west + east) / 2;
-    view.centreLong = east > document.west ? middle : WrappedLong(middle);
+    view.centreLong = east > document.west ? middle : WrappedLong(middle + 180.0);
     view.centreLat = (document.north - document.south) / 2 + document.south;
 
     view.spanLong = east - document.west;
@@ -183,11 +180,11 @@ void ChangeProjection(std::int16_t newProjection, std::int16_t oldProjection) {
         // A globe keeps its centre alone: as both latitudes, and as the middle of half a turn.
         document.south = view.centreLat;
         document.north = view.centreLat;
-        document.west = WrappedLong(static_cast<double>(view.centreLong) - 90 + 180);
-        document.east = WrappedLong(static_cast<double>(view.centreLong) + 90 + 180);
+        document.west = WrappedLong(view.centreLong - 90.0);
+        document.east = WrappedLong(view.centreLong + 90.0);
     } else if (!fromFlat) {
-        document.west = WrappedLong(view.centreLong);
-        document.east = WrappedLong(static_cast<double>(view.centreLong) + 360);
+        document.west = WrappedLong(view.centreLong - 180.0);
+        document.east = WrappedLong(view.centreLong + 180.0);
         document.south = fullSouth;
         document.north = fullNorth;
     } else if (view.spanLong == 360) {
