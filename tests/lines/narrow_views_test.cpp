@@ -50,6 +50,10 @@ Arc Towards(const Vec& place, const Vec& target, double length) {
     return {place, (1 / Length(aside)) * aside, 0, length};
 }
 
+// Every type that is drawn as a curve, in both flat projections. A globe shows half of the Earth:
+// no two degrees of a great circle begin and end behind it and come forth in between.
+constexpr int kCurves[] = {3, 4, 7, 8, 9, 10, 11};
+
 class NarrowViews : public LinesOnASurface {
   protected:
     void SetUp() override {
@@ -118,12 +122,19 @@ class NarrowViews : public LinesOnASurface {
         map.north = whole(south + height);
     }
 
-    // A random view on or beside a line, and the lines of that type drawn in it.
+    // Round `n`: a random view on or beside a line, and the lines of that type drawn in it. Types,
+    // widths of 1 to 3 degrees and projections come by turns.
     struct Round {
+        int type = 0;
         Arc line;
         double at = 0;  // the position on the line that the view was put upon
     };
-    Round DrawRound(std::mt19937& random, int type, double span, double mostAside) {
+    Round DrawRound(std::mt19937& random, int n, double mostAside) {
+        Round round;
+        round.type = kCurves[n % 7];
+        const double span = n / 7 % 3 + 1;
+        CurrentMap() = {};
+        CurrentMap().projection = n / 21 % 2 == 0 ? projection::kCartesian : projection::kMercator;
         const auto in = [&random](double low, double high) {
             return std::uniform_real_distribution<double>(low, high)(random);
         };
@@ -133,9 +144,8 @@ class NarrowViews : public LinesOnASurface {
         const auto p = static_cast<std::size_t>(kSwissBodies[random() % 10][0]);
         pointSelection.fill(kFalse);
         pointSelection[p] = kTrue;
-        ShowTypes({static_cast<std::size_t>(type)});
-        Round round;
-        round.line = LineOfType(type, sky, p, random);
+        ShowTypes({static_cast<std::size_t>(round.type)});
+        round.line = LineOfType(round.type, sky, p, random);
         Spot place;
         do {
             round.at = in(round.line.from, round.line.to);
@@ -262,21 +272,14 @@ std::string RoundText(int type, double at) {
            std::to_string(map.east);
 }
 
-// Every type that is drawn as a curve, in both flat projections. A globe shows half of the Earth:
-// no two degrees of a great circle begin and end behind it and come forth in between.
-constexpr int kCurves[] = {3, 4, 7, 8, 9, 10, 11};
-
 TEST_F(NarrowViews, ALineThatCrossesAViewOfAFewDegreesIsDrawn) {
     constexpr unsigned seed = 606;
     std::mt19937 random(seed);
     int betweenSamples = 0;
     int runs = 0;
     for (int n = 0; n < 1260; ++n) {
-        const int type = kCurves[n % 7];
-        const double span = n / 7 % 3 + 1;
-        CurrentMap() = {};
-        CurrentMap().projection = n / 21 % 2 == 0 ? projection::kCartesian : projection::kMercator;
-        const Round round = DrawRound(random, type, span, 0.45);
+        const Round round = DrawRound(random, n, 0.45);
+        const int type = round.type;
         const std::vector<Spot> drawn = DrawnSpots(surface_);
         std::vector<Vec> vectors;
         vectors.reserve(drawn.size());
@@ -305,11 +308,8 @@ TEST_F(NarrowViews, NothingIsDrawnWhereNoLineIs) {
     std::mt19937 random(seed);
     int empty = 0;
     for (int n = 0; n < 1260; ++n) {
-        const int type = kCurves[n % 7];
-        const double span = n / 7 % 3 + 1;
-        CurrentMap() = {};
-        CurrentMap().projection = n / 21 % 2 == 0 ? projection::kCartesian : projection::kMercator;
-        const Round round = DrawRound(random, type, span, 1.5);
+        const Round round = DrawRound(random, n, 1.5);
+        const int type = round.type;
         // A point has one line of types 3, 4 and 7; of the others the other lines are near, too.
         const bool alone = type <= 7 || type == 9 || type == 10;
         const std::vector<Spot> drawn = DrawnSpots(surface_);
@@ -330,11 +330,9 @@ TEST_F(NarrowViews, ACrossingBetweenTwoSamplesHasItsMarksInTheFrame) {
     std::mt19937 random(seed);
     int compared = 0;
     for (int n = 0; n < 840; ++n) {
-        const int type = kCurves[n % 7];
+        const Round round = DrawRound(random, n, 0.4);
+        const int type = round.type;
         if (type == 8 || type == 11) continue;  // twelve lines in one view
-        CurrentMap() = {};
-        CurrentMap().projection = n / 7 % 2 == 0 ? projection::kCartesian : projection::kMercator;
-        const Round round = DrawRound(random, type, n / 14 % 3 + 1, 0.4);
         // Where the line comes in and goes out well apart, and no corner or side is grazed.
         const auto within = RunsInView(round.line, round.at, 3.0 / 60);
         const auto beyond = RunsInView(round.line, round.at, -3.0 / 60);
