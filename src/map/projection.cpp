@@ -5,8 +5,10 @@
 #include "map/projection.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 #include "text/numbers.h"
@@ -104,74 +106,174 @@ const double* ArcTable() {
     return arcs.data();
 }
 
-// The direction of (x, y), not both 0, from the x axis, in arc-minutes; off by as much.
-double NearDirection(const double* arcs, double x, double y) {
-    const double across = std::abs(x);
-    const double up = std::abs(y);
-    const double part = std::min(across, up) / std::max(across, up) * kArcSteps;
-    const int entry = static_cast<int>(part);
-    double minutes = arcs[entry] + (part - entry) * (arcs[entry + 1] - arcs[entry]);
-    minutes = up > across ? kQuarterMin - minutes : minutes;
-    minutes = x < 0 ? 2 * kQuarterMin - minutes : minutes;
-    return std::copysign(minutes, y);
+// What follows from a turned latitude: the row, before it is rounded, and the latitude's cosine.
+struct GlobeRow {
+    double y = 0;
+    double cosine = 0;
+};
+
+// Those of all whole minutes, by the latitude. The ones asked for last are kept, since a plot asks
+// for the same ones at every point.
+const GlobeRow* GlobeRows(const double* sines) {
+    struct Kept {
+        std::int16_t top = 0;
+        std::int16_t height = 0;
+        double offset = 0;
+        double stretch = 0;
+        std::vector<GlobeRow> rows;
+    };
+    static Kept kept;
+    const MapRect& rect = mapView.rect;
+    const double offset = mapView.extent.globeOffset;
+    const double stretch = 1.0 / mapView.extent.globeScale;
+    const bool same = kept.top == rect.top && kept.height == rect.height && kept.offset == offset &&
+                      kept.stretch == stretch;
+    if (kept.rows.empty() || !same) {
+        kept = {rect.top, rect.height, offset, stretch, std::move(kept.rows)};
+        kept.rows.resize(2 * kQuarterMin + 1);
+        for (int p = -kQuarterMin; p <= kQuarterMin; ++p) {
+            const double v = ((1 - sines[p]) / 2 - offset) * stretch;
+            kept.rows[static_cast<std::size_t>(p + kQuarterMin)] = {rect.top + rect.height * v,
+                                                                    sines[p + kQuarterMin]};
+        }
+    }
+    return kept.rows.data() + kQuarterMin;
 }
 
 // What the points of a globe have in common.
 struct GlobeFrame {
-    MapRect rect;
+    double left = 0;
+    double halfWidth = 0;
     double centreMin = 0;  // the centre's longitude
     GlobeTilt tilt;
-    double offset = 0;
-    double stretch = 1;
     const double* sines = nullptr;
     const double* arcs = nullptr;
+    const GlobeRow* rows = nullptr;
 };
 
 GlobeFrame FrameOfGlobe() {
     const ViewExtent& view = mapView.extent;
-    return {mapView.rect,
+    const MapRect& rect = mapView.rect;
+    const double* const sines = SineTable();
+    return {static_cast<double>(rect.left),
+            rect.width / 2.0,
             static_cast<double>(view.centreLong) * 60,
             TiltOf(view.centreLat),
-            view.globeOffset,
-            1.0 / view.globeScale,
-            SineTable(),
-            ArcTable()};
+            sines,
+            ArcTable(),
+            GlobeRows(sines)};
+}
+
+// The place of a turned position.
+MapPixel PlaceOnGlobe(const GlobeFrame& globe, TurnedPoint point) {
+    const GlobeRow& row = globe.rows[point.p];
+    const double right = globe.sines[point.r] * row.cosine;
+    return {RoundToInt16(globe.left + globe.halfWidth * (1 + right)), RoundToInt16(row.y)};
+}
+
+// Points that are projected together, stage by stage: many enough for the stages to pay, and few
+// enough to stay in the nearest memory.
+constexpr std::size_t kBlock = 64;
+
+struct GlobeBlock {
+    std::size_t count = 0;
+    // Directions in space, see RoundTurned.
+    std::array<double, kBlock> x{};
+    std::array<double, kBlock> y{};
+    std::array<double, kBlock> z{};
+    std::array<double, kBlock> aside{};      // distance from the axis
+    std::array<double, kBlock> partAlong{};  // entries of the table of arcs, with their fractions
+    std::array<double, kBlock> partUp{};
+};
+
+// The rotation of RotateCoords by minus the centre's latitude, on whole arc-minutes.
+void TurnBlock(const GlobeFrame& globe, const MapPoint* points, GlobeBlock& block) {
+    const double* const sines = globe.sines;
+    for (std::size_t i = 0; i < block.count; ++i) {
+        // The poles are kept off the rotation's singular points.
+        int lat = points[i].lat;
+        if (lat == kQuarterMin) lat = kQuarterMin - 1;
+        if (lat == -kQuarterMin) lat = 1 - kQuarterMin;
+        const std::int16_t l = RoundToInt16(points[i].longitude - globe.centreMin);
+        const double cosLat = sines[lat + kQuarterMin];
+        const double y0 = cosLat * sines[l + kQuarterMin];
+        const double z0 = sines[lat];
+        block.x[i] = cosLat * sines[l + 2 * kQuarterMin];
+        block.y[i] = y0 * globe.tilt.cosine - z0 * globe.tilt.sine;
+        block.z[i] = y0 * globe.tilt.sine + z0 * globe.tilt.cosine;
+    }
+}
+
+// An arithmetic without branches, which the compiler works at for several points at once.
+void FindParts(GlobeBlock& block) {
+    for (std::size_t i = 0; i < block.count; ++i) {
+        const double x = std::abs(block.x[i]);
+        const double y = std::abs(block.y[i]);
+        const double z = std::abs(block.z[i]);
+        const double aside = std::sqrt(x * x + y * y);
+        block.aside[i] = aside;
+        block.partAlong[i] = (x < y ? x : y) / (x < y ? y : x) * kArcSteps;
+        block.partUp[i] = (z < aside ? z : aside) / (z < aside ? aside : z) * kArcSteps;
+    }
+}
+
+// The direction of (x, y) from the x axis, in arc-minutes; off by as much as the table. `part` is
+// what the lesser of the two is of the greater, in entries of the table.
+double NearDirection(const double* arcs, double part, double x, double y) {
+    const int entry = static_cast<int>(part);
+    double minutes = arcs[entry] + (part - entry) * (arcs[entry + 1] - arcs[entry]);
+    minutes = std::abs(y) > std::abs(x) ? kQuarterMin - minutes : minutes;
+    minutes = x < 0 ? 2 * kQuarterMin - minutes : minutes;
+    return std::copysign(minutes, y);
 }
 
 // What RoundTurned gives, in a fraction of its time: a plot asks for some hundred thousand
 // positions. Where an angle lies so near to halfway between two minutes that the table might round
 // it the other way, RoundTurned is asked.
-TurnedPoint TurnPoint(const GlobeFrame& globe, double x, double y, double z) {
+TurnedPoint TurnedOf(const GlobeFrame& globe, const GlobeBlock& block, std::size_t i) {
     constexpr double kSure = 0.499;
-    const double aside = std::sqrt(x * x + y * y);
-    if (!(aside > 0)) return RoundTurned(x, y, z);  // nor where it is no number
-    const double r = NearDirection(globe.arcs, y, -x);
-    const double p = NearDirection(globe.arcs, aside, z);
+    const double x = block.x[i];
+    const double y = block.y[i];
+    const double z = block.z[i];
+    if (!(block.aside[i] > 0)) return RoundTurned(x, y, z);  // nor where it is no number
+    const double r = NearDirection(globe.arcs, block.partAlong[i], y, -x);
+    const double p = NearDirection(globe.arcs, block.partUp[i], block.aside[i], z);
     const auto wholeR = static_cast<std::int16_t>(std::lrint(r));
     const auto wholeP = static_cast<std::int16_t>(std::lrint(p));
     if (std::abs(r - wholeR) < kSure && std::abs(p - wholeP) < kSure) return {wholeR, wholeP};
     return RoundTurned(x, y, z);
 }
 
-void ProjectOnGlobe(const GlobeFrame& globe, std::int16_t latMin, std::int16_t longMin,
-                    std::int16_t& y, std::int16_t& x) {
-    // The poles are kept off the rotation's singular points.
-    if (latMin == 5400) latMin = 5399;
-    if (latMin == -5400) latMin = -5399;
-    const std::int16_t l = RoundToInt16(longMin - globe.centreMin);
-    // The rotation of RotateCoords by minus the centre's latitude, on whole arc-minutes.
-    const double* const sines = globe.sines;
-    const double cosLat = sines[latMin + kQuarterMin];
-    const double x0 = cosLat * sines[l + 2 * kQuarterMin];
-    const double y0 = cosLat * sines[l + kQuarterMin];
-    const double z0 = sines[latMin];
-    const TurnedPoint point = TurnPoint(globe, x0, y0 * globe.tilt.cosine - z0 * globe.tilt.sine,
-                                        y0 * globe.tilt.sine + z0 * globe.tilt.cosine);
+// On a globe that stands upright nothing is turned but by the longitude of its centre, and the
+// table of sines takes any number of turns.
+void ProjectUpright(const GlobeFrame& globe, const MapPoint* points, std::size_t count,
+                    MapPixel* pixels) {
+    for (std::size_t i = 0; i < count; ++i) {
+        constexpr int kMost = kQuarterMin - 1;
+        const auto p = static_cast<std::int16_t>(std::clamp<int>(points[i].lat, -kMost, kMost));
+        pixels[i] = PlaceOnGlobe(globe, {RoundToInt16(points[i].longitude - globe.centreMin), p});
+    }
+}
 
-    const double v = ((1 - sines[point.p]) / 2 - globe.offset) * globe.stretch;
-    y = RoundToInt16(globe.rect.top + globe.rect.height * v);
-    const double right = sines[point.r] * sines[point.p + kQuarterMin];
-    x = RoundToInt16(globe.rect.left + (globe.rect.width / 2.0) * (1 + right));
+bool OnEarth(const MapPoint& point) {
+    return point.lat >= -kQuarterMin && point.lat <= kQuarterMin;
+}
+
+void ProjectOnGlobe(const GlobeFrame& globe, const MapPoint* points, std::size_t count,
+                    MapPixel* pixels) {
+    if (globe.tilt.centreLat == 0 && std::all_of(points, points + count, OnEarth)) {
+        ProjectUpright(globe, points, count, pixels);
+        return;
+    }
+    static GlobeBlock block;
+    for (std::size_t done = 0; done < count; done += block.count) {
+        block.count = std::min(kBlock, count - done);
+        TurnBlock(globe, points + done, block);
+        FindParts(block);
+        for (std::size_t i = 0; i < block.count; ++i) {
+            pixels[done + i] = PlaceOnGlobe(globe, TurnedOf(globe, block, i));
+        }
+    }
 }
 
 void UnprojectFlat(const MapDocument& doc, float x, float y, float& lat, float& longitude) {
@@ -287,7 +389,11 @@ void ProjectPoint(std::int16_t latMin, std::int16_t longMin, std::int16_t& y, st
         y = FlatY(latMin);
         x = FlatX(longMin);
     } else {
-        ProjectOnGlobe(FrameOfGlobe(), latMin, longMin, y, x);
+        const MapPoint point = {latMin, longMin};
+        MapPixel pixel;
+        ProjectOnGlobe(FrameOfGlobe(), &point, 1, &pixel);
+        x = pixel.x;
+        y = pixel.y;
     }
 }
 
@@ -303,10 +409,7 @@ void ProjectPoints(const std::vector<MapPoint>& points, std::vector<MapPixel>& p
         }
         return;
     }
-    const GlobeFrame globe = FrameOfGlobe();
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        ProjectOnGlobe(globe, points[i].lat, points[i].longitude, pixels[i].y, pixels[i].x);
-    }
+    ProjectOnGlobe(FrameOfGlobe(), points.data(), points.size(), pixels.data());
 }
 
 void UnprojectPoint(const MapDocument& doc, float x, float y, float& lat, float& longitude) {
