@@ -135,11 +135,12 @@ void DrawWhatIsKept(Flag printing, std::int16_t slot) {
 
 void DrawChartLines(Flag printing, Flag fullPlot, std::int16_t slot) {
     if (refreshCaption != nullptr) refreshCaption();
+    // Before anything else: what a chart that was closed has left isn't on this picture.
+    if (fullPlot != 0) EmptyLabelLists();
     if (session.ChartNumber < 1 && session.EclipseNumber < 1) {
         chartLines.askedByUser = kFalse;  // there is nothing to ask about
         return;
     }
-    if (fullPlot != 0) EmptyLabelLists();
 
     chartLines.anyVisible = false;
     PlotLines(printing, slot);

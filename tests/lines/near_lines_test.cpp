@@ -169,6 +169,25 @@ TEST_F(NearLines, ALineOverAPoleIsFoundOnItsMeridiansAndNotAlongTheEdgeOfTheMap)
     EXPECT_TRUE(NamesNear(x + 60, top).empty());
 }
 
+// Also when another chart has been chosen that isn't drawn yet.
+TEST_F(NearLines, AChartThatWasClosedLeavesNoLabelsForAClickToFind) {
+    ShowTypes({1});
+    Place(3, 40, 10);
+    Plot();
+    const LineLabel label = TheLabel();
+    EXPECT_EQ(FirstNameAt(label), "The Sun - Overhead");
+
+    session.ChartNumber = 0;
+    Plot();
+    EXPECT_TRUE(chartLines.objects.empty());
+    EXPECT_TRUE(chartLines.labels.empty());
+    EXPECT_TRUE(mapView.edgeMarks.empty());
+    EXPECT_TRUE(NamesNear(label.x, label.y).empty());
+
+    session.ChartNumber = 1;
+    EXPECT_NE(FirstNameAt(label), "The Sun - Overhead");
+}
+
 TEST_F(NearLines, TheLabelsOfRiseAndSetLinesAreNamedByTheirLines) {
     ShowTypes({3, 4});
     Place(3, 40, 10);
