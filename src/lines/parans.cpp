@@ -126,6 +126,7 @@ std::int16_t ParanCodeCulmRise(std::int16_t slot, std::int16_t p, std::int16_t p
 std::vector<Paran> ParansOfPair(std::int16_t slot, std::int16_t p, std::int16_t paranPoint,
                                 std::int16_t type, float limit) {
     std::vector<Paran> parans;
+    parans.reserve(type == line_type::kParanRiseRise ? 2 : 4);
     const float ra = RightAscension(slot, p);
     const float dec = Declination(slot, p);
     const float otherRA = RightAscension(slot, paranPoint);
