@@ -321,9 +321,9 @@ TEST_F(Ephemeris, WithoutTheAsteroidsFileAloneTheTablesServeAllOfThem) {
     EXPECT_NE(swissState.enabled, kFalse);
 }
 
-// The library's heliocentric places by its file, and the tables' of the same points beside it: 9
-// seconds of arc is the largest error of the tables' own (Pallas), and nutation and light time are
-// up to 17 and 13 seconds.
+// The library's heliocentric places by its file, and the tables' of the same points: those are
+// right to 2, 4, 9, 6 and 2 seconds of arc, and the nutation of four terms to half a one. Nutation
+// and light time are up to 17 each. Distances have no light time: 1.4e-4 for Chiron.
 TEST_F(Ephemeris, HeliocentricallyPointsFromTheTablesHaveNutationAndLightTimeLikeTheirNeighbours) {
     const double tolerances[] = {2, 4, 11, 8, 3};
     for (double jd = 2385000.25; jd < 2469000; jd += 7001) {
@@ -335,7 +335,7 @@ TEST_F(Ephemeris, HeliocentricallyPointsFromTheTablesHaveNutationAndLightTimeLik
             EXPECT_LE(Apart(calcChart[2].Lon[n], calcChart[1].Lon[n]) * 3600, tolerances[n - 13])
                 << n << " at " << jd;
             EXPECT_NEAR(calcChart[2].Lat[n], calcChart[1].Lat[n], 10.0 / 3600) << n;
-            EXPECT_NEAR(calcChart[2].Dist[n], calcChart[1].Dist[n], 1e-4) << n;
+            EXPECT_NEAR(calcChart[2].Dist[n], calcChart[1].Dist[n], 2e-4) << n;
             EXPECT_NEAR(calcChart[2].LonSpeed[n], calcChart[1].LonSpeed[n], 5e-3) << n;
         }
         // Hygeia and Astraea have no file: the table's own place, with the two steps by hand.
