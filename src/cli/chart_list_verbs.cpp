@@ -101,7 +101,7 @@ struct Listing {
     FileHandle file = 0;
     std::int32_t count = 0;
     Bytes comments;               // the comment file of types 1 and 2
-    std::string commentFailure;   // why comments are missing, "" they aren't
+    std::string commentFailure;   // why comments are missing or may be, "" they aren't
     bool commentsNeeded = false;  // a chart has a comment
     std::size_t commentText = 0;  // bytes of comments so far
     std::string failure;          // why charts behind the ones that were read are missing
@@ -115,11 +115,19 @@ std::string WhyMissing(std::int32_t charts) {
            reason.description + ")";
 }
 
-void FetchComments(Listing& listing) {
-    const std::string path = CommentPath(listing.path);
-    if (!KeepsComments(listing.type) || path == listing.path || !MayHoldComments(path)) return;
-    const std::int16_t failure = FetchFile(path, kMostChartBytes, listing.comments);
-    if (failure != 0) listing.commentFailure = RunTimeErrorText(failure);
+std::string CommentsUnread(std::int16_t failure) {
+    return "the comments can't be read (" + RunTimeErrorText(failure) + ")";
+}
+
+// Reads the comment file of a chart file. Returns why comments are missing, or may be; "" they
+// aren't.
+std::string FetchComments(const std::string& chartPath, std::int16_t type, Bytes& comments) {
+    const std::string path = CommentPath(chartPath);
+    if (!KeepsComments(type) || path == chartPath || !MayHoldComments(path)) return "";
+    const std::int16_t failure = FetchFile(path, kMostChartBytes, comments);
+    if (failure != 0) return CommentsUnread(failure);
+    if (IsCommentFile(path)) return "";
+    return "is damaged, or no comment file: comments may be missing or wrong";
 }
 
 // The chart with what belongs to it; false if its record can't be read.
@@ -138,7 +146,7 @@ bool ReadListed(Listing& listing, std::int32_t n, StoredChart& stored) {
     if (listing.commentText > kMostCommentText) {
         stored.comment.clear();
         listing.comments.clear();
-        listing.commentFailure = RunTimeErrorText(error::kFileTooLarge);
+        listing.commentFailure = CommentsUnread(error::kFileTooLarge);
     }
     return true;
 }
@@ -163,8 +171,7 @@ int ListCharts(Listing& listing, bool json) {
     if (!std::cout) return kDone;
     int exitCode = kDone;
     if (listing.commentsNeeded && !listing.commentFailure.empty()) {
-        exitCode = Complain(kUnreadable, CommentPath(listing.path),
-                            "the comments can't be read (" + listing.commentFailure + ")");
+        exitCode = Complain(kUnreadable, CommentPath(listing.path), listing.commentFailure);
     }
     if (listing.failure.empty()) return exitCode;
     return Complain(kUnreadable, listing.path, listing.failure);
@@ -197,14 +204,18 @@ int RefuseName(const std::string& out, std::int16_t type) {
 
 // Tells why a file can't be read, the comments' file if it is that one.
 int TellUnreadable(const std::string& path, std::int16_t type, const CliShell& shell) {
-    const std::string comments = CommentPath(path);
-    const bool has = KeepsComments(type) && comments != path && MayHoldComments(comments);
-    Bytes bytes;
-    const std::int16_t failure =
-        has ? FetchFile(comments, kMostChartBytes, bytes) : std::int16_t{0};
-    if (failure == 0) return UnreadableChartFile(path, shell);
-    return Complain(kUnreadable, comments,
-                    "the comments can't be read (" + RunTimeErrorText(failure) + ")");
+    Bytes comments;
+    const std::string why = FetchComments(path, type, comments);
+    return why.empty() || !comments.empty() ? UnreadableChartFile(path, shell)
+                                            : Complain(kUnreadable, CommentPath(path), why);
+}
+
+// Tells of comments that may be missing in a list that was read all the same. Returns an exit code.
+int TellDoubtfulComments(const std::string& path, std::int16_t type) {
+    Bytes comments;
+    const std::string why = FetchComments(path, type, comments);
+    return why.empty() || !FileHasComments(path) ? kDone
+                                                 : Complain(kUnreadable, CommentPath(path), why);
 }
 
 // Reads a whole file. Returns an exit code; what is wrong has been told.
@@ -281,7 +292,7 @@ int RunCharts(const std::vector<std::string>& words, CliShell& shell) {
     if (damaged) listing.failure = WhyMissing(listing.count);
     int exitCode = kUnreadable;
     if (HasCharts(listing.type, listing.count, FileLength(listing.file))) {
-        FetchComments(listing);
+        listing.commentFailure = FetchComments(listing.path, listing.type, listing.comments);
         exitCode = ListCharts(listing, call->Has("--json"));
     } else {
         Complain(kUnreadable, listing.path, "holds no charts");
@@ -312,7 +323,7 @@ int RunConvert(const std::vector<std::string>& words, CliShell& shell) {
     if (loaded != kDone) return loaded;
     const int obstructed = RefuseComments(out, type, list);
     if (obstructed != kDone) return obstructed;
-    int exitCode = kDone;
+    int exitCode = TellDoubtfulComments(in, list.type);
     if (list.damaged != 0) {
         if (IsSameFile(in, out)) return UnreadableChartFile(in, shell);
         exitCode =

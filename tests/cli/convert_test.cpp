@@ -318,6 +318,23 @@ TEST_F(Convert, AFirstConversionWithoutCommentsTakesNothingFromASecondOneWithThe
     EXPECT_EQ(FileBytes(File("notes")).size(), 13U);
 }
 
+TEST_F(Convert, DamagedCommentsAreToldAndTheRestIsListedAndConverted) {
+    Bytes cut = FileBytes(File("type2"));
+    cut.resize(cut.size() - 1);
+    folder_.Write("type2", cut);
+    const std::string told = "orvantis-cli: " + File("type2") +
+                             ": is damaged, or no comment file: comments may be missing or wrong\n";
+    const ProgramResult list = Run({"charts", File("type2.cht"), "--json"});
+    EXPECT_EQ(list.exitCode, 3);
+    EXPECT_EQ(list.errors, told);
+    const Json charts = Json::parse(list.output)["charts"];
+    const ProgramResult result = To(File("type2.cht"), File("out.ch6"), 3);
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(result.errors, told);
+    EXPECT_EQ(Listed(File("out.ch6"))["charts"], charts);
+    EXPECT_EQ(FileBytes(File("type2")), cut);
+}
+
 TEST_F(Convert, AWrongCallIsToldInOneLineWithExitCode2) {
     const std::string in = File("type2.cht");
     const std::string usage = "orvantis-cli: convert: takes IN, OUT and --type 1|2|3\n";

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "support/failing_disk.h"
+#include "support/failing_steps.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 
@@ -483,6 +484,49 @@ TEST_F(Files, AMovedFileTakesThePlaceOfTheOneOfThatName) {
     EXPECT_EQ(MoveFile(from, to), 0);
     EXPECT_EQ(FileBytes(to).size(), 3U);
     EXPECT_FALSE(fs::exists(from));
+}
+
+TEST_F(Files, AMovedFileLeavesOneAloneWhoseNameDiffersByCase) {
+    const std::string from = folder_.Write("from", "new");
+    const std::string other = folder_.Write("TO", "old one");
+    EXPECT_EQ(MoveFile(from, folder_.File("to")), 0);
+    EXPECT_EQ(FileBytes(other).size(), 7U);
+    EXPECT_EQ(FileBytes(folder_.File("to")).size(), 3U);
+}
+
+TEST_F(Files, AKeptFileHasBothNamesUntilANewOneTakesTheOld) {
+    const std::string path = folder_.Write("path", "old one");
+    const std::string kept = folder_.File("kept");
+    EXPECT_EQ(KeepFile(path, kept), 0);
+    EXPECT_EQ(FileBytes(path).size(), 7U);
+    EXPECT_EQ(MoveFile(folder_.Write("from", "new"), path), 0);
+    EXPECT_EQ(FileBytes(path).size(), 3U);
+    EXPECT_EQ(FileBytes(kept).size(), 7U);
+    // Taken back while it has both names still, it has its old one alone.
+    EXPECT_EQ(KeepFile(path, folder_.File("other")), 0);
+    EXPECT_EQ(MoveFile(folder_.File("other"), path), 0);
+    EXPECT_EQ(FileBytes(path).size(), 3U);
+    EXPECT_FALSE(fs::exists(folder_.File("other")));
+    EXPECT_EQ(KeepFile(folder_.File("none"), kept), error::kFileNotFound);
+    EXPECT_EQ(FileBytes(kept).size(), 7U);
+}
+
+TEST_F(Files, WhereAFileCannotHaveTwoNamesAKeptOneIsMoved) {
+    const std::string path = folder_.Write("path", "old one");
+    const FailingSteps disk(1);
+    EXPECT_EQ(KeepFile(path, folder_.File("kept")), 0);
+    EXPECT_FALSE(fs::exists(path));
+    EXPECT_EQ(FileBytes(folder_.File("kept")).size(), 7U);
+}
+
+TEST_F(Files, AnUnusedPathIsOfTheSameFolderAndNothingHasIt) {
+    const std::string path = folder_.File("file");
+    const std::string first = UnusedPathBeside(path);
+    EXPECT_TRUE(IsMissing(first));
+    fs::create_symlink("nowhere", NativePath(first));
+    const std::string second = UnusedPathBeside(path);
+    EXPECT_NE(second, first);
+    EXPECT_EQ(fs::path(NativePath(second)).parent_path(), fs::path(path).parent_path());
 }
 
 TEST_F(Files, WhatIsNoFileOrMayNotBeWrittenIsNotMoved) {
