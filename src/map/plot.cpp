@@ -64,6 +64,15 @@ void SetOutlinePen() {
     mapView.surface->SetPen({LineWidth(1), LineDash::Solid, plotState.outlineColour});
 }
 
+// What a zoom found holds for the first view that is plotted after it, even if that plot comes to
+// nothing.
+void TieZoomToView(const PlotJob& job) {
+    if (plotState.zoomTied || !DrawsMap(job)) return;
+    const MapDocument& view = CurrentMap();
+    plotState.zoomedView = {view.south, view.west, view.north, view.east};
+    plotState.zoomTied = true;
+}
+
 void PutStoredImage(const PlotJob& job) {
     if (DrawsMap(job)) return;
     mapView.surface->PutImage(session.StoredImage);
@@ -248,6 +257,7 @@ void PlotMap4(Flag printing, DrawingSurface& picture, Flag redraw) {
         printing != kFalse && printState.colourMode >= kLeastColourMode ? kTrue : kFalse;
     // A full plot that was given up left no image for a quick pass.
     if (plotState.imageLost && session.StoredImage.width == 0) redraw = kTrue;
+    TieZoomToView({printing, redraw});
     const MapView viewBefore = printing != kFalse ? mapView : MapView{};
     const Colour outlineBefore = plotState.outlineColour;
     mapView.surface = &picture;

@@ -268,8 +268,8 @@ void DrawClass(VectorPass& pass, std::int16_t detailClass) {
 
 // True if the frame of a zoom led to the very view that is drawn, and met sea and no other colour.
 bool ZoomMetSea() {
-    const ViewExtent& view = mapView.extent;
-    const std::array<float, 4> edges = {view.southDeg, view.westDeg, view.northDeg, view.eastDeg};
+    const MapDocument& view = CurrentMap();
+    const std::array<float, 4> edges = {view.south, view.west, view.north, view.east};
     return plotState.fillSeaOnly != kFalse && plotState.fillOtherColour == kFalse &&
            plotState.zoomedView == edges;
 }
@@ -324,14 +324,6 @@ void AddSeaFills() {
     plotState.seaFillsAdded = true;
 }
 
-// What the zoom found holds for the first view that is drawn after it.
-void TieZoomToView() {
-    if (plotState.zoomTied) return;
-    const ViewExtent& view = mapView.extent;
-    plotState.zoomedView = {view.southDeg, view.westDeg, view.northDeg, view.eastDeg};
-    plotState.zoomTied = true;
-}
-
 void DrawClasses(VectorPass& pass, Flag printing) {
     const MapDocument& document = CurrentMap();
     for (std::size_t position = 0; position < kLinePositions; ++position) {
@@ -373,7 +365,6 @@ void PlotVectors(Flag printing) {
     plotState.crossings.assign(1, {});
     plotState.plotted = false;
     plotState.islandsOnly = false;
-    TieZoomToView();
     DrawClasses(pass, printing);
     CloseLevel(pass.reader);
 }

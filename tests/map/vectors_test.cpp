@@ -432,6 +432,37 @@ TEST_F(VectorsTest, SeaOnTheFrameOfAZoomTellsNothingOfTheViewsAfterIt) {
     EXPECT_EQ(CurrentMap().fillCount, 0) << "it may as well be land";
 }
 
+TEST_F(VectorsTest, SeaOnTheFrameOfAZoomWhoseLevelFileIsMissingTellsNothingOfTheNextView) {
+    AddLine(1001, {At(5, 0, 100), At(5, 1, 101)});
+    MakeDatabase();
+    const Bytes level5 = FileBytes(LevelPath(5));
+    std::filesystem::remove(LevelPath(5));
+    Edges(10, -40, 30, -20);
+    plotState.fillSeaOnly = kTrue;
+    PlotMap4(kFalse, surface, kTrue);
+    EXPECT_EQ(CurrentMap().fillCount, 0) << "no line is missing, but the file";
+    folder.Write("level5.pnt", level5);
+    Edges(10, 0, 30, 20);
+    PlotMap4(kFalse, surface, kTrue);
+    EXPECT_EQ(CurrentMap().fillCount, 0) << "it may as well be land";
+    Edges(10, -40, 30, -20);
+    PlotMap4(kFalse, surface, kTrue);
+    EXPECT_EQ(CurrentMap().fillCount, 5) << "the zoom's own view";
+}
+
+TEST_F(VectorsTest, SeaOnTheFrameOfAZoomWhosePlotWasGivenUpTellsNothingOfTheNextView) {
+    MakeDatabase();
+    Edges(10, -40, 30, 1e30F);
+    plotState.fillSeaOnly = kTrue;
+    TestShell().boxAnswers = {BoxAnswer::Cancel};
+    PlotMap4(kFalse, surface, kTrue);
+    ASSERT_TRUE(plotState.interrupted);
+    Edges(10, 0, 30, 20);
+    PlotMap4(kFalse, surface, kTrue);
+    EXPECT_FALSE(plotState.interrupted);
+    EXPECT_EQ(CurrentMap().fillCount, 0);
+}
+
 TEST_F(VectorsTest, ZoomThatMetAnotherColourAddsNoSeaFills) {
     MakeDatabase();
     Edges(10, -40, 30, -20);
