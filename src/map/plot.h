@@ -23,7 +23,8 @@ struct ClipCrossing {
 };
 
 /// State of the plot, valid for its length, with two exceptions. What the frame of a zoom held is
-/// set before it by the search for colours on the zoom rectangle, and stands until the next zoom.
+/// set before it by the search for colours on the zoom rectangle, and stands until the next search:
+/// of a zoom, or of a view that was moved or made larger.
 /// `interrupted`, `imageLost` and `screenPlots` tell of the last plot until the next one.
 struct PlotState {
     Colour outlineColour = 0;                ///< of the map's lines, and border of every flood
@@ -33,7 +34,7 @@ struct PlotState {
     Flag printing = kFalse;                  ///< the target is the printer
     Flag fillSeaOnly = kFalse;               ///< sea was met on the frame of the zoom
     Flag fillOtherColour = kFalse;           ///< and the colour of another fill
-    Flag fillLand = kFalse;                  ///< and bare land
+    Flag fillLand = kFalse;                  ///< and bare land, or it may be land
     bool zoomTied = false;              ///< zoomedView is that of the zoom; false: of the next plot
     bool seaFillsAdded = false;         ///< the zoom's view has got its sea fills
     std::array<float, 4> zoomedView{};  ///< south, west, north, east: of this view alone the three

@@ -6,6 +6,7 @@
 #include "map/plot.h"
 #include "map/projection.h"
 #include "map/view_edges.h"
+#include "map/zoom_seeds.h"
 #include "session/session_state.h"
 #include "session/settings.h"
 #include "text/coordinates.h"
@@ -97,6 +98,11 @@ void PushView(const ViewEdges& edges, std::string_view title) {
     if (plotFull != nullptr) plotFull();
 }
 
+void PushMovedView(const ViewEdges& edges, std::string_view title) {
+    if (session.picture != nullptr) SeaFromOverlap(*session.picture, edges);
+    PushView(edges, title);
+}
+
 bool IsWholeWorld(const MapDocument& document) {
     if (!IsFlat(document.projection)) return true;
     const float width = document.east - document.west;
@@ -145,7 +151,7 @@ void ZoomOut() {
     } else {
         SetLatitudes(edges, view.centreLat, height, BandOf(view.projection));
     }
-    PushView(edges, AreaTitle(edges));
+    PushMovedView(edges, AreaTitle(edges));
 }
 
 }  // namespace orvantis

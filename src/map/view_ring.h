@@ -27,6 +27,10 @@ std::string AreaTitle(const ViewEdges& edges);
 /// unless its plot was given up after a failure.
 void PushView(const ViewEdges& edges, std::string_view title);
 
+/// PushView for a view that was moved or made larger: what the picture still shows of it tells
+/// whether it lies in the sea (SeaFromOverlap).
+void PushMovedView(const ViewEdges& edges, std::string_view title);
+
 /// Goes back to the view before: with the picture that it kept, if that still fits the map area,
 /// and otherwise with a full plot. Without a view to go back to asks whether to zoom out.
 void PreviousView();

@@ -11,6 +11,7 @@
 #include "map/projection.h"
 #include "map/view_edges.h"
 #include "session/settings.h"
+#include "text/numbers.h"
 
 namespace orvantis {
 
@@ -95,6 +96,41 @@ void WalkSide(const Search& search, std::int16_t sideNumber, int across, int fro
     }
 }
 
+// Pixels of the picture, with fractions.
+struct Span {
+    double from = 0;
+    double to = 0;
+    double Length() const { return to - from; }
+};
+
+// Columns that a view shares with the one on display: from its western edge on, or what it has of
+// the next turn, whichever is wider.
+Span SharedColumns(const ViewEdges& edges) {
+    const ViewExtent& view = mapView.extent;
+    const double perDegree = mapView.rect.width / static_cast<double>(view.spanLong);
+    const double west = Modulo(static_cast<double>(edges.west) - view.westDeg, 360);
+    double width = static_cast<double>(edges.east) - edges.west;
+    if (width <= 0) width += 360;
+    const auto columns = [&](double from, double to) {
+        const double left = mapView.rect.left;
+        return Span{left + std::max(from, 0.0) * perDegree,
+                    left + std::min<double>(to, view.spanLong) * perDegree};
+    };
+    const Span first = columns(west, west + width);
+    const Span next = columns(west - 360, west + width - 360);
+    return next.Length() > first.Length() ? next : first;
+}
+
+Span SharedRows(const ViewEdges& edges) {
+    const MapRect& rect = mapView.rect;
+    double x = 0;
+    Span rows;
+    PlaceOnFlatMap(edges.north, edges.west, x, rows.from);
+    PlaceOnFlatMap(edges.south, edges.west, x, rows.to);
+    return {std::max<double>(rows.from, rect.top),
+            std::min<double>(rows.to, rect.top + rect.height)};
+}
+
 }  // namespace
 
 void SeedsFromZoom(std::int16_t docNumber, DrawingSurface& picture, std::int16_t left,
@@ -112,6 +148,28 @@ void SeedsFromZoom(std::int16_t docNumber, DrawingSurface& picture, std::int16_t
     WalkSide(search, side::kRight, right - 1, top, bottom);
     WalkSide(search, side::kTop, top + 1, left, right);
     WalkSide(search, side::kBottom, bottom - 1, left, right);
+}
+
+void SeaFromOverlap(DrawingSurface& picture, const ViewEdges& edges) {
+    constexpr double kLeastShared = 4;
+    const MapRect& rect = mapView.rect;
+    if (!IsFlat(mapView.extent.projection) || rect.width <= 0 || plotState.imageLost) return;
+    const Span columns = SharedColumns(edges);
+    const Span rows = SharedRows(edges);
+    const bool shared = columns.Length() >= kLeastShared && rows.Length() >= kLeastShared;
+    if (!shared) return;  // nor where edges are no numbers
+
+    // A pixel further in: the outermost ones are the outline's, and beside it may lie what the clip
+    // has kept the floods from.
+    const std::int16_t fills = CurrentMap().fillCount;
+    SeedsFromZoom(mapState.current, picture, RoundToInt16(columns.from + 1),
+                  RoundToInt16(rows.from + 1), RoundToInt16(columns.to - 1),
+                  RoundToInt16(rows.to - 1));
+    CurrentMap().fillCount = fills;
+    if (plotState.fillLand != kFalse) plotState.fillSeaOnly = kFalse;
+    const bool sideInPicture = columns.from > rect.left || columns.to < rect.left + rect.width ||
+                               rows.from > rect.top || rows.to < rect.top + rect.height;
+    if (!sideInPicture) plotState.fillLand = kTrue;
 }
 
 }  // namespace orvantis

@@ -1,9 +1,11 @@
 // What the colours on the edge of a zoom rectangle say about the view that it becomes. The new view
-// may have no seed of its own inside it; the colours that its frame met are carried over.
+// may have no seed of its own inside it; the colours that its frame met are carried over. A view
+// that shares a part with the one before learns from the edge of that part whether it is sea.
 #pragma once
 
 #include <cstdint>
 
+#include "map/view_ring.h"
 #include "surface/drawing_surface.h"
 
 namespace orvantis {
@@ -17,5 +19,13 @@ namespace orvantis {
 /// its proper one.
 void SeedsFromZoom(std::int16_t docNumber, DrawingSurface& picture, std::int16_t left,
                    std::int16_t top, std::int16_t right, std::int16_t bottom);
+
+/// The same search for a view that was moved or made larger, on the frame of what the picture shows
+/// of it: a view without any line is of one kind throughout, so that sea there is sea everywhere.
+/// Adds no fills. Where bare land was met too, or in its stead, the sea counts for nothing. Where
+/// no side of the view lies on the picture, fillLand is set: the frame may as well be land. Does
+/// nothing, and leaves the flags to the view that they tell of, on a globe, if the picture shows
+/// less than 4 pixels of the new view's height or width, or if the last plot was given up.
+void SeaFromOverlap(DrawingSurface& picture, const ViewEdges& edges);
 
 }  // namespace orvantis

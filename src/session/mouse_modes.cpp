@@ -247,7 +247,7 @@ void EndMove(const MouseState& drag) {
     const Place to = PlaceAt(drag.dragEndX, drag.dragEndY);
     const bool click = IsClick(drag);
     const ViewEdges edges = MovedEdges(from, to, click);
-    PushView(edges, click ? "Centre " + PlaceText(from) : AreaTitle(edges));
+    PushMovedView(edges, click ? "Centre " + PlaceText(from) : AreaTitle(edges));
 }
 
 // Colours along the rectangle's edge are carried over as fills of the new view alone.
@@ -544,7 +544,7 @@ void WheelZoom(float x, float y, int steps) {
     if (!IsReady() || DragInProgress() || !IsOnMap(x, y)) return;
     ViewEdges edges;
     if (!ScaledEdges(x, y, steps, edges)) return;
-    if (steps < 0) return PushView(edges, AreaTitle(edges));
+    if (steps < 0) return PushMovedView(edges, AreaTitle(edges));
     const double part =
         Modulo(static_cast<double>(edges.east) - edges.west, 360) / mapView.extent.spanLong;
     const MapRect& rect = mapView.rect;

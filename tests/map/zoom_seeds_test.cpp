@@ -1,7 +1,9 @@
 // The colours on the frame of a zoom rectangle.
 #include "map/zoom_seeds.h"
 
+#include <array>
 #include <cmath>
+#include <limits>
 
 #include "map/map_fixture.h"
 
@@ -246,6 +248,129 @@ TEST_F(ZoomSeedsTest, FillCountBeyondTheListEndsTheSearchForColours) {
     Paint(-30, -20, 30, 20, kSea);
     Search();
     EXPECT_EQ(plotState.fillSeaOnly, kTrue);
+}
+
+// --- What the picture shows of another view ------------------------------------------------------
+
+// The view of these tests is 20 degrees by 20, 18 pixels a degree across and 9 a degree down, from
+// pixel (25, 39) to (385, 219).
+class OverlapTest : public ZoomSeedsTest {
+  protected:
+    void SetUp() override {
+        ZoomSeedsTest::SetUp();
+        SetView(10, -40, 30, -20, projection::kCartesian);
+        surface.Clear(kLand);
+    }
+
+    void PaintPixels(int left, int top, int right, int bottom, Colour colour) {
+        surface.SetPen({1, LineDash::Solid, colour});
+        for (int y = top; y < bottom; ++y) {
+            surface.MoveTo(left, y);
+            surface.LineTo(right, y);
+        }
+    }
+
+    void ExpectFlags(bool sea, bool other, bool land) {
+        EXPECT_EQ(plotState.fillSeaOnly != kFalse, sea);
+        EXPECT_EQ(plotState.fillOtherColour != kFalse, other);
+        EXPECT_EQ(plotState.fillLand != kFalse, land);
+    }
+};
+
+TEST_F(OverlapTest, OnlyThePartOfTheNewViewIsSearched) {
+    struct Row {
+        const char* what;
+        ViewEdges edges;
+        std::array<int, 4> part;  // left, top, right, bottom, pixels
+    };
+    const Row rows[] = {{"east", {10, -35, 30, -15}, {115, 39, 386, 220}},
+                        {"west", {10, -50, 30, -30}, {25, 39, 206, 220}},
+                        {"north", {20, -40, 40, -20}, {25, 39, 386, 130}},
+                        {"south-east", {0, -22, 20, -2}, {349, 129, 386, 220}},
+                        {"a little", {10, -20.3F, 30, -0.3F}, {379, 39, 386, 220}}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        surface.Clear(kLand);
+        PaintPixels(row.part[0], row.part[1], row.part[2], row.part[3], kSea);
+        SeaFromOverlap(surface, row.edges);
+        ExpectFlags(true, false, false);
+        EXPECT_FALSE(plotState.zoomTied) << "what was found is of the next view";
+        surface.Clear(kSea);
+        PaintPixels(row.part[0], row.part[1], row.part[2], row.part[3], kLand);
+        SeaFromOverlap(surface, row.edges);
+        ExpectFlags(false, false, true);
+    }
+}
+
+TEST_F(OverlapTest, BareLandBesideTheSeaTakesItsWordBack) {
+    PaintPixels(0, 0, 300, kSurfaceHeight, kSea);
+    SeaFromOverlap(surface, {10, -35, 30, -15});
+    ExpectFlags(false, false, true);
+}
+
+TEST_F(OverlapTest, ColoursOfFillsAreNotedAndNotCarriedOver) {
+    AddFill(1, 20, -30, false, kRed);
+    PaintPixels(0, 0, kSurfaceWidth, kSurfaceHeight, kSea);
+    PaintPixels(200, 39, 220, 60, kRed);
+    SeaFromOverlap(surface, {10, -35, 30, -15});
+    ExpectFlags(true, true, false);
+    EXPECT_EQ(CurrentMap().fillCount, 1);
+}
+
+TEST_F(OverlapTest, ALargerViewThatReachesBeyondThePictureOnAllSidesMayHaveLandOnItsFrame) {
+    surface.Clear(kSea);
+    SeaFromOverlap(surface, {0, -50, 40, -10});
+    ExpectFlags(true, false, true);
+    SeaFromOverlap(surface, {11, -50, 51, -10});
+    ExpectFlags(true, false, false);
+}
+
+TEST_F(OverlapTest, ViewsThatTurnAroundTheWorldShareTheWiderPiece) {
+    SetView(-50, -150, 50, 150, projection::kCartesian);  // 1.2 pixels a degree
+    surface.Clear(kLand);
+    // Moved east by 100: of the old view -50 to 150 is at its western end, -150 to -110 at the
+    // eastern one, beyond the gap.
+    PaintPixels(25 + 120, 39, 386, 220, kSea);
+    SeaFromOverlap(surface, {-50, -50, 50, -110});
+    ExpectFlags(true, false, false);
+    SetView(10, 170, 30, -170, projection::kCartesian);
+    surface.Clear(kLand);
+    PaintPixels(205, 39, 386, 220, kSea);
+    SeaFromOverlap(surface, {10, 180, 30, -160});
+    ExpectFlags(true, false, false);
+}
+
+// Half way up a Mercator map of 0 to 60 north lies atan(sinh(asinh(tan(60)) / 2)) = 35.26 degrees
+// (Snyder, Map Projections, equations 7-2 and 7-4).
+TEST_F(OverlapTest, OnMercatorRowsFollowItsLatitudes) {
+    SetView(0, -40, 60, -20, projection::kMercator);
+    surface.Clear(kLand);
+    PaintPixels(25, 39, 386, 130, kSea);
+    SeaFromOverlap(surface, {35.3F, -40, 70, -20});
+    ExpectFlags(true, false, false);
+    SeaFromOverlap(surface, {33, -40, 70, -20});
+    ExpectFlags(false, false, true);
+}
+
+TEST_F(OverlapTest, WithoutAnOverlapTheFlagsStayThoseOfTheViewTheyTellOf) {
+    const auto search = [&](const ViewEdges& edges) {
+        plotState.fillSeaOnly = plotState.fillLand = kTrue;
+        plotState.zoomTied = true;
+        SeaFromOverlap(surface, edges);
+        ExpectFlags(true, false, true);
+        EXPECT_TRUE(plotState.zoomTied);
+    };
+    surface.Clear(kSea);
+    search({10, 0, 30, 20});
+    search({31, -40, 51, -20});
+    search({10, -20.2F, 30, -0.2F});  // less than 4 pixels
+    constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
+    search({kNone, kNone, kNone, kNone});
+    plotState.imageLost = true;
+    search({10, -35, 30, -15});
+    plotState.imageLost = false;
+    SetView(20, -120, 20, 60, projection::kGlobeSphere);
+    search({20, -110, 20, 70});
 }
 
 }  // namespace

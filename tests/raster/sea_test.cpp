@@ -2,11 +2,15 @@
 #include <array>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <iostream>
+#include <random>
 
 #include "map/map_document.h"
 #include "map/plot.h"
 #include "map/point_database.h"
 #include "map/projection.h"
+#include "map/view_edges.h"
+#include "map/view_ring.h"
 #include "map/world_zoom.h"
 #include "map/zoom_seeds.h"
 #include "raster/image_surface.h"
@@ -358,6 +362,164 @@ TEST_F(Sea, ZoomFromTheWorldLeavesTheDocumentsEdgesAndOtherViewsAlone) {
     EXPECT_TRUE(ZoomFromWorld(window));
     EXPECT_EQ(edges(), before);
     EXPECT_NE(window.GetPixel(150, 100), 0x123456);
+}
+
+// --- Views that were moved or made larger -------------------------------------------------------
+
+// A window whose map is plotted again for each view that is pushed.
+class MovedSea : public Sea {
+  protected:
+    void SetUp() override {
+        Sea::SetUp();
+        session.picture = &window_;
+        plotFull = [] { PlotMap4(kFalse, *session.picture, kTrue); };
+    }
+
+    // Shows a view with what zooms from the world to it would have found.
+    void ZoomTo(const std::array<float, 4>& edges, std::int16_t projectionNumber) {
+        ASSERT_EQ(OpenMap(kData + "/world.ovm", kFalse), kFalse);
+        ShowView({"", projectionNumber, edges, Kind::Both}, 3);
+        ASSERT_TRUE(ZoomFromWorld(window_));
+        plotFull();
+    }
+
+    // Moves the view by parts of its width and height, east and north positive.
+    static void Move(double across, double up) {
+        const ViewExtent& view = mapView.extent;
+        PushMovedView(EdgesAbout(view.centreLat + up * view.spanLat,
+                                 view.centreLong + across * view.spanLong),
+                      "Lat:");
+    }
+
+    // Share of the map's pixels in the sea's colour.
+    double SeaShare() {
+        const MapRect& rect = mapView.rect;
+        long sea = 0;
+        for (int y = rect.top + 1; y < rect.top + rect.height; ++y) {
+            for (int x = rect.left + 1; x < rect.left + rect.width; ++x) {
+                if (window_.GetPixel(x, y) == PlainColour(SeaColour())) ++sea;
+            }
+        }
+        return static_cast<double>(sea) / (rect.width - 1) / (rect.height - 1);
+    }
+
+  private:
+    ImageSurface window_{1000, 700};
+};
+
+struct MoveRow {
+    const char* what;
+    std::int16_t projection;
+    std::array<float, 4> edges;  // south, west, north, east
+    double across;               // of one move, parts of the view
+    double up;
+    double leastSea;  // at the start
+};
+
+TEST_F(MovedSea, StaysSeaWhereNoLineIsInView) {
+    const std::vector<MoveRow> rows = {
+        {"Pacific", projection::kCartesian, {-32.5F, -119.8F, -20.1F, -94.9F}, 0.3, 0, 0.999},
+        {"Pacific, westward", projection::kCartesian, {10, -140, 15, -130}, -0.45, 0, 1},
+        {"Pacific, northward", projection::kCartesian, {25, -150, 28, -145}, 0.2, 0.7, 1},
+        {"Pacific, date line", projection::kCartesian, {32, 174, 34, 178}, 0.6, 0, 1},
+        {"Pacific, Mercator", projection::kMercator, {40, -150, 43, -145}, 0.3, -0.6, 1},
+        {"Hawaii, eastward", projection::kCartesian, {18, -161, 24, -153}, 0.45, 0.1, 0.9},
+        {"Hawaii, Mercator", projection::kMercator, {18, -161, 24, -153}, 0.45, 0.1, 0.9}};
+    for (const MoveRow& row : rows) {
+        ZoomTo(row.edges, row.projection);
+        EXPECT_GE(SeaShare(), row.leastSea) << row.what;
+        for (int move = 0; move < 2; ++move) Move(row.across, row.up);
+        EXPECT_FALSE(plotState.islandsOnly) << row.what;
+        EXPECT_EQ(SeaShare(), 1) << row.what;
+        Move(row.across, row.up);
+        EXPECT_EQ(SeaShare(), 1) << row.what << ", once more";
+    }
+}
+
+TEST_F(MovedSea, StaysSeaWhereTheViewIsMadeLarger) {
+    ZoomTo({9, -141, 11, -139}, projection::kCartesian);
+    ZoomOut();
+    EXPECT_EQ(SeaShare(), 1);
+    ViewEdges edges;
+    ASSERT_TRUE(ScaledEdges(mapView.rect.left + 9, mapView.rect.top + 9, -1, edges));
+    PushMovedView(edges, "Lat:");
+    EXPECT_EQ(SeaShare(), 1);
+}
+
+// Without borders there is no line in view.
+TEST_F(MovedSea, IsNotFoundOnLandWithoutLines) {
+    for (const std::int16_t number : {projection::kCartesian, projection::kMercator}) {
+        ZoomTo({20, 5, 25, 10}, number);
+        CurrentMap().hidden = {0, 0, -1, -1, -1, 0, -1, -1, -1};
+        plotFull();
+        for (const double across : {0.3, 0.3, -0.6}) {
+            Move(across, 0.1);
+            EXPECT_FALSE(plotState.plotted);
+            EXPECT_EQ(SeaShare(), 0) << number;
+        }
+        ZoomOut();
+        EXPECT_EQ(SeaShare(), 0) << number;
+    }
+}
+
+// A chart's lines may have any colour.
+TEST_F(MovedSea, IsNotTakenFromALineOfItsColour) {
+    ZoomTo({20, 5, 25, 10}, projection::kCartesian);
+    CurrentMap().hidden = {0, 0, -1, -1, -1, 0, -1, -1, -1};
+    plotFull();
+    session.picture->SetPen({1, LineDash::Solid, PlainColour(SeaColour())});
+    session.picture->MoveTo(0, 0);
+    session.picture->LineTo(1000, 700);
+    session.picture->MoveTo(500, 0);
+    session.picture->LineTo(500, 700);
+    Move(0.3, 0);
+    EXPECT_FALSE(plotState.plotted);
+    EXPECT_EQ(SeaShare(), 0);
+}
+
+TEST_F(MovedSea, TellsNothingOfAViewThatSharesNothingWithIt) {
+    ZoomTo({10, -140, 15, -130}, projection::kCartesian);
+    ASSERT_EQ(SeaShare(), 1);
+    CurrentMap().hidden = {0, 0, -1, -1, -1, 0, -1, -1, -1};
+    PushMovedView({20, 5, 25, 10}, "Lat:");
+    EXPECT_FALSE(plotState.plotted);
+    EXPECT_EQ(SeaShare(), 0);
+}
+
+// Where a move leads to the open sea the sea comes along, and where it leads onto land it doesn't.
+TEST_F(MovedSea, OfRandomMovesIsWhereTheSourceHasIt) {
+    constexpr unsigned kSeed = 907;
+    constexpr int kViews = 60;
+    constexpr int kMoves = 4;
+    std::mt19937 random(kSeed);
+    const auto between = [&](double least, double most) {
+        return least + (most - least) * random() / 4294967296.0;
+    };
+    int atSea = 0;
+    int onLand = 0;
+    for (int n = 0; n < kViews; ++n) {
+        const auto height = static_cast<float>(between(1, 15));
+        const auto south = static_cast<float>(between(-70, 70 - height));
+        const auto west = static_cast<float>(between(-180, 180));
+        ZoomTo({south, west, south + height, WrappedLong(west + 1.5 * height)},
+               n % 2 == 0 ? projection::kCartesian : projection::kMercator);
+        for (int move = 0; move < kMoves; ++move) {
+            if (n % 10 == 9 && move == 0) {
+                ZoomOut();
+            } else {
+                Move(between(-0.7, 0.7), between(-0.7, 0.7));
+            }
+            if (plotState.plotted || plotState.crossings.size() > 1) continue;
+            const double share = SeaShare();
+            EXPECT_TRUE(share == 0 || share == 1) << "view " << n << ", move " << move;
+            const bool maskLand =
+                Mask().IsLand(mapView.extent.centreLat, mapView.extent.centreLong);
+            EXPECT_EQ(share == 1, !maskLand) << "view " << n << ", move " << move;
+            (share == 1 ? atSea : onLand)++;
+        }
+    }
+    std::cout << "seed " << kSeed << ": " << atSea << " moves to open sea, " << onLand
+              << " to open land\n";
 }
 
 }  // namespace

@@ -649,6 +649,23 @@ TEST_F(MouseModes, AClickInTheMoveModeCentresTheMapOnThePlace) {
     EXPECT_EQ(mapView.extent.spanLong, 360);
 }
 
+TEST_F(MouseModes, AMoveAndAWheelTurnedBackLookForTheSeaThatBothViewsShare) {
+    SetView(10, -40, 30, -20, projection::kCartesian);
+    surface.Clear(PlainColour(SeaColour()));
+    SetMouseMode(mouse_mode::kMove);
+    Drag(kX, kY, kX - 100, kY);
+    EXPECT_NE(plotState.fillSeaOnly, 0);
+    EXPECT_EQ(plotState.fillLand, 0);
+    SetView(10, -40, 30, -20, projection::kCartesian);
+    WheelZoom(kX, kY, -1);
+    EXPECT_NE(plotState.fillSeaOnly, 0);
+    EXPECT_NE(plotState.fillLand, 0) << "the larger view's frame lies beyond the picture";
+    surface.Clear(PlainColour(LandColour()));
+    SetView(10, -40, 30, -20, projection::kCartesian);
+    Click(kX + 30, kY);
+    EXPECT_EQ(plotState.fillSeaOnly, 0);
+}
+
 TEST_F(MouseModes, ATitleThatIsANameStaysThroughAMove) {
     SetMouseMode(mouse_mode::kMove);
     CurrentMap().title = "Europe";
