@@ -160,6 +160,7 @@ Flag OpenMap(std::string_view path, Flag redraw) {
     if (TakeRunTimeError(failure)) {
         CloseAllFiles();
         CurrentMap() = saved;
+        RefreshMapMenus(mapState.current);  // there is no view to go back to any longer
         std::string text = "Unable to open map file:";
         text.append(kCrLf)
             .append(ShownPath(path))

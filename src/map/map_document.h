@@ -96,8 +96,9 @@ void PutFillRecord(std::uint8_t* p, const FillRecord& record);
 /// `redraw` set a full plot follows.
 void NewMap(Flag redraw);
 
-/// Reads a map document into record 1 and makes it current. On a failure tells the user, closes all
-/// files and leaves the map as it was. With `redraw` set the map joins the recent list and a full
+/// Reads a map document into record 1 and makes it current. On a failure tells the user and leaves
+/// the map as it was; a file that can be opened but not read also closes all files and forgets the
+/// stacked views, the menus with them. With `redraw` set the map joins the recent list and a full
 /// plot follows. Returns the failed flag.
 Flag OpenMap(std::string_view path, Flag redraw);
 

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "map/map_fixture.h"
+#include "map/map_menus.h"
 #include "session/files.h"
 
 namespace orvantis {
@@ -394,6 +395,17 @@ TEST_F(MapDocumentTest, FailedOpeningForgetsTheStackedViewsAndTheirPictures) {
     for (const Image& image : mapState.viewImages) EXPECT_TRUE(image.pixels.empty());
 }
 
+TEST_F(MapDocumentTest, FailedOpeningDisablesThePreviousView) {
+    mapState.current = 2;
+    mapState.viewTop = 2;
+    OpenMapMenu();
+    ASSERT_TRUE(mapMenus.previousView);
+    calls.clear();
+    EXPECT_NE(OpenMap(folder.Write("short.ovm", Bytes(20)), kTrue), kFalse);
+    EXPECT_FALSE(mapMenus.previousView);
+    EXPECT_EQ(calls, std::vector<std::string>{"menus 1"});
+}
+
 TEST_F(MapDocumentTest, NameOfAMapIsThatOfItsFileInTheProgramsCodePage) {
     const std::string path = folder.Write("\xC3\x84rmel.ovm", BytesOf({}));
     EXPECT_EQ(OpenMap(path, kFalse), kFalse);
@@ -417,7 +429,8 @@ TEST_F(MapDocumentTest, NewMapWithAnUnreadableWorldTellsAndMakesTheDefaultDocume
     EXPECT_EQ(TestShell().log, std::vector<std::string>{Failure(path, "Input past end of file")});
     EXPECT_EQ(mapState.current, 1);
     EXPECT_EQ(BytesOf(CurrentMap()), BytesOf({}));
-    EXPECT_EQ(calls, (std::vector<std::string>{"menus 1", "plot"}));
+    EXPECT_EQ(calls, (std::vector<std::string>{"menus 1", "menus 1", "plot"}))
+        << "of the map that stays, and of the new one";
 }
 
 }  // namespace
