@@ -141,6 +141,7 @@ void NewMap(Flag redraw) {
     }
     MakeFirstViewCurrent();
     CurrentMap() = {};
+    mapState.name.clear();
     RefreshMapMenus(mapState.current);
     if (redraw != kFalse) PlotFull();
 }

@@ -74,7 +74,7 @@ struct MapState {
     std::int16_t viewTop = 1;              ///< number that counts the views made
     std::int16_t viewLowest = 1;           ///< lowest such number that can be gone back to
     std::string name;                      ///< name of the document last opened or saved, bytes of
-                                           ///< code page 1252, "" none
+                                           ///< code page 1252, "" of a new one
     std::vector<FillRecord> fills{1};      ///< 1 to fillCount; element 0 stands unused
     std::array<Image, 7> viewImages;       ///< pictures that views 1 to 5 have kept; by number
 };
@@ -92,7 +92,8 @@ void PutMapDocument(std::uint8_t* p, const MapDocument& document);
 FillRecord GetFillRecord(const std::uint8_t* p);
 void PutFillRecord(std::uint8_t* p, const FillRecord& record);
 
-/// Makes the default map current: the user's world.ovm if there is one, else a new document. With
+/// Makes the default map current: the user's world.ovm if there is one, else a new document, which
+/// has no name. With
 /// `redraw` set a full plot follows.
 void NewMap(Flag redraw);
 

@@ -406,6 +406,16 @@ TEST_F(MapDocumentTest, FailedOpeningDisablesThePreviousView) {
     EXPECT_EQ(calls, std::vector<std::string>{"menus 1"});
 }
 
+TEST_F(MapDocumentTest, NewDocumentHasNoName) {
+    EXPECT_EQ(OpenMap(folder.Write("europe.ovm", BytesOf({})), kFalse), kFalse);
+    ASSERT_EQ(mapState.name, "europe");
+    NewMap(kFalse);
+    EXPECT_EQ(mapState.name, "");
+    folder.Write("world.ovm", BytesOf({}));
+    NewMap(kFalse);
+    EXPECT_EQ(mapState.name, "world") << "the user's own default map has its own";
+}
+
 TEST_F(MapDocumentTest, NameOfAMapIsThatOfItsFileInTheProgramsCodePage) {
     const std::string path = folder.Write("\xC3\x84rmel.ovm", BytesOf({}));
     EXPECT_EQ(OpenMap(path, kFalse), kFalse);
