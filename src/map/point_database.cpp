@@ -290,8 +290,9 @@ void RepairDatabase() {
     const bool failed = GenerateLevels(LevelPath(1), kFirstUseText) != kFalse;
     shell.ShowProgress("", 100);
     if (!failed) {
-        // Whatever its date, the old index is not of these files.
+        // Whatever its date, the old index is not of these files, nor are the kept pictures.
         RebuildLineIndex();
+        mapState.viewImages = {};
         if (plotFull != nullptr) plotFull();
     }
     shell.SetPointer(Pointer::Default);

@@ -133,8 +133,10 @@ Flag LoadLineIndex();
 /// The same from the level files, whatever levelx.ndx holds and however late it is.
 Flag RebuildLineIndex();
 
-/// On the user's wish makes the level files and the index anew, and plots the map in full. Asks
-/// first, and tells when it is done or why it isn't.
+/// On the user's wish makes the level files and the index anew, forgets the pictures that views
+/// have kept of the old ones, and plots the map in full. Asks first, and tells when it is done or
+/// why it isn't. Done means that the level files are: a failure of the index has its own message
+/// (see LoadLineIndex), and the word that the files have been regenerated still follows.
 void RepairDatabase();
 
 /// Fills ClassRange from LineIndex.

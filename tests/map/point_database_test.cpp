@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "map/map_fixture.h"
+#include "map/view_ring.h"
 #include "session/files.h"
 #include "support/failing_disk.h"
 
@@ -518,6 +519,36 @@ TEST_F(PointDatabaseTest, RepairMakesAnewAnIndexThatIsDatedInTheFuture) {
     EXPECT_EQ(GetI16(FileBytes(IndexPath()).data()), 1001);
     EXPECT_LT(fs::last_write_time(IndexPath()),
               fs::file_time_type::clock::now() + std::chrono::hours(1));
+}
+
+// A view that kept a picture of the damaged database is drawn anew when the user goes back to it.
+TEST_F(PointDatabaseTest, RepairForgetsThePicturesThatViewsHaveKept) {
+    static std::vector<std::string> plots;
+    plots.clear();
+    plotFull = [] { plots.emplace_back("full"); };
+    plotQuick = [] { plots.emplace_back("quick"); };
+    AddThreeLines();
+    MakeDatabase();
+    options.storeImages = kTrue;
+    surface.CopyImage(session.StoredImage);
+    PushView({10, 20, 30, 40}, "");
+    ASSERT_FALSE(mapState.viewImages[1].pixels.empty());
+    RepairDatabase();
+    PreviousView();
+    EXPECT_EQ(plots, (std::vector<std::string>{"full", "full", "full"}))
+        << "the view, the repair, the view before";
+}
+
+// A folder where the index should be: it can't be replaced, which has its own box.
+TEST_F(PointDatabaseTest, RepairWhoseIndexCannotBeWrittenTellsSoAndThatTheFilesAreThere) {
+    AddThreeLines();
+    MakeDatabase();
+    std::filesystem::remove(IndexPath());
+    std::filesystem::create_directories(IndexPath() + "/x");
+    RepairDatabase();
+    ASSERT_EQ(TestShell().boxes.size(), 3U);
+    EXPECT_EQ(TestShell().boxes[2], "Orvantis: Map database files have been regenerated.");
+    EXPECT_EQ(pointDatabase.count, 3);
 }
 
 TEST_F(PointDatabaseTest, RepairThatIsCancelledChangesNothing) {
