@@ -17,6 +17,7 @@
 #include "session/files.h"
 #include "session/session_state.h"
 #include "session/settings.h"
+#include "text/number_text.h"
 #include "text/strings.h"
 
 namespace orvantis::cli {
@@ -234,13 +235,18 @@ int LoadNamedFiles(const Arguments& call) {
     return kDone;
 }
 
+// An edge as the shortest number that is the float: 10.1, and not the double nearest to the float.
+double ShownEdge(float edge) {
+    return Json::parse(ShortNumberText(edge)).get<double>();
+}
+
 void PrintView() {
     const MapDocument& map = CurrentMap();
     const MapRect& rect = mapView.rect;
-    const Json view = {{"south", map.south},
-                       {"west", map.west},
-                       {"north", map.north},
-                       {"east", map.east},
+    const Json view = {{"south", ShownEdge(map.south)},
+                       {"west", ShownEdge(map.west)},
+                       {"north", ShownEdge(map.north)},
+                       {"east", ShownEdge(map.east)},
                        {"projection", kProjections[static_cast<std::size_t>(map.projection)]},
                        {"precision", map.precision}};
     const Json mapRect = {

@@ -1022,6 +1022,16 @@ TEST_F(CommandLine, RenderWritesAPictureOfTheSizeAndTellsTheView) {
     EXPECT_GT(view["mapRect"]["left"].get<int>(), 0);
 }
 
+TEST_F(CommandLine, RenderTellsTheEdgesWithoutTheNoiseOfTheirFloats) {
+    const ProgramResult result = Run({"render", "-o", folder_.File("view.png"), "--size", "200x200",
+                                      "--view", "10.1,-20.3,30.7,40", "--json"});
+    ASSERT_EQ(result.exitCode, 0) << result.errors;
+    for (const char* edge : {"\"south\": 10.1,", "\"west\": -20.3,", "\"north\": 30.7,"}) {
+        EXPECT_NE(result.output.find(edge), std::string::npos) << result.output;
+    }
+    EXPECT_EQ(Json::parse(result.output)["view"]["east"], 40);
+}
+
 // Edges in every order that names the same place: all but a hair of the world, the whole of it, and
 // the least that is taken.
 TEST_F(CommandLine, RenderTakesAViewOfAnyWidthAroundTheWorld) {
