@@ -182,7 +182,10 @@ bool WriteChart(std::int16_t type, FileHandle file, std::int32_t n, const FileCh
     if (type == chart_file::kFormat3) return WriteListedChart(file, n, record);
     const std::int64_t length = ChartRecordLength(type);
     const std::int64_t fileLength = FileLength(file);
-    if (length == 0 || n < 1 || n - 1 > CountCharts(type, fileLength)) {
+    const std::int32_t count = CountCharts(type, fileLength);
+    // Behind the last chart may be a piece of one, or the end of something else.
+    const bool overPiece = n - 1 == count && SlotPosition(type, n) <= fileLength;
+    if (length == 0 || n < 1 || n - 1 > count || overPiece) {
         RaiseRunTimeError(length == 0 ? error::kBadFileMode : error::kPastEnd);
         return false;
     }

@@ -149,7 +149,8 @@ bool ReadChart(std::int16_t type, FileHandle file, std::int32_t n, FileChart& re
 /// the record of the type has no room for is lost (see ChartToFormat0, ChartToFormat1). A type 3
 /// chart keeps its attachments and comment, and the list then counts as changed. False, with a
 /// run-time error, if it can't be written, `n` is further off, a coordinate doesn't fit the record,
-/// or a type 3 file is damaged; nothing of the file is then changed.
+/// a type 3 file is damaged, or the file has bytes behind its last whole chart where the next would
+/// be written; nothing of the file is then changed.
 bool WriteChart(std::int16_t type, FileHandle file, std::int32_t n, const FileChart& record);
 
 /// Closes a chart file. A type 3 file that was changed is saved first; if that fails, which the

@@ -85,9 +85,9 @@ bool LoadChartList(std::string_view path, ChartList& list, Flag forceLegacy);
 /// Replaces the file of that path by the list's charts, as a file of that type; the former file
 /// stays beside it as `path` + ".bak", and so does its comment file. Notes the path, the type and
 /// the clean state in the list. On failure shows "Unable to save chart file: " with the reason,
-/// leaves the existing file as it was and returns false. A damaged list isn't saved over the file
-/// that it was read from, so that what couldn't be read of it stays there; its reason is "Input
-/// past end of file".
+/// leaves the existing file and its backup as they were and returns false. A damaged list isn't
+/// saved over the file that it was read from, so that what couldn't be read of it stays there; its
+/// reason is "Input past end of file".
 ///
 /// What the type has no room for is lost: attachments outside type 3, comments in type 0, fields
 /// as in ChartToFormat0 and ChartToFormat1; type -1 takes the description alone. Type 1 keeps its

@@ -87,6 +87,17 @@ bool WriteListedComment(std::string_view path, std::int32_t ref, std::string_vie
     return true;
 }
 
+// Whole blocks, none of which leads to the head or out of the file.
+bool HasCommentForm(Bytes& blocks) {
+    if (blocks.size() % kBlockSize != 0) return false;
+    const std::int32_t count = BlockCount(static_cast<std::int64_t>(blocks.size()));
+    for (std::int32_t number = 1; number <= count; ++number) {
+        const std::int32_t next = GetI32(Block(blocks, number));
+        if (next != 0 && !IsCommentBlock(next, count)) return false;
+    }
+    return true;
+}
+
 // Appends a blank block and returns its number.
 std::int32_t AppendBlock(Bytes& blocks) {
     blocks.resize(blocks.size() + kBlockSize, std::uint8_t{' '});
@@ -145,15 +156,7 @@ bool MayHoldComments(std::string_view commentPath) {
 
 bool IsCommentFile(std::string_view path) {
     Bytes blocks;
-    if (FetchFile(path, kMostChartBytes, blocks) != 0 || blocks.size() % kBlockSize != 0) {
-        return false;
-    }
-    const std::int32_t count = BlockCount(static_cast<std::int64_t>(blocks.size()));
-    for (std::int32_t number = 1; number <= count; ++number) {
-        const std::int32_t next = GetI32(Block(blocks, number));
-        if (next != 0 && !IsCommentBlock(next, count)) return false;
-    }
-    return true;
+    return FetchFile(path, kMostChartBytes, blocks) == 0 && HasCommentForm(blocks);
 }
 
 bool FileHasComments(std::string_view chartPath) {
@@ -225,6 +228,10 @@ bool WriteComment(std::int16_t type, std::string_view path, std::int32_t& ref,
         return true;
     }
     if (!made && !ReadWholeFile(commentPath, kMostChartBytes, blocks)) return false;
+    if (!HasCommentForm(blocks)) {
+        RaiseRunTimeError(error::kPathAccess);  // it is damaged, or something else
+        return false;
+    }
 
     std::int32_t first = 0;
     if (text.empty()) {

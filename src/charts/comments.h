@@ -46,7 +46,8 @@ std::string ReadComment(std::int16_t type, std::string_view path, std::int32_t r
 /// Stores a comment. Types 1 and 2: `ref` receives its first block; the chain that was at `ref`
 /// stays (it may be another chart's): an empty text gives it back to the free list and makes `ref`
 /// 0. Type 3: the text goes into chart `ref` of the open list, which then counts as changed. False,
-/// with a run-time error, if it can't be written; `ref` and the file are then as they were.
+/// with a run-time error, if it can't be written, or what is there has not the form of a comment
+/// file; `ref` and the file are then as they were.
 bool WriteComment(std::int16_t type, std::string_view path, std::int32_t& ref,
                   std::string_view text);
 

@@ -292,6 +292,27 @@ TEST_F(SavingTheChart, AFileThatTakesNoChartsIsToldAndStaysAsItWas) {
     EXPECT_FALSE(std::filesystem::exists(Path("newnoext")));
 }
 
+TEST_F(SavingTheChart, BytesBehindTheLastWholeChartAreNotWrittenOver) {
+    Show();
+    std::vector<std::string> paths = {
+        folder_.Write("letter.txt", "Dear reader, this is no chart file, and stays as it is.")};
+    for (const std::int16_t type : {0, 1, 2}) {
+        const std::string name = "piece" + std::to_string(type) + ".cht";
+        Bytes bytes = FileBytes(Make(name, type));
+        bytes.resize(bytes.size() - 3);
+        paths.push_back(folder_.Write(name, bytes));
+    }
+    for (const std::string& path : paths) {
+        const Bytes before = FileBytes(path);
+        TestShell().boxes.clear();
+        EXPECT_FALSE(SaveCurrentChart(1, path)) << path;
+        EXPECT_EQ(TestShell().boxes,
+                  std::vector<std::string>{"Orvantis: Unable to save chart file: " + path +
+                                           " /  / Error 62: Input past end of file"});
+        EXPECT_EQ(FileBytes(path), before);
+    }
+}
+
 TEST_F(SavingTheChart, ADiskThatFillsUpLeavesEveryFileAsItWas) {
     for (const std::int16_t type : {0, 1, 2, 3}) {
         Show();
