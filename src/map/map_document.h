@@ -93,8 +93,7 @@ FillRecord GetFillRecord(const std::uint8_t* p);
 void PutFillRecord(std::uint8_t* p, const FillRecord& record);
 
 /// Makes the default map current: the user's world.ovm if there is one, else a new document, which
-/// has no name. With
-/// `redraw` set a full plot follows.
+/// has no name. With `redraw` set a full plot follows.
 void NewMap(Flag redraw);
 
 /// Reads a map document into record 1 and makes it current. On a failure tells the user and leaves
