@@ -315,7 +315,13 @@ bool IsOfMoment(const CalcChart& chart) {
     return type == 0 || type == kNatal || type == kReturn || type >= kFirstMovable;
 }
 
+bool HasMoment(const CalcChart& chart) {
+    return IsOfMoment(chart) && chart.JulianDayET != 0;
+}
+
 Flag RecalculateChart(std::int16_t slot) {
+    RunTimeError stale;
+    TakeRunTimeError(stale);  // what stood before belongs to others
     CalcChart& chart = calcChart[static_cast<std::size_t>(slot)];
     const CalcChart keptChart = chart;
     const ChartNow keptNow = chartNow;
@@ -349,8 +355,12 @@ void AnglesAtPlace(std::int16_t slot, double latitude, double longW, double& asc
     double ramc = 0;
     GetDeltaT(t, deltaT);
     GetObliquity(t, obliquity);
-    GetST(chart.JulianDayET - deltaT / 24, siderealTime);
-    GetRAMC(longW, siderealTime, ramc);
+    if (!HasMoment(chart) && chart.Lon[point::kMidheaven] >= 0) {
+        ramc = Modulo(chart.RA[point::kMidheaven] + chartNow.PlaceLongW - longW, 360);
+    } else {
+        GetST(chart.JulianDayET - deltaT / 24, siderealTime);
+        GetRAMC(longW, siderealTime, ramc);
+    }
     ascendant = InZodiac(Ascendant(ramc, obliquity, latitude), offset);
     midheaven = InZodiac(Midheaven(ramc, obliquity), offset);
 }

@@ -156,10 +156,14 @@ void CalcAnglesForPlace(std::int16_t slot);
 /// returns and Davison charts.
 bool IsOfMoment(const CalcChart& chart);
 
+/// True for such a chart whose moment is known: one that was handed over may have come without.
+bool HasMoment(const CalcChart& chart);
+
 /// Calculates a slot again from the moment, frame, zodiac and house system that stand in it and the
 /// place of ChartNow (on the equator as near to it as before), by the rules for the node and Vulcan
-/// that are in force now. For charts of a moment. Failures are told as by FileChartToCalcChart; the
-/// slot and ChartNow then stay as they were. Returns nonzero on failure.
+/// that are in force now. For charts of a moment. Failures are told as by FileChartToCalcChart, but
+/// for those that stood before; the slot and ChartNow then stay as they were. Returns nonzero on
+/// failure.
 Flag RecalculateChart(std::int16_t slot);
 
 /// Angles and houses of the slot from the geodetic zodiac: the Midheaven is the place's own
@@ -178,7 +182,9 @@ Flag CalcChartFromEntry(std::int16_t slot, std::int16_t day, std::int16_t month,
                         double latitude, double longitude);
 
 /// Ascendant and Midheaven, degrees in the chart's zodiac, that the moment of the chart in a slot
-/// has at another place: latitude north positive, longitude WEST positive. Changes no record.
+/// has at another place: latitude north positive, longitude WEST positive. A chart without a moment
+/// has its own Midheaven at its own place (that of ChartNow), and from there it turns with the
+/// longitude, as the chart's lines do. Changes no record.
 void AnglesAtPlace(std::int16_t slot, double latitude, double longW, double& ascendant,
                    double& midheaven);
 

@@ -249,6 +249,8 @@ void TakeCalculation(const Bytes& from, std::int16_t slot) {
 }
 
 Flag FillSlot(const ExchangeChart& exchange, std::int16_t slot) {
+    RunTimeError stale;
+    TakeRunTimeError(stale);  // what stood before belongs to others
     Format1Record record;
     ChartToFormat1(exchange.chart, record);
     if (!IsCalculated(exchange.calculation)) return FileChartToCalcChart(record, slot, kFalse);

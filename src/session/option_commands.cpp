@@ -79,8 +79,7 @@ CommandOutcome SetHouseSystem(std::int16_t number) {
     if (!HasChart(0)) return CommandOutcome::Done;
     CalcChart& chart = calcChart[1];
     chart.HouseSystem = number;
-    const bool hasMoment = IsOfMoment(chart) && chart.JulianDayET != 0;
-    if (hasMoment && RecalculateChart(1) == 0) return CommandOutcome::Done;
+    if (HasMoment(chart) && RecalculateChart(1) == 0) return CommandOutcome::Done;
     CalcHouses(1, chartNow.RAMCNow, chartNow.ObliquityNow, chartNow.PlaceLat,
                chartNow.ZodiacOffsetNow, number);
     return CommandOutcome::Done;

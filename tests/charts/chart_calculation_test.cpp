@@ -314,6 +314,20 @@ TEST_F(ChartCalculation, AFailureOfReadingTheRecordIsToldByTheCalculation) {
     EXPECT_EQ(TestShell().boxes[0], "Orvantis: FileChartToCalcChart Error: 6");
 }
 
+TEST_F(ChartCalculation, WhatStoodBeforeIsNoFailureOfARecalculationOrAnEntry) {
+    FileChartToCalcChart(SampleRecord(), 1, kFalse);
+    const CalcChart before = calcChart[1];
+    RaiseRunTimeError(error::kOverflow);
+    EXPECT_EQ(RecalculateChart(1), kFalse);
+    EXPECT_TRUE(TestShell().boxes.empty());
+    EXPECT_EQ(PendingRunTimeError(), 0);
+    EXPECT_EQ(calcChart[1].Lon, before.Lon);
+
+    RaiseRunTimeError(error::kOverflow);
+    EXPECT_EQ(CalcChartFromEntry(1, 1, 1, 2000, 12, 0, 0, 0, 50, 0), kFalse);
+    EXPECT_EQ(PendingRunTimeError(), 0);
+}
+
 TEST_F(ChartCalculation, ThereAreTwoSlots) {
     for (const std::int16_t slot : {0, 3, -1}) {
         TestShell().boxes.clear();

@@ -453,6 +453,14 @@ TEST_F(Exchange, CuspsThatMeanNothingAreCalculatedAnew) {
     EXPECT_EQ(chart.Cusp[1], chart.Lon[point::kAscendant]);
 }
 
+TEST_F(Exchange, WhatStoodBeforeIsNoFailureOfTheChart) {
+    ExchangeChart exchange;
+    ASSERT_TRUE(ReadExchangeChart(Write(SampleRecord()), 1, exchange));
+    RaiseRunTimeError(error::kOverflow);
+    EXPECT_EQ(ExchangeChartToSlot(exchange, 1), kFalse);
+    EXPECT_TRUE(TestShell().boxes.empty());
+}
+
 TEST_F(Exchange, AChartOfNoDateIsToldAndLeavesNoChart) {
     calcChart[1].Name = "stale";
     chartNotes[1].note = "stale";
