@@ -66,19 +66,11 @@ void GoBack() {
     }
 }
 
-std::string LatText(float lat) {
-    return FormatLatMinutes(RoundToInt16(static_cast<double>(lat) * 60));
-}
-
-std::string LongText(float longitude) {
-    return FormatLongMinutes(RoundToInt16(static_cast<double>(longitude) * 60));
-}
-
 }  // namespace
 
 std::string AreaTitle(const ViewEdges& edges) {
-    return "Lat: " + LatText(edges.south) + " to " + LatText(edges.north) +
-           "  Long: " + LongText(edges.west) + " to " + LongText(edges.east);
+    return "Lat: " + LatTextOfDegrees(edges.south) + " to " + LatTextOfDegrees(edges.north) +
+           "  Long: " + LongTextOfDegrees(edges.west) + " to " + LongTextOfDegrees(edges.east);
 }
 
 void PushView(const ViewEdges& edges, std::string_view title) {

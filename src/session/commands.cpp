@@ -89,19 +89,27 @@ void OpenMenu(std::string_view menu) {
 void RunCommand(const Command& command) {
     if (plotState.inProgress) return;
     if (command.isBuilt != nullptr && !command.isBuilt()) return;
-    ++runningCommands;
+    BeginCommand();
     CommandOutcome outcome = CommandOutcome::Done;
     if (command.run != nullptr) outcome = command.run(command.number);
     if (outcome == CommandOutcome::Done) {
         if (command.end == CommandEnd::Full && plotAnew != nullptr) plotAnew();
         if (command.end == CommandEnd::Lines && plotLinesAnew != nullptr) plotLinesAnew();
     }
-    --runningCommands;
-    if (refreshMenuMarks != nullptr) refreshMenuMarks();
+    EndCommand();
 }
 
 bool CommandRuns() {
     return runningCommands > 0;
+}
+
+void BeginCommand() {
+    ++runningCommands;
+}
+
+void EndCommand() {
+    --runningCommands;
+    if (refreshMenuMarks != nullptr) refreshMenuMarks();
 }
 
 std::span<const CommandButton> CommandButtons() {

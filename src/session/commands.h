@@ -80,6 +80,11 @@ void RunCommand(const Command& command);
 /// menus are brought in step (refreshMenuMarks) when it is over.
 bool CommandRuns();
 
+/// What the mouse does on the map may open boxes and end in a plot like any command: from
+/// BeginCommand to EndCommand it counts as one that runs. They come in pairs.
+void BeginCommand();
+void EndCommand();
+
 /// A button of the row above the map. Each is the same as a command.
 struct CommandButton {
     std::string_view name;     ///< of the control

@@ -1,5 +1,7 @@
 // The mouse on the map. Each mode is a routine for the drag and one for its end; what they do to
-// the view goes through the ring of views.
+// the view goes through the ring of views. On a map whose file has edges that are no places,
+// numbers fail in ways that nobody is to be told of, least of all by the command that comes next:
+// every event drops the errors that it leaves behind.
 #include "session/mouse_modes.h"
 
 #include <algorithm>
@@ -15,6 +17,7 @@
 #include "map/view_edges.h"
 #include "map/view_ring.h"
 #include "map/zoom_seeds.h"
+#include "session/commands.h"
 #include "session/rulers.h"
 #include "session/session_state.h"
 #include "session/settings.h"
@@ -80,16 +83,8 @@ Place PlaceAt(float x, float y) {
     return place;
 }
 
-std::string LatText(const Place& place) {
-    return FormatLatMinutes(RoundToInt16(place.lat * 60.0));
-}
-
-std::string LongText(const Place& place) {
-    return FormatLongMinutes(RoundToInt16(place.longitude * 60.0));
-}
-
 std::string PlaceText(const Place& place) {
-    return LatText(place) + " " + LongText(place);
+    return LatTextOfDegrees(place.lat) + " " + LongTextOfDegrees(place.longitude);
 }
 
 int Pixel(float value) {
@@ -98,10 +93,12 @@ int Pixel(float value) {
 
 // ---- position report ----
 
+// "" between ends that are no places.
 std::string DistanceText() {
     const Place from = PlaceAt(mouseState.dragStartX, mouseState.dragStartY);
     const Place to = PlaceAt(mouseState.dragEndX, mouseState.dragEndY);
     const double degrees = AngularDistance(from.longitude, from.lat, to.longitude, to.lat);
+    if (!std::isfinite(degrees)) return "";
     return std::to_string(static_cast<int>(degrees * kKmOfDegree)) + "km " +
            std::to_string(static_cast<int>(degrees * kMilesOfDegree)) + "mi  " +
            FormatAngle(degrees, angle_style::kPlain, 1, kTrue, kTrue, kFalse, kFalse);
@@ -120,8 +117,10 @@ std::string ModeText() {
 std::string PositionText(float x, float y, bool leftHeld) {
     if (!IsOnMap(x, y)) return "";
     const Place place = PlaceAt(x, y);
-    std::string text =
-        LatText(place) + std::string(8, ' ') + LongText(place) + std::string(19, ' ');
+    const std::string lat = LatTextOfDegrees(place.lat);
+    const std::string longitude = LongTextOfDegrees(place.longitude);
+    if (lat.empty() || longitude.empty()) return "";
+    std::string text = lat + std::string(8, ' ') + longitude + std::string(19, ' ');
     if (leftHeld) text += ModeText();
     return text;
 }
@@ -250,16 +249,25 @@ void EndMove(const MouseState& drag) {
     PushMovedView(edges, click ? "Centre " + PlaceText(from) : AreaTitle(edges));
 }
 
-// Colours along the rectangle's edge are carried over as fills of the new view alone.
-void PushZoom(const Box& box, const ViewEdges& edges, std::string_view title) {
+// Takes the colours along a zoom rectangle's edge off the picture, as fills of the current view.
+void TakeSeeds(const Box& box) {
+    if (session.picture == nullptr) return;
+    SeedsFromZoom(mapState.current, *session.picture, RoundToInt16(box.left), RoundToInt16(box.top),
+                  RoundToInt16(box.right), RoundToInt16(box.bottom));
+}
+
+// Pushes a zoom whose seeds were taken. They are fills of the new view alone: the one that is left
+// has as many as it had.
+void PushSeeded(const ViewEdges& edges, std::string_view title, std::int16_t fillsBefore) {
     const auto left = static_cast<std::size_t>(mapState.current);
-    const std::int16_t fills = CurrentMap().fillCount;
-    if (session.picture != nullptr) {
-        SeedsFromZoom(mapState.current, *session.picture, RoundToInt16(box.left),
-                      RoundToInt16(box.top), RoundToInt16(box.right), RoundToInt16(box.bottom));
-    }
     PushView(edges, title);
-    mapState.documents[left].fillCount = fills;
+    mapState.documents[left].fillCount = fillsBefore;
+}
+
+void PushZoom(const Box& box, const ViewEdges& edges, std::string_view title) {
+    const std::int16_t fills = CurrentMap().fillCount;
+    TakeSeeds(box);
+    PushSeeded(edges, title, fills);
 }
 
 void TellTooNarrow(double width) {
@@ -307,15 +315,16 @@ void EndZoom(const MouseState& drag) {
     if (width >= kWidestView) return TellTooWide(width);
     ViewEdges edges{southEast.lat, northWest.longitude, northWest.lat, southEast.longitude};
     const bool narrow = width < kNarrowestView;
-    if (narrow) {
-        TellTooNarrow(width);
-        box = NarrowestBox(box);
-    }
+    if (narrow) box = NarrowestBox(box);
     // A box without a height of its own gets the least one.
     if (narrow || edges.north - edges.south < kLowestView) {
         edges = EdgesOfBox(box.left, box.top, box.right, box.bottom);
     }
-    PushZoom(box, edges, AreaTitle(edges));
+    // The box comes last: under it the map may be plotted anew, in another size.
+    const std::int16_t fills = CurrentMap().fillCount;
+    TakeSeeds(box);
+    if (narrow) TellTooNarrow(width);
+    PushSeeded(edges, AreaTitle(edges), fills);
 }
 
 void Relocate(const MouseState& drag) {
@@ -366,20 +375,25 @@ void FillAtOnce(float x, float y, Colour colour) {
 }
 
 void Fill(const MouseState& drag) {
-    const bool redraw = PictureHasMore();
-    if (redraw && !WantsToFill()) return;
     const float x = drag.dragStartX;
     const float y = drag.dragStartY;
-    if (!IsOnMap(x, y) || session.picture == nullptr) return;
+    // The place is found before the question, under which the map may be plotted anew.
+    const bool onMap = IsOnMap(x, y);
     const Place place = PlaceAt(x, y);
+    const bool redraw = PictureHasMore();
+    if (redraw && !WantsToFill()) return;
+    if (!onMap || session.picture == nullptr) return;
     const bool isSea = drag.seaFill != 0;
     const std::int16_t before = CurrentMap().fillCount;
     AddFill(mapState.current, place.lat, place.longitude, isSea, drag.specialColour);
     if (CurrentMap().fillCount == before) return;  // a full list: the next plot would not know it
-    FillAtOnce(x, y, isSea ? SeaColour() : drag.specialColour);
+    if (drag.dragPlot == plotState.screenPlots) {
+        FillAtOnce(x, y, isSea ? SeaColour() : drag.specialColour);
+    }
 
-    // The grid, too, bounds a fill made at once; a plot fills before it draws the grid.
-    if (redraw || CurrentMap().gridOn != 0) {
+    // The grid, too, bounds a fill made at once; a plot fills before it draws the grid. And the
+    // picture of a plot that was given up is no map that could be kept.
+    if (redraw || CurrentMap().gridOn != 0 || plotState.imageLost) {
         if (plotFull != nullptr) plotFull();
         return;
     }
@@ -433,6 +447,12 @@ bool FindLastClick(float& x, float& y) {
     return IsOnMap(x, y);
 }
 
+void NameLines(float x, float y) {
+    if (identifyLine != nullptr) return identifyLine(x, y);
+    const std::string names = LinesNear(x, y);
+    if (!names.empty()) Tell(names, "Lines", BoxButtons::Ok, BoxIcon::None);
+}
+
 void EndMode(const MouseState& drag) {
     switch (drag.mode) {
         case mouse_mode::kZoom:
@@ -445,6 +465,23 @@ void EndMode(const MouseState& drag) {
             return Fill(drag);
         default:
             return;  // a measured distance was told during the drag
+    }
+}
+
+// A button down on the map, in the mode that is on.
+void StartDrag(float x, float y) {
+    MouseState& mouse = mouseState;
+    EndDrag();
+    const bool onMap = IsOnMap(x, y);
+    KeepClick(x, y, onMap);
+    mouse.dragPlot = plotState.screenPlots;
+    mouse.pointerX = x;
+    mouse.pointerY = y;
+    if (mouse.mode == mouse_mode::kRuler) {
+        SeizeRuler(x, y);
+    } else if (onMap || mouse.mode > mouse_mode::kMove) {
+        mouse.dragStartX = mouse.dragEndX = x;
+        mouse.dragStartY = mouse.dragEndY = y;
     }
 }
 
@@ -464,29 +501,21 @@ void SetMouseMode(std::int16_t mode) {
 }
 
 void MouseDown(float x, float y, bool right) {
+    mouseState.dragMark = kTrue;
     if (!IsReady()) return;
-    MouseState& mouse = mouseState;
+    const ErrorsDropped dropped;
     if (right) {
         Report(x, y, false, true);
-        return Refresh();
-    }
-    EndDrag();
-    const bool onMap = IsOnMap(x, y);
-    KeepClick(x, y, onMap);
-    mouse.dragPlot = plotState.screenPlots;
-    mouse.pointerX = x;
-    mouse.pointerY = y;
-    if (mouse.mode == mouse_mode::kRuler) {
-        SeizeRuler(x, y);
-    } else if (onMap || mouse.mode > mouse_mode::kMove) {
-        mouse.dragStartX = mouse.dragEndX = x;
-        mouse.dragStartY = mouse.dragEndY = y;
+    } else {
+        StartDrag(x, y);
     }
     Refresh();
 }
 
 void MouseMove(float x, float y, bool leftHeld, bool rightHeld) {
+    mouseState.dragMark = leftHeld || rightHeld ? kTrue : kFalse;
     if (!IsReady()) return;
+    const ErrorsDropped dropped;
     if (leftHeld) {
         DragTo(x, y);
     } else {
@@ -497,15 +526,20 @@ void MouseMove(float x, float y, bool leftHeld, bool rightHeld) {
 }
 
 void MouseUp(float x, float y, bool right) {
+    mouseState.dragMark = kFalse;
     if (!IsReady()) return CancelDrag();
     if (right || !DragInProgress()) return;
+    const ErrorsDropped dropped;
     DragTo(x, y);
     if (!DragInProgress()) return Refresh();
     if (mouseState.rulerActive != 0) PlaceRuler();
     const MouseState drag = mouseState;
     EndDrag();
     Refresh();
-    if (drag.rulerActive == 0) EndMode(drag);
+    if (drag.rulerActive != 0) return;
+    BeginCommand();
+    EndMode(drag);
+    EndCommand();
 }
 
 void MouseLeave() {
@@ -514,10 +548,12 @@ void MouseLeave() {
 }
 
 void MouseDoubleClick(float x, float y) {
-    if (!IsReady() || !FindLastClick(x, y)) return;
-    if (identifyLine != nullptr) return identifyLine(x, y);
-    const std::string names = LinesNear(x, y);
-    if (!names.empty()) Tell(names, "Lines", BoxButtons::Ok, BoxIcon::None);
+    if (!IsReady()) return;
+    const ErrorsDropped dropped;
+    if (!FindLastClick(x, y)) return;
+    BeginCommand();
+    NameLines(x, y);
+    EndCommand();
 }
 
 void CancelDrag() {
@@ -542,6 +578,7 @@ void ArrowKey(int directionX, int directionY, bool shift) {
 
 void WheelZoom(float x, float y, int steps) {
     if (!IsReady() || DragInProgress() || !IsOnMap(x, y)) return;
+    const ErrorsDropped dropped;
     ViewEdges edges;
     if (!ScaledEdges(x, y, steps, edges)) return;
     if (steps < 0) return PushMovedView(edges, AreaTitle(edges));
@@ -569,6 +606,7 @@ std::string DisplayAscMC(float lat, float longitude) {
 std::string LinesNear(float x, float y) {
     std::string text;
     if (!IsReady()) return text;
+    const ErrorsDropped dropped;
     for (const std::string& name : NamesNear(x, y)) {
         if (!text.empty()) text.append(kCrLf);
         text.append(name);
@@ -577,6 +615,7 @@ std::string LinesNear(float x, float y) {
 }
 
 std::vector<OverlayFigure> Overlay() {
+    const ErrorsDropped dropped;
     std::vector<OverlayFigure> figures = RulerFigures();
     figures.insert(figures.end(), mouseState.drag.begin(), mouseState.drag.end());
     return figures;

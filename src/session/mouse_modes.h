@@ -14,10 +14,9 @@
 // - A move on a Mercator map keeps the height in degrees, so the picture is stretched anew and what
 //   was under the pointer is there only nearly; longitudes are exact.
 // - A fill is made at once on a bare map. The grid would bound it, as lines and names do: with a
-// grid
-//   the map is drawn anew, without a question.
-// - A ruler is pulled off a line of the grid where that is shown, or off the map's own edges. On a
-//   globe there are none.
+//   grid the map is drawn anew, without a question. So it is after a plot that was given up. One
+//   that the full list of fills has no room for isn't made.
+// - A ruler is pulled off a line of the grid, where that is shown. On a globe there are none.
 #pragma once
 
 #include <cstdint>
@@ -74,7 +73,9 @@ struct RulerMark {
 
 struct MouseState {
     std::int16_t mode = mouse_mode::kMeasure;
-    float dragStartX = -1;  ///< pixels of the picture; -1: no drag is under way
+    Flag dragMark = kFalse;  ///< a button is down, in whatever mode and wherever on the picture;
+                             ///< the clock's timer then waits
+    float dragStartX = -1;   ///< pixels of the picture; -1: no drag is under way
     float dragStartY = 0;
     float dragEndX = 0;  ///< the last position drawn: of a zoom rectangle, its corner
     float dragEndY = 0;
@@ -120,7 +121,7 @@ void MouseDoubleClick(float x, float y);
 /// Esc: a drag in progress is given up.
 void CancelDrag();
 
-/// True during a drag; the clock's timer then waits.
+/// True while a drag draws its figure. The clock looks at mouseState.dragMark.
 bool DragInProgress();
 
 /// PageUp: zooms out, in the zoom mode on a Cartesian map. Nothing during a drag.

@@ -46,17 +46,13 @@ std::vector<int> GridPixels(std::int16_t kind) {
     return pixels;
 }
 
-// Distance in pixels from the nearest line of a kind that can be seized: of the grid where it is
-// shown, and the map's edges, which are meridians and parallels too.
+// Distance in pixels from the nearest line of the grid of a kind; endless where the grid isn't
+// shown.
 double DistanceFromLine(std::int16_t kind, float position) {
-    const MapRect& rect = mapView.rect;
-    std::vector<int> lines;
-    if (CurrentMap().gridOn != 0) lines = GridPixels(kind);
-    const int start = IsMeridian(kind) ? rect.left : rect.top;
-    lines.push_back(start);
-    lines.push_back(start + (IsMeridian(kind) ? rect.width : rect.height));
     double least = INFINITY;
-    for (const int line : lines) least = std::min<double>(least, std::abs(position - line));
+    if (CurrentMap().gridOn == 0) return least;
+    for (const int line : GridPixels(kind))
+        least = std::min<double>(least, std::abs(position - line));
     return least;
 }
 
@@ -139,9 +135,8 @@ void PlaceRuler() {
 
 std::string RulerText() {
     const float degrees = DegreesAt(mouseState.rulerKind, mouseState.rulerLast);
-    const std::int16_t minutes = RoundToInt16(degrees * 60.0);
-    return IsMeridian(mouseState.rulerKind) ? FormatLongMinutes(minutes)
-                                            : FormatLatMinutes(minutes);
+    return IsMeridian(mouseState.rulerKind) ? LongTextOfDegrees(degrees)
+                                            : LatTextOfDegrees(degrees);
 }
 
 std::vector<OverlayFigure> RulerFigures() {

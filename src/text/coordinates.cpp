@@ -37,6 +37,15 @@ struct CoordinateRow {
     std::int32_t limit;  // degrees
 };
 
+// Whole minutes of arc of a position in degrees. False for what has none.
+bool InMinutes(double degrees, std::int16_t& minutes) {
+    constexpr double kMostMinutes = 32767;
+    const double exact = degrees * 60;
+    if (!(std::abs(exact) <= kMostMinutes)) return false;
+    minutes = RoundToInt16(exact);
+    return true;
+}
+
 constexpr CoordinateRow kLatitude = {CoordinateKind::Latitude, "S", "N", 90};
 constexpr CoordinateRow kLongitude = {CoordinateKind::Longitude, "E", "W", 180};
 
@@ -114,6 +123,16 @@ std::string FormatLatMinutes(std::int16_t latMin) {
 
 std::string FormatLongMinutes(std::int16_t longMin) {
     return MinutesText(longMin, longMin < 0 ? 'W' : 'E', kLongitudeDigits);
+}
+
+std::string LatTextOfDegrees(double degrees) {
+    std::int16_t minutes = 0;
+    return InMinutes(degrees, minutes) ? FormatLatMinutes(minutes) : "";
+}
+
+std::string LongTextOfDegrees(double degrees) {
+    std::int16_t minutes = 0;
+    return InMinutes(degrees, minutes) ? FormatLongMinutes(minutes) : "";
 }
 
 }  // namespace orvantis

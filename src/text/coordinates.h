@@ -34,4 +34,9 @@ std::string FormatLatMinutes(std::int16_t latMin);
 /// Text of a longitude in minutes of arc, EAST positive: "145E30". 0 is east.
 std::string FormatLongMinutes(std::int16_t longMin);
 
+/// The same of degrees, north and EAST positive, rounded to minutes. "" for what isn't a number or
+/// doesn't fit into whole minutes; no run-time error then.
+std::string LatTextOfDegrees(double degrees);
+std::string LongTextOfDegrees(double degrees);
+
 }  // namespace orvantis

@@ -46,4 +46,20 @@ bool TakeRunTimeError(RunTimeError& runTimeError);
 /// Number of the error that stands, 0 if none; leaves it standing.
 std::int16_t PendingRunTimeError();
 
+/// Takes away, at the end of its life, an error that was left behind during it, and that nobody is
+/// to be told of. One that stood before stays: it belongs to others.
+class ErrorsDropped {
+  public:
+    ErrorsDropped() : stoodBefore_(PendingRunTimeError() != 0) {}
+    ~ErrorsDropped() {
+        RunTimeError left;
+        if (!stoodBefore_) TakeRunTimeError(left);
+    }
+    ErrorsDropped(const ErrorsDropped&) = delete;
+    ErrorsDropped& operator=(const ErrorsDropped&) = delete;
+
+  private:
+    bool stoodBefore_;
+};
+
 }  // namespace orvantis

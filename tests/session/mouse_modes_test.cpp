@@ -11,6 +11,10 @@
 #include "map/view_edges.h"
 #include "map/view_ring.h"
 #include "session/commands.h"
+#include "session/ini_settings.h"
+#include "text/angles.h"
+#include "text/numbers.h"
+#include "text/run_time_error.h"
 
 namespace orvantis {
 namespace {
@@ -223,6 +227,175 @@ TEST_F(MouseModes, RightButtonWithoutAChartTellsThePosition) {
     EXPECT_FALSE(DragInProgress());
 }
 
+// A composite chart has no moment: its Midheaven is what it was handed over with.
+TEST_F(MouseModes, RightButtonOnAChartWithoutAMomentTurnsItsOwnMidheaven) {
+    ShowChart();
+    CalcChart& chart = calcChart[1];
+    chart.ChartType = 5;
+    chart.ChartSubType = 1;
+    chartNow.PlaceLat = 50;
+    chartNow.PlaceLongW = -20;
+    CalcAngles(1, 123, chartNow.ObliquityNow, 50, chartNow.ZodiacOffsetNow, kFalse);
+    CalcEquatorial(1, chartNow.ObliquityNow, chartNow.ZodiacOffsetNow);
+    const auto text = [](std::size_t n) {
+        return FormatAngle(calcChart[1].Lon[n], angle_style::kSignName, 2, kFalse, kTrue, kFalse,
+                           kFalse);
+    };
+    for (const double julianDay : {chart.JulianDayET, 0.0, 2415020.0}) {
+        chart.JulianDayET = julianDay;
+        if (julianDay == 0) continue;  // its obliquity is of another age
+        double ascendant = 0;
+        double midheaven = 0;
+        AnglesAtPlace(1, 50, -20, ascendant, midheaven);
+        EXPECT_NEAR(midheaven, chart.Lon[point::kMidheaven], 0.03) << julianDay;
+        EXPECT_NEAR(ascendant, chart.Lon[point::kAscendant], 0.03) << julianDay;
+
+        // A body culminates where the Midheaven's right ascension is its own.
+        const double sunLine =
+            Modulo(chart.RA[3] - chart.RA[point::kMidheaven] + 20 + 180, 360) - 180;
+        AnglesAtPlace(1, 0, -sunLine, ascendant, midheaven);
+        EXPECT_NEAR(midheaven, chart.Lon[3], 0.03) << julianDay;
+    }
+    ShowChart();
+    chart.ChartType = 5;
+    chart.ChartSubType = 1;
+    const std::string own = "MC=" + text(point::kMidheaven) + " Asc=" + text(point::kAscendant);
+    EXPECT_EQ(DisplayAscMC(static_cast<float>(chartNow.PlaceLat), 0), own);
+    chart.JulianDayET = 0;
+    EXPECT_FALSE(HasMoment(chart));
+    CloseSwissEphemeris();
+}
+
+// ---- maps that are no maps ----
+
+TEST_F(MouseModes, OnAMapOfImpossibleEdgesTheMouseLeavesNoErrorBehind) {
+    ShowChart();
+    CurrentMap().gridOn = kTrue;
+    const float kInfinity = std::numeric_limits<float>::infinity();
+    const float nan = std::nanf("");
+    const struct {
+        float south, west, north, east;
+    } maps[] = {{nan, nan, nan, nan},
+                {-90, nan, 90, 180},
+                {nan, -180, 90, 180},
+                {-90, -180, kInfinity, 180},
+                {-kInfinity, -kInfinity, kInfinity, kInfinity},
+                {-90, -1e30F, 90, 1e30F},
+                {-1e30F, -180, 1e30F, 180}};
+    RunTimeError told;
+    for (const auto& map : maps) {
+        for (const std::int16_t projectionNumber : {0, 1, 2, 3}) {
+            SetView(map.south, map.west, map.north, map.east, projectionNumber);
+            TakeRunTimeError(told);  // the plot tells of the view
+            for (std::int16_t mode = 0; mode < mouse_mode::kModes; ++mode) {
+                SetMouseMode(mode);
+                MouseMove(kX + 3, kY, false, false);
+                EXPECT_EQ(PendingRunTimeError(), 0) << mode;
+                MouseDown(kX + 3, kY, true);
+                MouseMove(kX + 9, kY, false, true);
+                MouseUp(kX + 9, kY, true);
+                EXPECT_EQ(PendingRunTimeError(), 0) << mode;
+                MouseDown(kX, kY, false);
+                MouseMove(kX + 30, kY + 20, true, false);
+                EXPECT_EQ(mouseState.positionText.find("nan"), std::string::npos);
+                Overlay();
+                LinesNear(kX, kY);
+                CancelDrag();
+                EXPECT_EQ(PendingRunTimeError(), 0) << mode;
+            }
+            WheelZoom(kX, kY, 0);
+            MouseDoubleClick(kX, kY);
+            EXPECT_EQ(PendingRunTimeError(), 0);
+        }
+    }
+    EXPECT_EQ(RecalculateChart(1), kFalse);
+    EXPECT_TRUE(TestShell().boxes.empty());
+    CloseSwissEphemeris();
+}
+
+TEST_F(MouseModes, BetweenPlacesThatAreNoneThereIsNoDistance) {
+    const float nan = std::nanf("");
+    SetView(nan, nan, nan, nan, projection::kCartesian);
+    RunTimeError told;
+    TakeRunTimeError(told);
+    MouseDown(kX, kY, false);
+    MouseMove(kX + 30, kY + 20, true, false);
+    EXPECT_EQ(mouseState.positionText, "");
+    MouseUp(kX + 30, kY + 20, false);
+    EXPECT_EQ(PendingRunTimeError(), 0);
+}
+
+TEST_F(MouseModes, AnErrorOfOthersOutlivesAMoveOfTheMouse) {
+    RaiseRunTimeError(error::kPastEnd);
+    MouseMove(kX, kY, false, false);
+    EXPECT_EQ(PendingRunTimeError(), error::kPastEnd);
+    RunTimeError failure;
+    TakeRunTimeError(failure);
+}
+
+// ---- the drag mark ----
+
+TEST_F(MouseModes, AnyButtonDownSetsTheDragMarkAndItsUpClearsIt) {
+    for (std::int16_t mode = 0; mode < mouse_mode::kModes; ++mode) {
+        SetMouseMode(mode);
+        for (const bool right : {false, true}) {
+            for (const float x : {kX, 10.0F}) {  // on the map and off it
+                EXPECT_EQ(mouseState.dragMark, kFalse);
+                MouseDown(x, kY, right);
+                EXPECT_NE(mouseState.dragMark, kFalse) << mode;
+                MouseMove(x, kY, !right, right);
+                EXPECT_NE(mouseState.dragMark, kFalse) << mode;
+                MouseUp(x, kY, right);
+                EXPECT_EQ(mouseState.dragMark, kFalse) << mode;
+            }
+        }
+    }
+}
+
+TEST_F(MouseModes, AMoveWithoutAButtonClearsTheDragMarkAndEscDoesNot) {
+    MouseDown(kX, kY, false);
+    CancelDrag();
+    EXPECT_NE(mouseState.dragMark, kFalse) << "the button is down still";
+    MouseMove(kX, kY, false, false);
+    EXPECT_EQ(mouseState.dragMark, kFalse);
+    plotState.inProgress = true;
+    MouseDown(kX, kY, true);
+    EXPECT_NE(mouseState.dragMark, kFalse) << "whatever goes on";
+    MouseUp(kX, kY, true);
+    EXPECT_EQ(mouseState.dragMark, kFalse);
+    plotState.inProgress = false;
+}
+
+// ---- boxes ----
+
+int marks = 0;
+
+// Whether each box finds a command running, and whether the menus are brought in step afterwards.
+TEST_F(MouseModes, WhileABoxOfTheMouseStandsACommandRuns) {
+    marks = 0;
+    refreshMenuMarks = [] {
+        ++marks;
+        EXPECT_FALSE(CommandRuns()) << "what has waited for the end may come now";
+    };
+    TestShell().whileAsking = [] { EXPECT_TRUE(CommandRuns()); };
+    relocateChart = [](double, double) {};
+    SetMouseMode(mouse_mode::kRelocate);
+    Click(kX, kY);
+    session.ChartNumber = 1;
+    Click(kX, kY);
+    SetMouseMode(mouse_mode::kFill);
+    Click(kX, kY);
+    SetMouseMode(mouse_mode::kZoom);
+    Drag(kX - 130, kY - 70, kX + 130, kY + 70);
+    Drag(kX, kY, kX + 0.5F, kY + 0.25F);
+    EXPECT_EQ(TestShell().boxes.size(), 5U);
+    EXPECT_EQ(marks, 5);
+    EXPECT_FALSE(CommandRuns());
+    SetMouseMode(mouse_mode::kMeasure);
+    Drag(kX, kY, kX + 20, kY);
+    EXPECT_TRUE(TestShell().boxes.size() == 5U);
+}
+
 // ---- measuring ----
 
 // Great-circle distance in degrees by the haversine (R. Sinnott, Virtues of the Haversine, Sky and
@@ -342,6 +515,7 @@ TEST_F(MouseModes, ModesThatMeasureNothingAddNoTextToThePositionDuringADrag) {
 }
 
 TEST_F(MouseModes, DraggingAFigureMakesNoPlot) {
+    CurrentMap().gridOn = kTrue;  // 180 west, at the left edge, is a line of it
     ShowChart();
     for (const std::int16_t mode :
          {mouse_mode::kMeasure, mouse_mode::kZoom, mouse_mode::kMove, mouse_mode::kRuler}) {
@@ -369,6 +543,7 @@ TEST_F(MouseModes, AButtonThatWentUpUnseenEndsTheDrag) {
 }
 
 TEST_F(MouseModes, APlotInTheMiddleOfADragGivesItUp) {
+    CurrentMap().gridOn = kTrue;  // 180 west, at the left edge, is a line of it
     CurrentMap().hidden.fill(kTrue);
     relocateChart = [](double, double) { plots.emplace_back("relocated"); };
     for (std::int16_t mode = 0; mode < mouse_mode::kModes; ++mode) {
@@ -491,6 +666,33 @@ TEST_F(MouseModes, AViewOfOneDegreeIsExactlyThatWhereverItLies) {
         WheelZoom(960, 500, 10);
         EXPECT_EQ(mapView.extent.spanLong, 1) << west;
         EXPECT_NEAR(mapView.extent.centreLong, middle, 1e-3);
+    }
+}
+
+// The map plotted anew in another size and place, as under a box.
+void PlotElsewhere() {
+    mapView.rect = {3, 5, 90, 60};
+    mapView.extent.westDeg = 100;
+    mapView.extent.northDeg = -40;
+    ++plotState.screenPlots;
+}
+
+TEST_F(MouseModes, ANarrowRectangleMeansItsPlaceThoughTheMapIsPlottedAnewUnderTheBox) {
+    constexpr Colour kGreen = 0x123456;
+    AddFill(1, 0, 0, false, kGreen);
+    surface.Clear(kGreen);
+    SetMouseMode(mouse_mode::kZoom);
+    TestShell().whileAsking = [this] {
+        PlotElsewhere();
+        surface.Clear(0);
+    };
+    Drag(kX, kY, kX + 0.5F, kY + 0.25F);
+    ExpectEdges(-0.375F, -0.25F, 0.125F, 0.75F);
+    EXPECT_EQ(mapState.documents[1].fillCount, 1) << "the view that was left";
+    ASSERT_EQ(mapState.documents[2].fillCount, 5) << "the colours that the rectangle met";
+    for (std::size_t n = 2; n <= 5; ++n) {
+        EXPECT_NEAR(mapState.fills[n].lat, 0, 1.1) << n;
+        EXPECT_NEAR(mapState.fills[n].longitude, 0, 1.1) << n;
     }
 }
 
@@ -634,6 +836,28 @@ TEST_F(MouseModes, ARectangleOnAGlobeForgetsTheSeaOfAFlatZoomBefore) {
     Drag(x, y, x + 40, y - 20);
     EXPECT_EQ(plotState.fillSeaOnly, 0);
     EXPECT_NE(plotState.fillLand, 0);
+}
+
+// The picture that a view keeps goes with the mouse's own way to a new view.
+TEST_F(MouseModes, BackFromAZoomByRectangleTheKeptPictureIsPutDownWithAQuickPlot) {
+    options.storeImages = kTrue;
+    SetMouseMode(mouse_mode::kZoom);
+    surface.Clear(0x112233);
+    surface.CopyImage(session.StoredImage);
+    const Image kept = session.StoredImage;
+    Drag(kX, kY, kX + 100, kY + 50);
+    EXPECT_EQ(plots, Log{"full"});
+    surface.Clear(0x445566);
+    surface.CopyImage(session.StoredImage);
+    PreviousView();
+    EXPECT_EQ(plots, (Log{"full", "quick"}));
+    EXPECT_EQ(session.StoredImage.pixels, kept.pixels);
+    ExpectEdges(-90, -180, 90, 180);
+
+    options.storeImages = kFalse;
+    Drag(kX, kY, kX + 100, kY + 50);
+    PreviousView();
+    EXPECT_EQ(plots, (Log{"full", "quick", "full", "full"}));
 }
 
 // ---- moving ----
@@ -878,6 +1102,19 @@ TEST_F(MouseModes, RelocatingAsksAndThenDrawsTheLinesAnew) {
     EXPECT_FLOAT_EQ(static_cast<float>(relocatedLong), 151);
 }
 
+TEST_F(MouseModes, ARelocationGoesWhereItAskedThoughTheMapIsPlottedAnewUnderTheQuestion) {
+    SetMouseMode(mouse_mode::kRelocate);
+    session.ChartNumber = 1;
+    relocateChart = [](double lat, double longitude) {
+        relocatedLat = lat;
+        relocatedLong = longitude;
+    };
+    TestShell().whileAsking = PlotElsewhere;
+    Click(kX + 151, kY + 34);
+    EXPECT_FLOAT_EQ(static_cast<float>(relocatedLat), -34);
+    EXPECT_FLOAT_EQ(static_cast<float>(relocatedLong), 151);
+}
+
 TEST_F(MouseModes, WhereChartsCannotBeRelocatedAClickDoesNothingAndAsksNothing) {
     SetMouseMode(mouse_mode::kRelocate);
     TestShell().log.clear();
@@ -976,6 +1213,32 @@ TEST_F(MouseModes, AFillUnderLinesOrNamesAsksAndDrawsTheMapAnew) {
     EXPECT_TRUE(session.StoredImage.pixels.empty()) << "a picture with lines isn't kept";
 }
 
+TEST_F(MouseModes, AFillIsMadeWhereItWasAskedForThoughTheMapIsPlottedAnewUnderTheQuestion) {
+    SetMouseMode(mouse_mode::kFill);
+    session.ChartNumber = 1;
+    TestShell().whileAsking = PlotElsewhere;
+    surface.log.clear();
+    Click(kX + 30, kY - 20);
+    ASSERT_EQ(CurrentMap().fillCount, 1);
+    EXPECT_FLOAT_EQ(mapState.fills[1].lat, 20);
+    EXPECT_FLOAT_EQ(mapState.fills[1].longitude, 30);
+    EXPECT_TRUE(surface.Calls("FloodFill").empty()) << "its pixel is another place's by now";
+    EXPECT_EQ(plots, Log{"full"}) << "which floods it";
+
+    TestShell().whileAsking = PlotElsewhere;
+    Click(1, 1);  // off the map when it was clicked; the question comes first all the same
+    EXPECT_EQ(CurrentMap().fillCount, 1);
+}
+
+TEST_F(MouseModes, AFillAfterAPlotThatWasGivenUpDrawsTheMapAnew) {
+    SetMouseMode(mouse_mode::kFill);
+    plotState.imageLost = true;
+    Click(kX, kY);
+    EXPECT_EQ(CurrentMap().fillCount, 1);
+    EXPECT_EQ(plots, Log{"full"});
+    EXPECT_EQ(session.StoredImage.width, 0) << "the unfinished picture isn't kept";
+}
+
 TEST_F(MouseModes, AFillUnderTheGridDrawsTheMapAnewWithoutAsking) {
     SetMouseMode(mouse_mode::kFill);
     CurrentMap().gridOn = kTrue;
@@ -1062,22 +1325,34 @@ TEST_F(MouseModes, AwayFromTheGridNothingIsSeized) {
     EXPECT_FALSE(DragInProgress()) << "a grid that isn't shown";
 }
 
-TEST_F(MouseModes, TheMapsOwnEdgesGiveRulersWithoutAGrid) {
+TEST_F(MouseModes, TheMapsOwnEdgesAreNoLinesOfTheGrid) {
     SetMouseMode(mouse_mode::kRuler);
-    MouseDown(24, 100, false);
-    EXPECT_EQ(mouseState.rulerKind, ruler_kind::kMeridian);
-    MouseUp(24, 100, false);
-    MouseDown(200, 218, false);
+    for (const Flag grid : {kFalse, kTrue}) {
+        CurrentMap().gridOn = grid;
+        CurrentMap().gridLongStep = 70;  // no line of it falls on an edge
+        CurrentMap().gridLatStep = 25;
+        for (const auto& [x, y] : {std::pair{24, 116}, {386, 116}, {240, 38}, {240, 218}}) {
+            MouseDown(static_cast<float>(x), static_cast<float>(y), false);
+            EXPECT_FALSE(DragInProgress()) << x << " " << y;
+        }
+    }
+}
+
+TEST_F(MouseModes, ARulerStaysOnTheMap) {
+    SetMouseMode(mouse_mode::kRuler);
+    CurrentMap().gridOn = kTrue;
+    MouseDown(kX + 10, kY - 28, false);
     EXPECT_EQ(mouseState.rulerKind, ruler_kind::kParallel);
     MouseMove(200, 400, true, false);
-    EXPECT_EQ(mouseState.rulerLast, 219) << "it stays on the map";
+    EXPECT_EQ(mouseState.rulerLast, 219);
     CancelDrag();
     MouseDown(10, 100, false);
-    EXPECT_FALSE(DragInProgress());
+    EXPECT_FALSE(DragInProgress()) << "off the map";
 }
 
 TEST_F(MouseModes, AClickNearALinePlacesNoRuler) {
     SetMouseMode(mouse_mode::kRuler);
+    CurrentMap().gridOn = kTrue;  // 180 west lies on the map's left edge
     Click(27, 100);
     EXPECT_TRUE(mouseState.rulers.empty());
     EXPECT_TRUE(Overlay().empty());
@@ -1093,6 +1368,7 @@ TEST_F(MouseModes, AClickNearALinePlacesNoRuler) {
 
 TEST_F(MouseModes, RulersStayUntilTheNextPlot) {
     SetMouseMode(mouse_mode::kRuler);
+    CurrentMap().gridOn = kTrue;
     Drag(25, 100, 125, 100);
     Drag(25, 100, 225, 100);
     SetMouseMode(mouse_mode::kMeasure);
@@ -1108,7 +1384,8 @@ TEST_F(MouseModes, RulersStayUntilTheNextPlot) {
 TEST_F(MouseModes, ACopyOfThePictureHasTheRulersAndThePictureItselfDoesNot) {
     surface.Clear(0x00C800);
     SetMouseMode(mouse_mode::kRuler);
-    Drag(kX + 10, 219, kX + 10, 117);  // off the map's lower edge
+    CurrentMap().gridOn = kTrue;
+    Drag(kX + 10, kY + 30, kX + 10, 117);
     ASSERT_EQ(MainLine(Overlay()), (Figure{Figure::Kind::RulerLine, 25, 117, 385, 117}));
     const Command* copy = FindCommand("&Chart", "&Copy to Clipboard", 0);
     ASSERT_NE(copy, nullptr);
@@ -1128,6 +1405,7 @@ TEST_F(MouseModes, ACopyOfThePictureHasTheRulersAndThePictureItselfDoesNot) {
 
 TEST_F(MouseModes, EscTakesTheMovingRulerAwayAndLeavesThePlacedOne) {
     SetMouseMode(mouse_mode::kRuler);
+    CurrentMap().gridOn = kTrue;
     Drag(25, 100, 125, 100);
     const Figures placed = Overlay();
     MouseDown(25, 100, false);
@@ -1149,8 +1427,9 @@ TEST_F(MouseModes, AGlobeHasNoRulers) {
 
 TEST_F(MouseModes, RulersAreDrawnOnAPageAndNotIntoThePictureOnTheScreen) {
     SetMouseMode(mouse_mode::kRuler);
+    CurrentMap().gridOn = kTrue;
     Drag(25, 100, 125, 100);
-    Drag(100, 39, 100, 99);
+    Drag(100, 69, 100, 99);
     mapView.surface = &surface;
     surface.log.clear();
     DrawMouseMarks();

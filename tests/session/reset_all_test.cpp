@@ -92,7 +92,7 @@ ORVANTIS_FIELDS(LinePiece, a, b, c, d, e)
 ORVANTIS_FIELDS(PlacedLines, a, b, c)
 ORVANTIS_FIELDS(OverlayFigure, a, b, c, d, e)
 ORVANTIS_FIELDS(RulerMark, a, b, c)
-ORVANTIS_FIELDS(MouseState, a, b, c, d, e, f, g, h, i, j, k, l, m, n, o, p, q, r, s, t, u, v, w)
+ORVANTIS_FIELDS(MouseState, a, b, c, d, e, f, g, h, i, j, k, l, m, n, o, p, q, r, s, t, u, v, w, x)
 
 // Gives a value, down to its last field, another value than it has.
 void Dirty(bool& value) {

@@ -72,6 +72,7 @@ BoxAnswer ScriptedShell::MessageBox(std::string_view text, std::string_view titl
                   std::string(kButtonNames[static_cast<std::size_t>(buttons)]) + "|" +
                   std::string(kIconNames[static_cast<std::size_t>(icon)]));
     boxes.push_back(std::string(title) + ": " + Escaped(text, " / "));
+    if (whileAsking) whileAsking();
     const BoxAnswer answer = Take(boxAnswers, AnswerByItself(buttons));
     return IsCancelled() ? Refusal(buttons) : answer;
 }

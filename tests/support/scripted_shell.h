@@ -80,6 +80,7 @@ class ScriptedShell : public Shell {
     int progressCalls = 0;              ///< ShowProgress is counted, and kept by itself
     std::vector<std::string> progress;  ///< one entry a call: "percent|text"
     std::function<void(std::string_view text, std::int16_t percent)> onProgress;  ///< may be empty
+    std::function<void()> whileAsking;    ///< called while a MessageBox is open; may be empty
     std::function<void()> whileChoosing;  ///< called while ChooseItem is open; may be empty
     std::function<void(SurfaceSize area)> fitPicture;  ///< called by MapAreaSize; may be empty
 

@@ -1,5 +1,6 @@
 #include "text/coordinates.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -60,6 +61,18 @@ TEST(FormatLatitude, AValueOutOfRangeIsARunTimeError) {
     EXPECT_EQ(failure.number, error::kOverflow);
     FormatLongitude(std::numeric_limits<double>::quiet_NaN());
     EXPECT_TRUE(TakeRunTimeError(failure));
+}
+
+TEST(LatTextOfDegrees, DegreesAreRoundedToMinutesAndWhatIsNoPlaceIsEmpty) {
+    EXPECT_EQ(LatTextOfDegrees(37.75), "37N45");
+    EXPECT_EQ(LatTextOfDegrees(-0.0833), "00S05");
+    EXPECT_EQ(LongTextOfDegrees(145.5), "145E30");
+    EXPECT_EQ(LongTextOfDegrees(-0.51), "000W31");
+    for (const double none : {std::nan(""), HUGE_VAL, -HUGE_VAL, 1e30, -547.0}) {
+        EXPECT_EQ(LatTextOfDegrees(none), "");
+        EXPECT_EQ(LongTextOfDegrees(none), "");
+    }
+    EXPECT_EQ(PendingRunTimeError(), 0);
 }
 
 TEST(FormatLatMinutes, NegativeIsSouth) {
