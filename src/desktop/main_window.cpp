@@ -59,6 +59,7 @@ void MainWindow::LayOut() {
     rows->addWidget(bar_);
     rows->addWidget(map_, 1);
     setCentralWidget(area);
+    map_->setFocus();  // its keys work from the start
 }
 
 void MainWindow::ConnectMarks() {

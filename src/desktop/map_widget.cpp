@@ -251,9 +251,12 @@ void MapWidget::leaveEvent(QEvent* event) {
     QWidget::leaveEvent(event);
 }
 
-// Touchpads send many small turns; what is left of a step waits for the next one.
+// Touchpads send many small turns; what is left of a step waits for the next one in its direction.
 void MapWidget::wheelEvent(QWheelEvent* event) {
-    wheelAngle_ += event->angleDelta().y();
+    const int turn = event->angleDelta().y();
+    const bool turnedBack = (turn > 0 && wheelAngle_ < 0) || (turn < 0 && wheelAngle_ > 0);
+    if (turnedBack) wheelAngle_ -= wheelAngle_ % kWheelStep;
+    wheelAngle_ += turn;
     wheelSpot_ = event->position();
     if (std::abs(wheelAngle_) >= kWheelStep) wheelTimer_.start();
     event->accept();

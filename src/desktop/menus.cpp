@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QShortcut>
+#include <algorithm>
 #include <string>
 
 #include "desktop/window_text.h"
@@ -26,6 +27,13 @@ QString EntryText(const Command& command, const std::string& caption) {
         text += QLatin1Char('\t') + key.toString(QKeySequence::NativeText);
     }
     return text;
+}
+
+bool HasButton(const Command& command) {
+    const auto buttons = CommandButtons();
+    return std::any_of(buttons.begin(), buttons.end(), [&](const CommandButton& button) {
+        return button.menu == command.menu && button.caption == command.caption;
+    });
 }
 
 }  // namespace
@@ -71,11 +79,12 @@ void Menus::AddEntry(QMainWindow& window, const Command& command) {
     if (command.shortcut.empty() || command.hidden) return;
 
     // The key isn't the entry's own: that would stay dead while the entry is shown as it was when
-    // its menu was last opened.
+    // its menu was last opened. Where a button does the same, the key is the button's, which is
+    // there whatever the entry shows: so a user without a previous view is asked about zooming out.
     auto* key = new QShortcut(QKeySequence(WindowText(command.shortcut)), &window);
     connect(key, &QShortcut::activated, this, [this, action, &command] {
         Open(command.menu);
-        if (action->isEnabled()) Run(command);
+        if (action->isEnabled() || HasButton(command)) Run(command);
     });
 }
 

@@ -183,8 +183,9 @@ TEST_F(MapWidgetTest, AClickToFillPaintsThePictureAtOnce) {
     EXPECT_EQ(plots, 0);
 }
 
-TEST_F(MapWidgetTest, ARulerIsPulledOffTheMapsEdge) {
+TEST_F(MapWidgetTest, ARulerIsPulledOffALineOfTheGrid) {
     SetMouseMode(mouse_mode::kRuler);
+    CurrentMap().gridOn = kTrue;  // 180 west lies at the map's left edge
     const QImage before = Shown();
     const MapRect rect = mapView.rect;
     Drag({rect.left, 150}, {250, 150});
@@ -242,6 +243,21 @@ TEST_F(MapWidgetTest, TurnsOfTheWheelInARowMakeOneZoomAndSmallOnesAddUp) {
     for (int i = 0; i < 3; ++i) Wheel(At(20, 30), -40);
     QCoreApplication::processEvents();
     EXPECT_EQ(plots, 2);
+    EXPECT_EQ(mapView.extent.spanLong, 180);
+}
+
+TEST_F(MapWidgetTest, WhatIsLeftOfAStepOfTheWheelIsForgottenWhenItTurnsBack) {
+    Wheel(At(20, 30), 240);
+    Wheel(At(20, 30), 80);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(mapView.extent.spanLong, 90);
+    for (int i = 0; i < 3; ++i) Wheel(At(20, 30), -40);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(mapView.extent.spanLong, 180);
+    // Whole steps that wait for their zoom are none the less taken back.
+    Wheel(At(20, 30), 120);
+    Wheel(At(20, 30), -120);
+    QCoreApplication::processEvents();
     EXPECT_EQ(mapView.extent.spanLong, 180);
 }
 

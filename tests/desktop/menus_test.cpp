@@ -11,6 +11,7 @@
 #include <QListView>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -21,6 +22,7 @@
 #include "desktop/qt_shell.h"
 #include "desktop/window_text.h"
 #include "map/map_document.h"
+#include "map/projection.h"
 #include "session/commands.h"
 #include "session/display_dialogs.h"
 #include "session/map_dialogs.h"
@@ -170,6 +172,87 @@ TEST_F(MenusTest, AKeyRunsItsCommandAsThingsStand) {
     EXPECT_EQ(session.ChartNumber, 0);
     QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier);  // not built: nothing
     EXPECT_EQ(fullPlots + quickPlots, 2);
+}
+
+TEST_F(MenusTest, F5OnTheLowestViewAsksWhetherToZoomOutThoughItsEntryIsGrey) {
+    plotFull = [] { ++fullPlots; };
+    CurrentMap().south = 0;
+    CurrentMap().north = 40;
+    CurrentMap().west = 10;
+    CurrentMap().east = 90;
+    QString question;
+    const auto answer = [&question](QMessageBox::StandardButton button) {
+        WithDialog([&question, button](QDialog& dialog) {
+            auto& box = dynamic_cast<QMessageBox&>(dialog);
+            question = box.windowTitle() + ": " + box.text();
+            box.button(button)->click();
+        });
+    };
+    const char* const kWanted =
+        "Zoom Out?: There is no previous view to display.\n\nWould you like to zoom out by a "
+        "factor of 2?";
+    const auto told = [&question] { return QString(question).remove('\r').toStdString(); };
+
+    const auto pressF5 = [this] {
+        window.activateWindow();  // again, after a box
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        QTest::keyClick(&window, Qt::Key_F5);
+    };
+
+    answer(QMessageBox::No);
+    pressF5();
+    EXPECT_EQ(told(), kWanted);
+    EXPECT_FALSE(Entry("&Map", "Previous &View")->isEnabled());
+    EXPECT_EQ(fullPlots, 0);
+
+    answer(QMessageBox::Yes);
+    pressF5();
+    EXPECT_EQ(fullPlots, 1);
+    EXPECT_EQ(CurrentMap().south, -20);
+    EXPECT_EQ(CurrentMap().north, 60);
+
+    // There is a view to go back to now. From the lowest one the button asks too.
+    pressF5();
+    EXPECT_EQ(fullPlots, 2);
+    EXPECT_EQ(CurrentMap().south, 0);
+    question.clear();
+    answer(QMessageBox::No);
+    Button("btnPrev")->click();
+    EXPECT_EQ(told(), kWanted);
+    Open(MenuOf("&Map"));
+    EXPECT_FALSE(Entry("&Map", "Previous &View")->isEnabled());
+}
+
+TEST_F(MenusTest, TheKeysOfTheMapWorkRightAfterTheStartBeforeAnyClick) {
+    ASSERT_EQ(QApplication::focusWidget(), window.MapArea());
+    static std::vector<std::pair<int, int>> moves;
+    moves.clear();
+    movePointer = [](int dx, int dy) { moves.emplace_back(dx, dy); };
+    plotFull = [] { ++fullPlots; };
+    const auto press = [](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    };
+    press(Qt::Key_Left);
+    press(Qt::Key_Right, Qt::ShiftModifier);
+    press(Qt::Key_Up);
+    press(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(moves, (std::vector<std::pair<int, int>>{{-1, 0}, {10, 0}, {0, -1}, {0, 10}}));
+
+    mapView.rect = {10, 10, 300, 150};
+    CurrentMap().south = 0;
+    CurrentMap().north = 40;
+    CurrentMap().west = 10;
+    CurrentMap().east = 90;
+    SetMouseMode(mouse_mode::kZoom);
+    press(Qt::Key_PageUp);
+    EXPECT_EQ(fullPlots, 1);
+    EXPECT_EQ(CurrentMap().south, -20);
+
+    MouseDown(100, 80, false);
+    ASSERT_TRUE(DragInProgress());
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(DragInProgress());
+    EXPECT_EQ(QApplication::focusWidget(), window.MapArea());
 }
 
 TEST_F(MenusTest, NothingRunsBeforeTheStartIsDone) {

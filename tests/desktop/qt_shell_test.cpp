@@ -14,10 +14,12 @@
 #include "desktop/main_window.h"
 #include "map/map_document.h"
 #include "map/plot.h"
+#include "map/projection.h"
 #include "map/view_ring.h"
 #include "session/commands.h"
 #include "session/display_dialogs.h"
 #include "session/map_dialogs.h"
+#include "session/mouse_modes.h"
 #include "session/session_state.h"
 #include "session/settings.h"
 #include "surface/null_shell.h"
@@ -182,6 +184,32 @@ TEST_F(RedrawTest, AResizeWhileACommandAsksIsDrawnWhenTheCommandEnds) {
     EXPECT_TRUE(sizes.empty());
     LetEventsRun();
     EXPECT_EQ(sizes, std::vector<int>{740});
+}
+
+// A rectangle of less than a degree, whose box stands while the window gets another size.
+TEST_F(RedrawTest, AResizeUnderABoxOfTheMouseIsDrawnWhenTheMouseHasDoneItsWork) {
+    session.shell = &shell;
+    session.picture = &window.Picture();
+    plotFull = [] { PlotMap4(kFalse, *session.picture, kTrue); };
+    window.RedrawMap();
+    const int before = window.Picture().Size().width;
+    SetMouseMode(mouse_mode::kZoom);
+    const float x = static_cast<float>(mapView.rect.left) + mapView.rect.width * 0.75F;
+    const float y = static_cast<float>(mapView.rect.top) + mapView.rect.height * 0.25F;
+    ResizeDuringTheNextBox(720);
+    MouseDown(x, y, false);
+    MouseMove(x + 0.5F, y + 0.5F, true, false);
+    MouseUp(x + 0.5F, y + 0.5F, false);
+    EXPECT_EQ(sizes, (std::vector<int>{before, before})) << "the new view, on the old picture";
+    LetEventsRun();
+    EXPECT_EQ(sizes, (std::vector<int>{before, before, 720}));
+    EXPECT_EQ(CurrentMap().east - CurrentMap().west, 1);
+    EXPECT_NEAR(CurrentMap().west, 90, 1.5);
+    EXPECT_NEAR(CurrentMap().north, 45, 1.5);
+    plotFull = nullptr;
+    mapState = {};
+    mapView = {};
+    mouseState = {};
 }
 
 TEST_F(RedrawTest, ARedrawDueWhileMinimisedIsMadeWhenTheWindowComesBack) {
