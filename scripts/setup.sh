@@ -12,7 +12,7 @@ packages_of() {
         test)
             # A display for the window's tests, and independent witnesses: of positions, of PDF and
             # of XML.
-            echo xvfb libx11-dev swetest poppler-utils libxml2-utils
+            echo xvfb libx11-dev libxtst-dev swetest poppler-utils libxml2-utils
             ;;
         check)
             # The style gate, the sanitizers of clang and the fuzzer.

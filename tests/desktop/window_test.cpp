@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
+#include <memory>
 #include <thread>
 
 #include "desktop/process.h"
@@ -398,6 +399,168 @@ TEST_F(Window, ASignalDuringTheQuestionEndsTheProgramAndKeepsItsKeys) {
     program.Terminate();
     EXPECT_EQ(program.Wait(kPatience), 0);
     EXPECT_NE(Ini(), "");
+}
+
+// ---- a session by mouse and keys ----
+
+// The map within a window, pixels of the window, by the sunken frame around it.
+struct MapPlace {
+    int left = 0;
+    int top = 0;
+    int width = 0;
+    int height = 0;
+};
+
+std::uint32_t PixelAt(const XServer::Picture& picture, int x, int y) {
+    if (x < 0 || y < 0 || x >= picture.width || y >= picture.height) return 0xFFFFFFFF;
+    const auto row = static_cast<std::size_t>(y) * static_cast<std::size_t>(picture.width);
+    return picture.pixels[row + static_cast<std::size_t>(x)];
+}
+
+MapPlace FindMap(const XServer::Picture& picture) {
+    constexpr std::uint32_t kShadow = 0x808080;
+    for (int x = 0; x < picture.width; ++x) {
+        int run = 0;
+        for (int y = 0; y < picture.height; ++y) {
+            run = PixelAt(picture, x, y) == kShadow ? run + 1 : 0;
+            if (run < 200 || PixelAt(picture, x, y + 1) == kShadow) continue;
+            const int top = y - run + 1;
+            int last = x;
+            while (PixelAt(picture, last + 1, top) == kShadow) ++last;
+            return {x + 1, top + 1, last - x - 1, y - top - 2};
+        }
+    }
+    return {};
+}
+
+class WindowSession : public Window {
+  protected:
+    void SetUp() override {
+        if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+        WriteIni("WindowState=0\r\nLeft=750\r\nTop=600\r\nWidth=13500\r\nHeight=9000\r\n");
+        const std::string folder = home.File("orvantis/Userdata");
+        std::filesystem::create_directories(folder);
+        std::filesystem::copy_file(kSample, folder + "/s.cht");
+        program = std::make_unique<Process>(kProgram, std::vector<std::string>{"NOINITSCREEN"},
+                                            On(server));
+        window = server.WaitForWindow("Orvantis", kPatience);
+        ASSERT_NE(window, 0U) << program->Complaints();
+        ScriptedShell shell;
+        session.shell = &shell;
+        LoadSettings(ORVANTIS_DATA "/default.ovs", kFalse);
+        session.shell = nullptr;
+        ASSERT_TRUE(WaitUntil([&] { return LandOf(server.Look(window)).share > 0.1; }));
+        server.TakeFocus(window);
+    }
+    void End() {
+        server.Close(window);
+        EXPECT_EQ(program->Wait(kPatience), 0);
+        EXPECT_EQ(program->Complaints(), "");
+    }
+
+    static void Breathe() { std::this_thread::sleep_for(std::chrono::milliseconds(150)); }
+
+    // The picture once it has stopped changing, without the pointer's own traces on the map.
+    XServer::Picture Settled() {
+        server.Point(window, 400, 3);
+        XServer::Picture last = server.Look(window);
+        for (int i = 0; i < 100; ++i) {
+            Breathe();
+            XServer::Picture next = server.Look(window);
+            if (next.pixels == last.pixels) return next;
+            last = std::move(next);
+        }
+        return last;
+    }
+    // The window of a dialog, with the keyboard. The program's own window may have the same title.
+    unsigned long Dialog(const std::string& title) {
+        unsigned long dialog = 0;
+        WaitUntil([&] {
+            for (const unsigned long found : server.Windows(title)) {
+                if (found != window) dialog = found;
+            }
+            return dialog != 0;
+        });
+        if (dialog != 0) server.TakeFocus(dialog);
+        Breathe();
+        return dialog;
+    }
+    void Answer(const std::string& title, const std::string& key) {
+        ASSERT_NE(Dialog(title), 0U) << title;
+        server.Key(key);
+        EXPECT_TRUE(WaitUntil([&] {
+            const auto left = server.Windows(title);
+            return std::all_of(left.begin(), left.end(),
+                               [&](unsigned long found) { return found == window; });
+        })) << title;
+        server.TakeFocus(window);
+    }
+    void Drag(int x0, int y0, int x1, int y1) {
+        server.Point(window, x0, y0);
+        server.Button(1, true);
+        server.Point(window, (x0 + x1) / 2, (y0 + y1) / 2);
+        server.Point(window, x1, y1);
+    }
+    void OpenTheChart() {
+        server.Key("o", "Control_L");
+        ASSERT_NE(Dialog("Select Chart File to Open"), 0U);
+        for (const char* key : {"s", "period", "c", "h", "t", "Return"}) server.Key(key);
+        ASSERT_NE(Dialog("Select Chart from "), 0U);
+        server.Key("Home");
+        server.Key("Return");
+        ASSERT_TRUE(WaitUntil([&] { return server.Title(window).starts_with("Orvantis: "); }));
+        server.TakeFocus(window);
+    }
+
+    XServer server;
+    std::unique_ptr<Process> program;
+    unsigned long window = 0;
+};
+
+TEST_F(WindowSession, AChartIsOpenedByKeysAndItsLineTypesAreSwitched) {
+    const XServer::Picture bare = Settled();
+    OpenTheChart();
+    if (HasFatalFailure()) return;
+    const XServer::Picture lines = Settled();
+    EXPECT_NE(lines.pixels, bare.pixels) << "lines are on the map";
+    const auto switchFirstType = [this] {
+        server.Key("l", "Control_L");
+        ASSERT_NE(Dialog("Select Lines"), 0U);
+        server.Key("Tab");
+        server.Key("space");
+        Answer("Select Lines", "Return");
+    };
+    switchFirstType();
+    const XServer::Picture fewer = Settled();
+    EXPECT_NE(fewer.pixels, lines.pixels);
+    switchFirstType();
+    EXPECT_EQ(Settled().pixels, lines.pixels);
+    End();
+}
+
+TEST_F(WindowSession, TheMouseMeasures) {
+    const XServer::Picture world = Settled();
+    const MapPlace map = FindMap(world);
+    ASSERT_GT(map.width, 600);
+    ASSERT_GT(map.height, 300);
+    const auto at = [&](double across, double down) {
+        return std::pair(map.left + static_cast<int>(across * map.width),
+                         map.top + static_cast<int>(down * map.height));
+    };
+
+    // Measuring: an inverted line, which goes with the button.
+    const auto [x0, y0] = at(0.3, 0.5);
+    const auto [x1, y1] = at(0.6, 0.5);
+    Drag(x0, y0, x1, y1);
+    const int middle = (x0 + x1) / 2;
+    EXPECT_TRUE(WaitUntil([&, y = y0] {
+        const XServer::Picture now = server.Look(window);
+        return PixelAt(now, middle, y) == (PixelAt(world, middle, y) ^ 0xFFFFFF) &&
+               PixelAt(now, middle, y + 2) == PixelAt(world, middle, y + 2);
+    }));
+    server.Button(1, false);
+    EXPECT_EQ(Settled().pixels, world.pixels);
+    End();
 }
 
 TEST_F(Window, AMissingDatabaseIsToldAndEndsTheProgram) {

@@ -3,6 +3,7 @@
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
+#include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
 #include <array>
 #include <chrono>
@@ -186,6 +187,34 @@ void XServer::SendButton(unsigned long window, bool down) {
 void XServer::Click(unsigned long window) {
     SendButton(window, true);
     SendButton(window, false);
+    XSync(Connection(display_), False);
+}
+
+void XServer::Point(unsigned long window, int x, int y) {
+    const Place place = PlaceOf(window);
+    XTestFakeMotionEvent(Connection(display_), -1, place.left + x, place.top + y, CurrentTime);
+    XSync(Connection(display_), False);
+}
+
+void XServer::Button(unsigned number, bool down) {
+    XTestFakeButtonEvent(Connection(display_), number, down ? True : False, CurrentTime);
+    XSync(Connection(display_), False);
+}
+
+void XServer::Key(const std::string& name, const std::string& held) {
+    Display* display = Connection(display_);
+    const auto code = [display](const std::string& key) {
+        return XKeysymToKeycode(display, XStringToKeysym(key.c_str()));
+    };
+    if (!held.empty()) XTestFakeKeyEvent(display, code(held), True, CurrentTime);
+    XTestFakeKeyEvent(display, code(name), True, CurrentTime);
+    XTestFakeKeyEvent(display, code(name), False, CurrentTime);
+    if (!held.empty()) XTestFakeKeyEvent(display, code(held), False, CurrentTime);
+    XSync(display, False);
+}
+
+void XServer::TakeFocus(unsigned long window) {
+    XSetInputFocus(Connection(display_), window, RevertToPointerRoot, CurrentTime);
     XSync(Connection(display_), False);
 }
 

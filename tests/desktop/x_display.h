@@ -49,6 +49,13 @@ class XServer {
     /// Presses and releases the key Return, or the left button in the middle of the window.
     void PressReturn(unsigned long window);
     void Click(unsigned long window);
+    /// The real pointer and keys, which go to whatever is there: the pointer to a position within
+    /// the window, the left (1), right (3) or wheel's (4, 5) button, a key by its name in X, such
+    /// as "F5", with another one such as "Control_L" held if asked for, and the keyboard's focus.
+    void Point(unsigned long window, int x, int y);
+    void Button(unsigned number, bool down);
+    void Key(const std::string& name, const std::string& held = {});
+    void TakeFocus(unsigned long window);
     /// Puts a window above all others.
     void Raise(unsigned long window);
     /// Asks the window to close, as its close button does.
