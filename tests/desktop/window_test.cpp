@@ -158,7 +158,7 @@ TEST_F(Window, ProgramWithoutAScreenRunsUntilItIsAskedToEnd) {
 
 TEST_F(Window, ShowsTheMapFollowsItsSizeAndClosesCleanly) {
     XServer server;
-    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    ASSERT_TRUE(server.Runs()) << "no virtual X server";
     Process program(kProgram, {"--open", kSample + ":1"}, On(server));
     const unsigned long window = server.WaitForWindow("Orvantis: ", kPatience);
     ASSERT_NE(window, 0U) << program.Complaints();
@@ -196,7 +196,7 @@ TEST_F(Window, ShowsTheMapFollowsItsSizeAndClosesCleanly) {
 
 TEST_F(Window, TitleWithoutAChartIsTheProgramsName) {
     XServer server;
-    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    ASSERT_TRUE(server.Runs()) << "no virtual X server";
     Process program(kProgram, {"NOINITSCREEN"}, On(server));
     const unsigned long window = server.WaitForWindow("Orvantis", kPatience);
     ASSERT_NE(window, 0U);
@@ -207,7 +207,7 @@ TEST_F(Window, TitleWithoutAChartIsTheProgramsName) {
 
 TEST_F(Window, TheStartScreenComesWithAnEmptyCallAndGoesByItsTimeAKeyAClickAndItsClosing) {
     XServer server;
-    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    ASSERT_TRUE(server.Runs()) << "no virtual X server";
     const struct {
         const char* what;
         std::function<void(unsigned long)> act;
@@ -232,7 +232,7 @@ TEST_F(Window, TheStartScreenComesWithAnEmptyCallAndGoesByItsTimeAKeyAClickAndIt
 
 TEST_F(Window, OtherCallsShowNoStartScreen) {
     XServer server;
-    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    ASSERT_TRUE(server.Runs()) << "no virtual X server";
     Process program(kProgram, {"NOINITSCREEN"}, On(server));
     std::size_t seen = 0;
     EXPECT_TRUE(WaitUntil([&] {
@@ -244,7 +244,7 @@ TEST_F(Window, OtherCallsShowNoStartScreen) {
 
 TEST_F(Window, ASecondStartIsToldAndBringsTheFirstWindowForward) {
     XServer server;
-    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    ASSERT_TRUE(server.Runs()) << "no virtual X server";
     Process first(kProgram, {"--open", kSample}, On(server));
     const unsigned long window = server.WaitForWindow("Orvantis: ", kPatience);
     ASSERT_NE(window, 0U) << first.Complaints();
@@ -265,7 +265,7 @@ TEST_F(Window, ASecondStartIsToldAndBringsTheFirstWindowForward) {
 
 TEST_F(Window, ARefusedCopyRaisesTheFirstWindowAboveOthers) {
     XServer server;
-    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    ASSERT_TRUE(server.Runs()) << "no virtual X server";
     // A copy that shows no chart stands above the one that does.
     Process other(kProgram, {"NOINITSCREEN"}, On(server));
     const unsigned long above = server.WaitForWindow("Orvantis", kPatience);
@@ -286,7 +286,7 @@ TEST_F(Window, ARefusedCopyRaisesTheFirstWindowAboveOthers) {
 
 TEST_F(Window, WithoutAChartOnDisplayASecondCopyStartsBesideTheFirst) {
     XServer server;
-    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    ASSERT_TRUE(server.Runs()) << "no virtual X server";
     Process first(kProgram, {"NOINITSCREEN"}, On(server));
     ASSERT_NE(server.WaitForWindow("Orvantis", kPatience), 0U);
     Process second(kProgram, {"NOINITSCREEN"}, On(server));
@@ -299,7 +299,7 @@ TEST_F(Window, WithoutAChartOnDisplayASecondCopyStartsBesideTheFirst) {
 
 TEST_F(Window, ACopyThatEndedWithoutOrderIsNoneAnyMore) {
     XServer server;
-    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    ASSERT_TRUE(server.Runs()) << "no virtual X server";
     {
         Process first(kProgram, {"--open", kSample}, On(server));
         ASSERT_NE(server.WaitForWindow("Orvantis: ", kPatience), 0U);
@@ -314,7 +314,7 @@ TEST_F(Window, ACopyThatEndedWithoutOrderIsNoneAnyMore) {
 
 TEST_F(Window, ItsPlaceIsKeptFromRunToRun) {
     XServer server;
-    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    ASSERT_TRUE(server.Runs()) << "no virtual X server";
     // 15 twips to a pixel.
     WriteIni("WindowState=0\r\nLeft=3000\r\nTop=1500\r\nWidth=9000\r\nHeight=7500\r\n");
     const XServer::Place moved{150, 60, 720, 480};
@@ -340,7 +340,7 @@ TEST_F(Window, ItsPlaceIsKeptFromRunToRun) {
 
 TEST_F(Window, ThePictureIsKeptFromRunToRunWhereThatIsWanted) {
     XServer server;
-    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    ASSERT_TRUE(server.Runs()) << "no virtual X server";
     WriteIni("WindowState=0\r\nWidth=9000\r\nHeight=7500\r\nStoreImages=-1\r\n");
     const std::string stored = home.File("orvantis/mapimage.bmp");
     {
@@ -368,7 +368,7 @@ TEST_F(Window, ThePictureIsKeptFromRunToRunWhereThatIsWanted) {
 
 TEST_F(Window, AnUnsavedChartIsAskedAboutAtTheEnd) {
     XServer server;
-    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    ASSERT_TRUE(server.Runs()) << "no virtual X server";
     HandOverChart();
     Process program(kProgram, {"3"}, On(server));
     const unsigned long window = server.WaitForWindow("Orvantis: ", kPatience);
@@ -389,7 +389,7 @@ TEST_F(Window, AnUnsavedChartIsAskedAboutAtTheEnd) {
 
 TEST_F(Window, ASignalDuringTheQuestionEndsTheProgramAndKeepsItsKeys) {
     XServer server;
-    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    ASSERT_TRUE(server.Runs()) << "no virtual X server";
     HandOverChart();
     Process program(kProgram, {"3"}, On(server));
     const unsigned long window = server.WaitForWindow("Orvantis: ", kPatience);
@@ -436,7 +436,7 @@ MapPlace FindMap(const XServer::Picture& picture) {
 class WindowSession : public Window {
   protected:
     void SetUp() override {
-        if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+        ASSERT_TRUE(server.Runs()) << "no virtual X server";
         WriteIni("WindowState=0\r\nLeft=750\r\nTop=600\r\nWidth=13500\r\nHeight=9000\r\n");
         const std::string folder = home.File("orvantis/Userdata");
         std::filesystem::create_directories(folder);
@@ -565,7 +565,7 @@ TEST_F(WindowSession, TheMouseMeasures) {
 
 TEST_F(Window, AMissingDatabaseIsToldAndEndsTheProgram) {
     XServer server;
-    if (!server.Runs()) GTEST_SKIP() << "no virtual X server on this system";
+    ASSERT_TRUE(server.Runs()) << "no virtual X server";
     // A folder of that name keeps the shipped database from being put there.
     std::filesystem::create_directories(home.File("orvantis/level1.pnt"));
     Process program(kProgram, {"NOINITSCREEN"}, On(server));
