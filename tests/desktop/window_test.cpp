@@ -1,6 +1,7 @@
 // The program as a user meets it: on a display without a screen behind it, and in a real window.
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
@@ -433,6 +434,50 @@ MapPlace FindMap(const XServer::Picture& picture) {
     return {};
 }
 
+// Of the places of the map that are plain land or sea both now and, at another position, before:
+// the share that is the same.
+double Agreement(const MapPlace& map, const XServer::Picture& now, const XServer::Picture& before,
+                 const std::function<std::pair<double, double>(int, int)>& positionBefore) {
+    const std::uint32_t land = OnDisplay(LandColour());
+    const std::uint32_t sea = OnDisplay(SeaColour());
+    const auto isPlain = [&](std::uint32_t pixel) { return pixel == land || pixel == sea; };
+    int known = 0;
+    int same = 0;
+    for (int y = map.top + 3; y < map.top + map.height - 3; y += 3) {
+        for (int x = map.left + 3; x < map.left + map.width - 3; x += 3) {
+            const auto [column, row] = positionBefore(x, y);
+            if (column < map.left + 1 || column > map.left + map.width - 1) continue;
+            if (row < map.top + 1 || row > map.top + map.height - 1) continue;
+            const std::uint32_t a = PixelAt(now, x, y);
+            const std::uint32_t b = PixelAt(before, static_cast<int>(std::lround(column)),
+                                            static_cast<int>(std::lround(row)));
+            if (!isPlain(a) || !isPlain(b)) continue;
+            ++known;
+            if (a == b) ++same;
+        }
+    }
+    return known < 500 ? 0 : static_cast<double>(same) / known;
+}
+
+// A spot with nothing but land around it. The pointer is kept away from lines, which would name
+// themselves.
+std::pair<int, int> FindLand(const MapPlace& map, const XServer::Picture& picture) {
+    constexpr int kAround = 6;
+    const std::uint32_t land = OnDisplay(LandColour());
+    for (int y = map.top + kAround; y < map.top + map.height - kAround; ++y) {
+        for (int x = map.left + kAround; x < map.left + map.width - kAround; ++x) {
+            bool bare = true;
+            for (int dy = -kAround; dy <= kAround && bare; ++dy) {
+                for (int dx = -kAround; dx <= kAround && bare; ++dx) {
+                    bare = PixelAt(picture, x + dx, y + dy) == land;
+                }
+            }
+            if (bare) return {x, y};
+        }
+    }
+    return {0, 0};
+}
+
 class WindowSession : public Window {
   protected:
     void SetUp() override {
@@ -441,6 +486,7 @@ class WindowSession : public Window {
         const std::string folder = home.File("orvantis/Userdata");
         std::filesystem::create_directories(folder);
         std::filesystem::copy_file(kSample, folder + "/s.cht");
+        std::filesystem::copy_file(ORVANTIS_DATA "/world.ovm", folder + "/world.ovm");
         program = std::make_unique<Process>(kProgram, std::vector<std::string>{"NOINITSCREEN"},
                                             On(server));
         window = server.WaitForWindow("Orvantis", kPatience);
@@ -495,6 +541,16 @@ class WindowSession : public Window {
         })) << title;
         server.TakeFocus(window);
     }
+    // Of the modes' entries the fourth can't be chosen yet: the arrow keys pass over it.
+    void ChooseMode(int mode) {
+        server.Key("o", "Alt_L");
+        Breathe();
+        server.Key("m");
+        Breathe();
+        for (int i = 0; i < (mode > 3 ? mode - 1 : mode); ++i) server.Key("Down");
+        server.Key("Return");
+        Breathe();
+    }
     void Drag(int x0, int y0, int x1, int y1) {
         server.Point(window, x0, y0);
         server.Button(1, true);
@@ -538,7 +594,7 @@ TEST_F(WindowSession, AChartIsOpenedByKeysAndItsLineTypesAreSwitched) {
     End();
 }
 
-TEST_F(WindowSession, TheMouseMeasures) {
+TEST_F(WindowSession, TheMouseMeasuresZoomsMovesAndTheKeysGoBack) {
     const XServer::Picture world = Settled();
     const MapPlace map = FindMap(world);
     ASSERT_GT(map.width, 600);
@@ -560,6 +616,112 @@ TEST_F(WindowSession, TheMouseMeasures) {
     }));
     server.Button(1, false);
     EXPECT_EQ(Settled().pixels, world.pixels);
+
+    // Zooming: a quarter of the world becomes the whole map.
+    ChooseMode(1);
+    const XServer::Picture ready = Settled();
+    const auto [boxX, boxY] = at(0.5, 0.2);
+    const int boxWidth = map.width / 4;
+    Drag(boxX, boxY, boxX + boxWidth, boxY + map.height / 2);
+    server.Button(1, false);
+    ASSERT_TRUE(WaitUntil([&] {
+        return Agreement(map, server.Look(window), world,
+                         [](int x, int y) { return std::pair<double, double>(x, y); }) < 0.9;
+    }));
+    const XServer::Picture zoomed = Settled();
+    const double scale = static_cast<double>(boxWidth) / map.width;
+    EXPECT_GT(Agreement(map, zoomed, world,
+                        [&, left = boxX, top = boxY](int x, int y) {
+                            return std::pair(left + (x - map.left) * scale,
+                                             top + (y - map.top) * scale);
+                        }),
+              0.93);
+
+    // Moving: the map goes with the pointer.
+    ChooseMode(2);
+    constexpr int kRight = 120;
+    constexpr int kDown = -40;
+    const auto [fromX, fromY] = at(0.4, 0.6);
+    Drag(fromX, fromY, fromX + kRight, fromY + kDown);
+    server.Button(1, false);
+    const auto followed = [&](const XServer::Picture& now) {
+        return Agreement(map, now, zoomed, [](int x, int y) {
+            return std::pair<double, double>(x - kRight, y - kDown);
+        });
+    };
+    EXPECT_TRUE(WaitUntil([&] { return followed(server.Look(window)) > 0.97; }));
+    EXPECT_GT(followed(Settled()), 0.97);
+
+    // And back, view by view. The row above shows another mode by now.
+    const auto mapIs = [&](const XServer::Picture& wanted) {
+        return Agreement(map, Settled(), wanted,
+                         [](int x, int y) { return std::pair<double, double>(x, y); });
+    };
+    server.Key("F5");
+    EXPECT_EQ(mapIs(zoomed), 1);
+    server.Key("F5");
+    EXPECT_EQ(mapIs(ready), 1);
+    End();
+}
+
+TEST_F(WindowSession, TheMouseFillsAndPullsRulersAndThePictureIsCopied) {
+    OpenTheChart();
+    if (HasFatalFailure()) return;
+    const XServer::Picture first = Settled();
+    const MapPlace map = FindMap(first);
+    ASSERT_GT(map.width, 600);
+
+    // A fill under lines asks first.
+    ChooseMode(4);
+    const auto [x, y] = FindLand(map, first);
+    ASSERT_GT(x, 0);
+    server.Point(window, x, y);
+    server.Button(1, true);
+    server.Button(1, false);
+    Answer("Orvantis", "Return");
+    EXPECT_TRUE(WaitUntil([&, column = x, row = y] {
+        return PixelAt(server.Look(window), column, row) == OnDisplay(SeaColour());
+    }));
+
+    // With the grid on, a ruler is pulled off the meridian of Greenwich.
+    server.Key("F6");
+    ASSERT_NE(Dialog("Select Map Options"), 0U);
+    server.Key("g", "Alt_L");
+    Answer("Select Map Options", "Return");
+    Settled();
+    ChooseMode(5);
+    const int greenwich = map.left + map.width / 2;
+    const int row = map.top + map.height * 41 / 90;  // 8 north
+    Drag(greenwich, row, greenwich + 45, row);
+    server.Button(1, false);
+    const XServer::Picture ruled = Settled();
+    int strange = 0;
+    for (int line = map.top; line <= map.top + map.height; ++line) {
+        const std::uint32_t pixel = PixelAt(ruled, greenwich + 45, line);
+        if (pixel != 0x000000 && pixel != 0xFFFFFF) ++strange;
+    }
+    EXPECT_EQ(strange, 0) << "a ruler is white, and dotted black";
+
+    server.Key("c", "Alt_L");
+    Breathe();
+    server.Key("c");  // the colours of the points
+    server.Key("c");
+    server.Key("Return");
+    Answer("Confirmation", "Return");
+
+    // Another projection: the corners of the map's place show the surround.
+    server.Key("F6");
+    ASSERT_NE(Dialog("Select Map Options"), 0U);
+    server.Key("p", "Alt_L");
+    server.Key("Down");
+    server.Key("Down");
+    Answer("Select Map Options", "Return");
+    EXPECT_TRUE(WaitUntil([&] {
+        const XServer::Picture now = server.Look(window);
+        return PixelAt(now, map.left + 5, map.top + 5) == 0xC0C0C0 &&
+               PixelAt(now, map.left + map.width - 5, map.top + map.height - 5) == 0xC0C0C0;
+    }));
+    EXPECT_GT(LandOf(Settled()).share, 0.02);
     End();
 }
 
