@@ -29,6 +29,7 @@ struct Search {
     std::int16_t docNumber = 1;
     DrawingSurface& picture;
     std::vector<Colour> colours;  // of the document's fills, with the palette mark
+    bool carries = true;          // fills that are met become fills of the new view
 };
 
 std::vector<Colour> ColoursOfFills(const MapDocument& document) {
@@ -62,6 +63,8 @@ void HandleRun(const Search& search, std::int16_t sideNumber, float x, float y, 
     }
     if (pixel == PlainColour(LandColour())) plotState.fillLand = kTrue;
     if (!Counts(search, pixel)) return;
+    plotState.fillOtherColour = kTrue;
+    if (!search.carries) return;
 
     float lat = 0;
     float longitude = 0;
@@ -75,7 +78,6 @@ void HandleRun(const Search& search, std::int16_t sideNumber, float x, float y, 
     if (sideNumber == side::kBottom) seedLat += kIntoRectangle;
     AddFill(search.docNumber, static_cast<float>(seedLat), static_cast<float>(seedLong), false,
             PaletteColour(pixel));
-    plotState.fillOtherColour = kTrue;
 }
 
 // Walks the pixels of one side, `from` to `to`, at the column or row `across`.
@@ -96,6 +98,45 @@ void WalkSide(const Search& search, std::int16_t sideNumber, int across, int fro
     }
 }
 
+// Walks the sides of a rectangle, one pixel inside it, for a view whose plot comes next.
+void SearchFrame(const Search& search, std::int16_t left, std::int16_t top, std::int16_t right,
+                 std::int16_t bottom) {
+    plotState.fillSeaOnly = kFalse;
+    plotState.fillOtherColour = kFalse;
+    plotState.fillLand = kFalse;
+    plotState.zoomTied = false;
+    plotState.seaFillsAdded = false;
+    WalkSide(search, side::kLeft, left + 1, top, bottom);
+    WalkSide(search, side::kRight, right - 1, top, bottom);
+    WalkSide(search, side::kTop, top + 1, left, right);
+    WalkSide(search, side::kBottom, bottom - 1, left, right);
+}
+
+// Degrees from a view's western edge eastward to its eastern one.
+double WidthOf(const ViewEdges& edges) {
+    const double width = static_cast<double>(edges.east) - edges.west;
+    return width <= 0 ? width + 360 : width;
+}
+
+// True if a sea fill of the map has its seed in a view and off its frame, so that it paints there.
+bool HasSeaSeed(const ViewEdges& edges) {
+    constexpr double kOffFrame = 3;  // pixels
+    const double width = WidthOf(edges);
+    const double height = static_cast<double>(edges.north) - edges.south;
+    const double margin = kIntoRectangle + kOffFrame * std::max(width / mapView.rect.width,
+                                                                height / mapView.rect.height);
+    const auto count = static_cast<std::size_t>(std::max<std::int16_t>(CurrentMap().fillCount, 0));
+    for (std::size_t number = 1; number <= count && number < mapState.fills.size(); ++number) {
+        const FillRecord& record = mapState.fills[number];
+        const double east = Modulo(static_cast<double>(record.longitude) - edges.west, 360);
+        if (record.colour < 0 && east > margin && east < width - margin &&
+            record.lat > edges.south + margin && record.lat < edges.north - margin) {
+            return true;
+        }
+    }
+    return false;
+}
+
 // Pixels of the picture, with fractions.
 struct Span {
     double from = 0;
@@ -109,8 +150,7 @@ Span SharedColumns(const ViewEdges& edges) {
     const ViewExtent& view = mapView.extent;
     const double perDegree = mapView.rect.width / static_cast<double>(view.spanLong);
     const double west = Modulo(static_cast<double>(edges.west) - view.westDeg, 360);
-    double width = static_cast<double>(edges.east) - edges.west;
-    if (width <= 0) width += 360;
+    const double width = WidthOf(edges);
     const auto columns = [&](double from, double to) {
         const double left = mapView.rect.left;
         return Span{left + std::max(from, 0.0) * perDegree,
@@ -135,19 +175,11 @@ Span SharedRows(const ViewEdges& edges) {
 
 void SeedsFromZoom(std::int16_t docNumber, DrawingSurface& picture, std::int16_t left,
                    std::int16_t top, std::int16_t right, std::int16_t bottom) {
-    plotState.fillSeaOnly = kFalse;
-    plotState.fillOtherColour = kFalse;
-    plotState.fillLand = kFalse;
-    plotState.zoomTied = false;
-    plotState.seaFillsAdded = false;
     if (left > right) std::swap(left, right);
     if (top > bottom) std::swap(top, bottom);
     const Search search{docNumber, picture,
                         ColoursOfFills(mapState.documents[static_cast<std::size_t>(docNumber)])};
-    WalkSide(search, side::kLeft, left + 1, top, bottom);
-    WalkSide(search, side::kRight, right - 1, top, bottom);
-    WalkSide(search, side::kTop, top + 1, left, right);
-    WalkSide(search, side::kBottom, bottom - 1, left, right);
+    SearchFrame(search, left, top, right, bottom);
 }
 
 void SeaFromOverlap(DrawingSurface& picture, const ViewEdges& edges) {
@@ -161,11 +193,10 @@ void SeaFromOverlap(DrawingSurface& picture, const ViewEdges& edges) {
 
     // A pixel further in: the outermost ones are the outline's, and beside it may lie what the clip
     // has kept the floods from.
-    const std::int16_t fills = CurrentMap().fillCount;
-    SeedsFromZoom(mapState.current, picture, RoundToInt16(columns.from + 1),
-                  RoundToInt16(rows.from + 1), RoundToInt16(columns.to - 1),
-                  RoundToInt16(rows.to - 1));
-    CurrentMap().fillCount = fills;
+    const Search search{mapState.current, picture, ColoursOfFills(CurrentMap()), false};
+    SearchFrame(search, RoundToInt16(columns.from + 1), RoundToInt16(rows.from + 1),
+                RoundToInt16(columns.to - 1), RoundToInt16(rows.to - 1));
+    plotState.seaFillsAdded = HasSeaSeed(edges);
     if (plotState.fillLand != kFalse) plotState.fillSeaOnly = kFalse;
     const bool sideInPicture = columns.from > rect.left || columns.to < rect.left + rect.width ||
                                rows.from > rect.top || rows.to < rect.top + rect.height;

@@ -22,10 +22,12 @@ void SeedsFromZoom(std::int16_t docNumber, DrawingSurface& picture, std::int16_t
 
 /// The same search for a view that was moved or made larger, on the frame of what the picture shows
 /// of it: a view without any line is of one kind throughout, so that sea there is sea everywhere.
-/// Adds no fills. Where bare land was met too, or in its stead, the sea counts for nothing. Where
-/// no side of the view lies on the picture, fillLand is set: the frame may as well be land. Does
-/// nothing, and leaves the flags to the view that they tell of, on a globe, if the picture shows
-/// less than 4 pixels of the new view's height or width, or if the last plot was given up.
+/// Adds no fills, and where a sea fill of the map has its seed in the new view none is added later.
+/// The flags then tell of the new view, no longer of the one that is left. Where bare land was met
+/// too, or in its stead, the sea counts for nothing. Where no side of the view lies on the picture,
+/// fillLand is set: the frame may as well be land. Does nothing, and leaves the flags to the view
+/// that they tell of, on a globe, if the picture shows less than 4 pixels of the new view's height
+/// or width, or if the last plot was given up.
 void SeaFromOverlap(DrawingSurface& picture, const ViewEdges& edges);
 
 }  // namespace orvantis

@@ -312,9 +312,35 @@ TEST_F(OverlapTest, ColoursOfFillsAreNotedAndNotCarriedOver) {
     AddFill(1, 20, -30, false, kRed);
     PaintPixels(0, 0, kSurfaceWidth, kSurfaceHeight, kSea);
     PaintPixels(200, 39, 220, 60, kRed);
+    // A fill that an earlier view of the stack still has.
+    AddFill(1, 5, 6, false, kRed);
+    CurrentMap().fillCount = 1;
     SeaFromOverlap(surface, {10, -35, 30, -15});
     ExpectFlags(true, true, false);
     EXPECT_EQ(CurrentMap().fillCount, 1);
+    EXPECT_EQ(mapState.fills.at(2).lat, 5);
+    EXPECT_EQ(mapState.fills.at(2).longitude, 6);
+}
+
+TEST_F(OverlapTest, AViewWithTheSeedOfASeaFillNeedsNoFurtherOnes) {
+    const struct {
+        const char* what;
+        float lat;
+        float longitude;
+        bool isSea;
+        bool enough;
+    } rows[] = {
+        {"inside", 20, -20, true, true},        {"another fill", 20, -20, false, false},
+        {"north of it", 31, -20, true, false},  {"west of it", 20, -36, true, false},
+        {"on its frame", 20, -35, true, false}, {"beside its frame", 10.05F, -20, true, false}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        CurrentMap().fillCount = 0;
+        AddFill(1, row.lat, row.longitude, row.isSea, kRed);
+        PaintPixels(0, 0, kSurfaceWidth, kSurfaceHeight, kSea);
+        SeaFromOverlap(surface, {10, -35, 30, -15});
+        EXPECT_EQ(plotState.seaFillsAdded, row.enough);
+    }
 }
 
 TEST_F(OverlapTest, ALargerViewThatReachesBeyondThePictureOnAllSidesMayHaveLandOnItsFrame) {
