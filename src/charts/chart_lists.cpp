@@ -107,9 +107,9 @@ std::string StoredDescription(std::int16_t type, FileHandle file) {
 // The comments of the charts, by the numbers of their first blocks.
 bool LoadComments(std::string_view path, std::int16_t type, ChartList& list) {
     const std::string commentPath = CommentPath(path);
-    const bool needed =
-        std::any_of(list.charts.begin(), list.charts.end(),
-                    [](const StoredChart& stored) { return stored.chart.commentRef > 0; });
+    const bool needed = std::any_of(
+        list.charts.begin(), list.charts.end(),
+        [](const StoredChart& stored) { return LeadsToComment(stored.chart.commentRef); });
     if (!KeepsComments(type) || !needed || commentPath == path || !MayHoldComments(commentPath))
         return true;
     Bytes blocks;

@@ -243,7 +243,7 @@ Holder HolderOf(const SavedFiles& files) {
     const bool sound = KeepsComments(StoredChartType(charts)) && IsCommentFile(comments);
     if (!sound) return Holder::Another;
     if (SharerOfComments(charts, comments).empty()) return Holder::Own;
-    return FileHasComments(charts) ? Holder::Shared : Holder::Another;
+    return HighestCommentRef(charts) != 0 ? Holder::Shared : Holder::Another;
 }
 
 // What a save does with the chart file. What can't be opened is moved too, so that nothing is

@@ -40,7 +40,7 @@ std::uint8_t* Block(Bytes& blocks, std::int32_t number) {
 }
 
 bool IsCommentBlock(std::int32_t number, std::int32_t count) {
-    return number > kHead && number <= count;
+    return LeadsToComment(number) && number <= count;
 }
 
 // The text of the chain at `ref`; `block(number)` gives the bytes of a block, null on failure.
@@ -96,6 +96,45 @@ bool HasCommentForm(Bytes& blocks) {
         if (next != 0 && !IsCommentBlock(next, count)) return false;
     }
     return true;
+}
+
+// The references of a chart file of type 1 or 2.
+struct CommentRefs {
+    std::int32_t highest = 0;  // of those that lead to comments; 0 none
+    bool whole = false;        // no piece of a chart is in the file, and no reference is below 0
+};
+
+CommentRefs StoredRefs(std::string_view chartPath) {
+    CommentRefs refs;
+    std::int16_t type = 0;
+    std::int32_t count = 0;
+    const FileHandle file = OpenStoredCharts(chartPath, type, count, kFalse);
+    if (file == 0) return refs;
+    refs.whole = KeepsComments(type) && FileLength(file) % ChartRecordLength(type) == 0;
+    FileChart chart;
+    for (std::int32_t n = 1; n <= count && KeepsComments(type); ++n) {
+        if (!ReadChart(type, file, n, chart)) break;
+        if (chart.commentRef < 0) refs.whole = false;
+        if (LeadsToComment(chart.commentRef))
+            refs.highest = std::max(refs.highest, chart.commentRef);
+    }
+    CloseFile(file);
+    return refs;
+}
+
+// True if charts of that file have their comments in a comment file of so many blocks, or may have:
+// what can't be read isn't known. Any file may start as a chart file does, a comment file too, but
+// it hardly goes on as one with references that all lie within the comment file.
+bool MayLeadInto(const std::string& chartPath, std::int32_t blocks) {
+    const FileHandle file = OpenQuietly(chartPath);
+    if (file == 0) {
+        std::error_code ignored;
+        return std::filesystem::is_regular_file(NativePath(chartPath), ignored);
+    }
+    CloseFile(file);
+    const CommentRefs refs = StoredRefs(chartPath);
+    return refs.whole && LeadsToComment(refs.highest) && refs.highest <= blocks &&
+           !IsCommentFile(chartPath);
 }
 
 // Appends a blank block and returns its number.
@@ -154,38 +193,41 @@ bool MayHoldComments(std::string_view commentPath) {
            !std::filesystem::is_directory(NativePath(commentPath), ignored);
 }
 
+std::int32_t CommentBlocks(std::string_view path) {
+    const FileHandle file = OpenQuietly(path);
+    if (file == 0) return 0;
+    const std::int32_t count = BlockCount(FileLength(file));
+    CloseFile(file);
+    return count;
+}
+
 bool IsCommentFile(std::string_view path) {
     Bytes blocks;
     return FetchFile(path, kMostChartBytes, blocks) == 0 && HasCommentForm(blocks);
 }
 
-bool FileHasComments(std::string_view chartPath) {
-    std::int16_t type = 0;
-    std::int32_t count = 0;
-    const FileHandle file = OpenStoredCharts(chartPath, type, count, kFalse);
-    if (file == 0) return false;
-    FileChart chart;
-    bool has = false;
-    for (std::int32_t n = 1; n <= count && KeepsComments(type) && !has; ++n) {
-        has = ReadChart(type, file, n, chart) && chart.commentRef > kHead;
-    }
-    CloseFile(file);
-    return has;
+bool LeadsToComment(std::int32_t ref) {
+    return ref > kHead;
+}
+
+std::int32_t HighestCommentRef(std::string_view chartPath) {
+    return StoredRefs(chartPath).highest;
 }
 
 std::string SharerOfComments(std::string_view chartPath, std::string_view commentPath) {
     const std::string wanted = LowerAscii(BaseName(commentPath, false));
+    const std::int32_t blocks = CommentBlocks(commentPath);
     const auto folder = std::filesystem::path(NativePath(chartPath)).parent_path();
     std::error_code failure;
     std::filesystem::directory_iterator entry(folder.empty() ? "." : folder, failure);
     for (; entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
         const std::string name = entry->path().filename().string();
         if (LowerAscii(CommentPath(name)) != wanted) continue;
-        // A comment file may start as a chart file does.
+        if (name.back() == '~') continue;  // what a save left aside keeps nothing there
         std::string other = (folder / name).string();
         const bool shares = !IsSameFile(other, chartPath) &&
-                            IsSameFile(CommentPath(other), commentPath) && !IsCommentFile(other) &&
-                            FileHasComments(other);
+                            IsSameFile(CommentPath(other), commentPath) &&
+                            MayLeadInto(other, blocks);
         if (shares) return other;
     }
     return "";
@@ -197,7 +239,8 @@ std::string ReadComment(std::int16_t type, std::string_view path, std::int32_t r
         return comment == nullptr ? "" : *comment;
     }
     const std::string commentPath = CommentPath(path);
-    if (ref <= kHead || !HasCommentFile(type, path) || !MayHoldComments(commentPath)) return "";
+    if (!LeadsToComment(ref) || !HasCommentFile(type, path) || !MayHoldComments(commentPath))
+        return "";
     const FileHandle file = OpenQuietly(commentPath);
     if (file == 0) {
         RaiseRunTimeError(error::kPathAccess);
@@ -223,8 +266,8 @@ bool WriteComment(std::int16_t type, std::string_view path, std::int32_t& ref,
     const std::string commentPath = CommentPath(path);
     Bytes blocks;
     const bool made = IsMissing(commentPath);
-    if (made && text.empty()) {
-        ref = 0;
+    if (text.empty() && (made || !LeadsToComment(ref))) {
+        ref = 0;  // there is nothing to give back
         return true;
     }
     if (!made && !ReadWholeFile(commentPath, kMostChartBytes, blocks)) return false;

@@ -31,10 +31,19 @@ bool MayHoldComments(std::string_view commentPath);
 /// of which leads to none or to another block of the file than its head. A file of no bytes has it.
 bool IsCommentFile(std::string_view path);
 
-/// True if a chart of a file of type 1 or 2 has a comment.
-bool FileHasComments(std::string_view chartPath);
+/// Number of the blocks of a comment file; 0 if it can't be read.
+std::int32_t CommentBlocks(std::string_view path);
 
-/// Another chart file than that one which keeps its comments in that comment file; "" none.
+/// True if a chart's reference leads to a comment: blocks are counted from 1, and block 1 is the
+/// head of the comment file.
+bool LeadsToComment(std::int32_t ref);
+
+/// Highest reference to a comment of the charts of a file of type 1 or 2; 0 if none has a comment.
+std::int32_t HighestCommentRef(std::string_view chartPath);
+
+/// Another chart file than that one which keeps its comments in that comment file; "" none. It has
+/// whole charts and references that all lie within the comment file; a file that can't be read
+/// counts as one by its name. A name that ends in "~" is that of what a save left aside.
 std::string SharerOfComments(std::string_view chartPath, std::string_view commentPath);
 
 /// Comment that starts at block `ref` of the comment file of types 1 and 2, or of chart `ref` of an
@@ -45,9 +54,10 @@ std::string ReadComment(std::int16_t type, std::string_view path, std::int32_t r
 
 /// Stores a comment. Types 1 and 2: `ref` receives its first block; the chain that was at `ref`
 /// stays (it may be another chart's): an empty text gives it back to the free list and makes `ref`
-/// 0. Type 3: the text goes into chart `ref` of the open list, which then counts as changed. False,
-/// with a run-time error, if it can't be written, or what is there has not the form of a comment
-/// file; `ref` and the file are then as they were.
+/// 0, and touches no file where `ref` leads to no comment. Type 3: the text goes into chart `ref`
+/// of the open list, which then counts as changed. False, with a run-time error, if it can't be
+/// written, or what is there has not the form of a comment file; `ref` and the file are then as
+/// they were.
 bool WriteComment(std::int16_t type, std::string_view path, std::int32_t& ref,
                   std::string_view text);
 

@@ -140,7 +140,7 @@ bool ReadListed(Listing& listing, std::int32_t n, StoredChart& stored) {
         listing.failure = WhyMissing(n - 1);
         return false;
     }
-    listing.commentsNeeded = listing.commentsNeeded || stored.chart.commentRef > 0;
+    listing.commentsNeeded = listing.commentsNeeded || LeadsToComment(stored.chart.commentRef);
     stored.comment = GetComment(listing.comments, stored.chart.commentRef);
     listing.commentText += stored.comment.size();
     if (listing.commentText > kMostCommentText) {
@@ -214,8 +214,8 @@ int TellUnreadable(const std::string& path, std::int16_t type, const CliShell& s
 int TellDoubtfulComments(const std::string& path, std::int16_t type) {
     Bytes comments;
     const std::string why = FetchComments(path, type, comments);
-    return why.empty() || !FileHasComments(path) ? kDone
-                                                 : Complain(kUnreadable, CommentPath(path), why);
+    if (why.empty() || HighestCommentRef(path) == 0) return kDone;
+    return Complain(kUnreadable, CommentPath(path), why);
 }
 
 // Reads a whole file. Returns an exit code; what is wrong has been told.

@@ -5,6 +5,7 @@
 
 #include "chart_samples.h"
 #include "charts/comments.h"
+#include "support/failing_disk.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 
@@ -216,6 +217,72 @@ TEST_F(CommentsOfASave, ACommentFileOfTwoChartFilesIsLeftToBoth) {
     fs::remove(folder_.File("charts.dat"));
     path_ = folder_.File("charts.cht");
     EXPECT_TRUE(Save(2, 2)) << "alone";
+}
+
+// Bytes that start as a chart file of that type does, with these references.
+Bytes StartingAsCharts(std::int16_t type, const std::vector<std::int32_t>& refs) {
+    const auto length = static_cast<std::size_t>(ChartRecordLength(type));
+    Bytes bytes((refs.size() + 1) * length);
+    PutI16(bytes.data(), type);
+    for (std::size_t n = 1; n <= refs.size(); ++n) {
+        PutI32(&bytes[n * length + (type == 1 ? 106 : 158)], refs[n - 1]);
+    }
+    return bytes;
+}
+
+TEST_F(CommentsOfASave, WhatStartsAsAChartFileButHasOtherReferencesIsNoSharer) {
+    for (const std::int16_t type : {1, 2}) {
+        Bytes piece = StartingAsCharts(type, {2});
+        piece.push_back(0);
+        const std::map<std::string, Bytes> others = {
+            {"a reference beyond the comments", StartingAsCharts(type, {2, 8, 2})},
+            {"a reference far beyond them", StartingAsCharts(type, {INT32_MAX})},
+            {"a reference below 0", StartingAsCharts(type, {-1, 2})},
+            {"the head and none", StartingAsCharts(type, {1, 0})},
+            {"a piece of a chart at the end", piece},
+            {"text", StartingAsCharts(type, std::vector<std::int32_t>(9, 0x20202020))}};
+        for (const auto& [what, bytes] : others) {
+            Clear();
+            ASSERT_TRUE(Save(2, 4)) << what;
+            ASSERT_EQ(In("charts").size(), 7U * 32);
+            folder_.Write("charts.emf", bytes);
+            EXPECT_EQ(SharerOfComments(path_, folder_.File("charts")), "") << what;
+            EXPECT_TRUE(Save(2, 4)) << what;
+            EXPECT_EQ(In("charts.emf"), bytes) << what;
+        }
+        folder_.Write("charts.emf", StartingAsCharts(type, {0, 7}));
+        ExpectRefused(2, "all references within the comments");
+    }
+}
+
+TEST_F(CommentsOfASave, WhatASaveThatWasBrokenOffLeftAsideIsInNobodysWay) {
+    for (const std::int16_t type : {1, 2, 3}) {
+        Clear();
+        ASSERT_TRUE(Save(type, 2));
+        fs::copy_file(path_, path_ + "~");
+        if (type != 3) fs::copy_file(folder_.File("charts"), folder_.File("charts~"));
+        fs::copy_file(path_, path_ + ".bak~");
+        ASSERT_TRUE(Save(type, 4)) << type;
+        EXPECT_FALSE(fs::exists(path_ + "~"));
+        EXPECT_FALSE(fs::exists(folder_.File("charts~")));
+        EXPECT_EQ(Comment(path_, 4), "Comment of chart 4, two blocks.");
+    }
+}
+
+TEST_F(CommentsOfASave, AFileThatCannotBeReadMayShareTheComments) {
+    const auto save = [this] {
+        if (!Save(2, 1)) std::_Exit(1);
+        const std::string other = folder_.Write("charts.dat", "who knows");
+        for (const char* name : {"charts.cht", "charts"}) {
+            fs::permissions(folder_.File(name), fs::perms::all);
+        }
+        fs::permissions(folder_.Path(), fs::perms::all);
+        ActAsPlainUserOn(other, fs::perms::none);
+        ExpectRefused(2, "unknown");
+        const CommentObstacle found = FindCommentObstacle(path_, 2, SampleList(1));
+        std::_Exit(HasFailure() || found.sharer != other ? 2 : 0);
+    };
+    EXPECT_EXIT(save(), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(CommentsOfASave, TheCommentsOfAnotherChartFileStayWhatIsSavedBesideThemAndHoweverOften) {

@@ -143,6 +143,45 @@ TEST_F(Comments, AnEmptyTextGivesTheBlocksBackAndTheNextCommentTakesThemFirst) {
     EXPECT_EQ(Read(5), std::string(29, 'c'));
 }
 
+TEST_F(Comments, AnEmptyTextWhereThereIsNoCommentTouchesNothing) {
+    const auto write = [this](std::int32_t ref) {
+        EXPECT_TRUE(WriteComment(kType2, path_, ref, ""));
+        EXPECT_EQ(ref, 0);
+        EXPECT_EQ(PendingRunTimeError(), 0);
+    };
+    for (const std::int32_t none : {0, 1, -1}) {
+        folder_.Write("charts", "Notes of mine, and no comments.");
+        const Bytes others = FileBytes(folder_.File("charts"));
+        write(none);
+        EXPECT_EQ(FileBytes(folder_.File("charts")), others) << none;
+        Store({{0, ""}, {0, "taken"}});
+        const FullDisk disk(0);
+        write(none);
+        EXPECT_EQ(Text(2), "taken" + std::string(23, ' '));
+    }
+}
+
+TEST_F(Comments, TheHeadIsNoComment) {
+    EXPECT_FALSE(LeadsToComment(-1));
+    EXPECT_FALSE(LeadsToComment(0));
+    EXPECT_FALSE(LeadsToComment(1));
+    EXPECT_TRUE(LeadsToComment(2));
+    ChartList list;
+    list.charts.resize(2);
+    ASSERT_TRUE(SaveChartFile(path_, kType2, list));
+    Bytes bytes = FileBytes(path_);
+    PutI32(&bytes[292 + 158], 1);
+    folder_.Write("charts.cht", bytes);
+    Store({{0, "head"}, {0, "taken"}});
+    EXPECT_EQ(HighestCommentRef(path_), 0);
+    EXPECT_EQ(Read(1), "");
+    ASSERT_TRUE(LoadChartList(path_, list, kFalse));
+    EXPECT_EQ(list.charts[0].comment, "");
+    PutI32(&bytes[584 + 158], 2);
+    folder_.Write("charts.cht", bytes);
+    EXPECT_EQ(HighestCommentRef(path_), 2);
+}
+
 TEST_F(Comments, ATextLeavesTheChainAtItsReferenceAlone) {
     const std::int32_t other = Write("another chart's");
     EXPECT_EQ(Write("mine", other), 3);
