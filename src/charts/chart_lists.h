@@ -96,7 +96,8 @@ bool LoadChartList(std::string_view path, ChartList& list, Flag forceLegacy);
 /// that doesn't fit, and a path without an extension, but for type -1.
 ///
 /// The comment file (see CommentPath) is the replaced chart file's own if that is of type 1 or 2
-/// and the file has the form of one (see IsCommentFile), whether charts lead into it or not. It
+/// and the file has the form of one (see IsCommentFile), whether charts lead into it or not; but
+/// where a chart leads to a block behind its end it counts as another's. It
 /// then goes with the chart file to the backup, and a new one comes if a chart has a comment and
 /// the type is 1 or 2. Any other file of that name is another's, also where another chart file
 /// alone keeps its comments there: it is never moved, written over or deleted. Without comments it

@@ -20,6 +20,7 @@ struct SavedFile {
     bool moved = false;    // what is there becomes the backup
     bool written = false;  // a new file comes: it is written aside first
     bool cleared = false;  // what an earlier save left aside goes
+    bool expired = false;  // the old backup goes although nothing takes its place
 
     std::string Aside() const { return path + "~"; }
     std::string Backup() const { return path + ".bak"; }
@@ -140,7 +141,7 @@ std::int16_t Compose(std::int16_t type, const ChartList& list, SavedFiles& files
 std::int16_t WriteAside(const SavedFiles& files) {
     for (const SavedFile* file : files.Both()) {
         if (!file->written) continue;
-        std::int16_t failure = StoreFile(file->Aside(), file->bytes);
+        std::int16_t failure = StoreExactFile(file->Aside(), file->bytes);
         if (failure == 0 && file->moved) failure = CopyAccessRights(file->path, file->Aside());
         if (failure != 0) return failure;
     }
@@ -160,25 +161,25 @@ void Carry(Moves& moves, const std::string& from, const std::string& to, bool ke
 }
 
 // Makes the old files the backups and the new ones the files. A move that fails takes back those
-// before it, so that the old files and their backups stand under their names again.
+// before it, so that the old files and their backups stand under their names again. Comments go
+// first and come last: charts of a save that is broken off may be without theirs, but never stand
+// beside others.
 std::int16_t PutInPlace(const SavedFiles& files) {
+    const SavedFile& charts = files.charts;
+    const SavedFile& comments = files.comments;
     Moves moves;
     std::vector<std::string> parked;
-    for (const SavedFile* file : files.Both()) {
-        if (moves.failure != 0 || !file->moved || !IsTaken(file->Backup())) continue;
+    parked.reserve(2);
+    for (const SavedFile* file : {&comments, &charts}) {
+        const bool leaves = (file->moved || file->expired) && IsTaken(file->Backup());
+        if (moves.failure != 0 || !leaves) continue;
         parked.push_back(UnusedPathBeside(file->path));
         Carry(moves, file->Backup(), parked.back(), false);
     }
-    for (const SavedFile* file : files.Both()) {
-        if (file->moved && file->written) Carry(moves, file->path, file->Backup(), true);
-    }
-    for (const SavedFile* file : files.Both()) {
-        if (file->written) {
-            Carry(moves, file->Aside(), file->path, false);
-        } else if (file->moved) {
-            Carry(moves, file->path, file->Backup(), false);
-        }
-    }
+    if (comments.moved) Carry(moves, comments.path, comments.Backup(), false);
+    if (charts.moved) Carry(moves, charts.path, charts.Backup(), true);
+    Carry(moves, charts.Aside(), charts.path, false);
+    if (comments.written) Carry(moves, comments.Aside(), comments.path, false);
     if (moves.failure == 0) {
         for (const std::string& path : parked) DeleteFile(path);
         return 0;
@@ -233,17 +234,40 @@ enum class Holder {
     Nobody,   // there is none
     Own,      // of the chart file alone, whether its charts have comments or not
     Shared,   // of the chart file and of another one
-    Another,  // of something else: what hasn't the form of a comment file, or can't be read, too
+    Another,  // of something else: what hasn't the form of a comment file, can't be read, or ends
+              // before a comment of the chart file, too
 };
 
 Holder HolderOf(const SavedFiles& files) {
     const std::string& charts = files.charts.path;
     const std::string& comments = files.comments.path;
     if (IsMissing(comments)) return Holder::Nobody;
-    const bool sound = KeepsComments(StoredChartType(charts)) && IsCommentFile(comments);
+    const bool sound = KeepsComments(StoredChartType(charts)) && IsCommentFile(comments) &&
+                       HighestCommentRef(charts) <= CommentBlocks(comments);
     if (!sound) return Holder::Another;
     if (SharerOfComments(charts, comments).empty()) return Holder::Own;
     return HighestCommentRef(charts) != 0 ? Holder::Shared : Holder::Another;
+}
+
+// What is another's of the name of the comments' backup; nothing if it may be replaced.
+CommentObstacle FindBackupObstacle(const SavedFiles& files) {
+    const std::string charts = files.charts.Backup();
+    const std::string backup = files.comments.Backup();
+    if (!IsTaken(backup)) return {};
+    if (!IsCommentFile(backup)) return {backup, charts, ""};
+    std::string sharer = SharerOfComments(charts, backup);
+    if (sharer.empty()) return {};
+    return {backup, charts, std::move(sharer)};
+}
+
+// True if the chart file that goes to the backup has lost its comments and would find those of the
+// former backup there. A save that was broken off may have left both backups in place already: the
+// comments are then its own.
+bool WouldFindOldComments(const SavedFiles& files) {
+    const SavedFile& charts = files.charts;
+    return charts.moved && !files.comments.moved && HighestCommentRef(charts.path) != 0 &&
+           IsTaken(charts.Backup()) && !IsSameFile(charts.path, charts.Backup()) &&
+           FindBackupObstacle(files).path.empty();
 }
 
 // What a save does with the chart file. What can't be opened is moved too, so that nothing is
@@ -269,6 +293,7 @@ void PlanComments(std::int16_t type, const ChartList& list, SavedFiles& files) {
     files.comments.cleared = KeepsComments(type) && holder != Holder::Another;
     files.comments.moved = holder == Holder::Own || holder == Holder::Shared;
     if (!files.comments.written && NamesAreInTheWay(files)) files.comments.moved = false;
+    files.comments.expired = !NamesMeet(files) && WouldFindOldComments(files);
 }
 
 SavedFiles PlanSave(std::string_view path, std::int16_t type, const ChartList& list) {
@@ -287,19 +312,14 @@ CommentObstacle FindObstacle(const SavedFiles& files) {
         return taken ? CommentObstacle{comments.path, charts.path, ""} : CommentObstacle{};
     }
     std::string sharer = SharerOfComments(charts.path, comments.path);
-    if (!sharer.empty()) return {comments.path, charts.path, std::move(sharer)};
-    const std::string backup = comments.Backup();
-    if (!IsTaken(backup)) return {};
-    if (!IsCommentFile(backup)) return {backup, charts.Backup(), ""};
-    sharer = SharerOfComments(charts.Backup(), backup);
-    if (sharer.empty()) return {};
-    return {backup, charts.Backup(), std::move(sharer)};
+    if (sharer.empty()) return FindBackupObstacle(files);
+    return {comments.path, charts.path, std::move(sharer)};
 }
 
 // Deletes what this save, or an earlier one, left aside.
 void DeleteAsides(const SavedFiles& files) {
     for (const SavedFile* file : files.Both()) {
-        if (file->cleared) DeleteFile(file->Aside());
+        if (file->cleared) DeleteExactFile(file->Aside());
     }
 }
 

@@ -201,6 +201,10 @@ std::int32_t CommentBlocks(std::string_view path) {
     return count;
 }
 
+std::int32_t CommentBlocks(const Bytes& blocks) {
+    return BlockCount(static_cast<std::int64_t>(blocks.size()));
+}
+
 bool IsCommentFile(std::string_view path) {
     Bytes blocks;
     return FetchFile(path, kMostChartBytes, blocks) == 0 && HasCommentForm(blocks);

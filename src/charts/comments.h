@@ -31,8 +31,9 @@ bool MayHoldComments(std::string_view commentPath);
 /// of which leads to none or to another block of the file than its head. A file of no bytes has it.
 bool IsCommentFile(std::string_view path);
 
-/// Number of the blocks of a comment file; 0 if it can't be read.
+/// Number of the blocks of a comment file, on the disk (0 if it can't be read) or in memory.
 std::int32_t CommentBlocks(std::string_view path);
+std::int32_t CommentBlocks(const Bytes& blocks);
 
 /// True if a chart's reference leads to a comment: blocks are counted from 1, and block 1 is the
 /// head of the comment file.

@@ -115,19 +115,27 @@ std::string WhyMissing(std::int32_t charts) {
            reason.description + ")";
 }
 
+const char* const kDoubtful = "is damaged, or no comment file: comments may be missing or wrong";
+
 std::string CommentsUnread(std::int16_t failure) {
     return "the comments can't be read (" + RunTimeErrorText(failure) + ")";
 }
 
-// Reads the comment file of a chart file. Returns why comments are missing, or may be; "" they
-// aren't.
+// Reads the comment file of a chart file. Returns why comments of its charts are missing, or may
+// be; "" they aren't, unless a chart leads to one behind the end.
 std::string FetchComments(const std::string& chartPath, std::int16_t type, Bytes& comments) {
     const std::string path = CommentPath(chartPath);
-    if (!KeepsComments(type) || path == chartPath || !MayHoldComments(path)) return "";
+    if (!KeepsComments(type)) return "";
+    if (path == chartPath) return "a file of this name has no comment file: comments are missing";
     const std::int16_t failure = FetchFile(path, kMostChartBytes, comments);
     if (failure != 0) return CommentsUnread(failure);
     if (IsCommentFile(path)) return "";
-    return "is damaged, or no comment file: comments may be missing or wrong";
+    return kDoubtful;
+}
+
+// True if that reference to a comment leads behind the end of the comments.
+bool LeadsOut(std::int32_t ref, const Bytes& comments) {
+    return LeadsToComment(ref) && ref > CommentBlocks(comments);
 }
 
 // The chart with what belongs to it; false if its record can't be read.
@@ -141,6 +149,9 @@ bool ReadListed(Listing& listing, std::int32_t n, StoredChart& stored) {
         return false;
     }
     listing.commentsNeeded = listing.commentsNeeded || LeadsToComment(stored.chart.commentRef);
+    if (listing.commentFailure.empty() && LeadsOut(stored.chart.commentRef, listing.comments)) {
+        listing.commentFailure = kDoubtful;
+    }
     stored.comment = GetComment(listing.comments, stored.chart.commentRef);
     listing.commentText += stored.comment.size();
     if (listing.commentText > kMostCommentText) {
@@ -204,17 +215,21 @@ int RefuseName(const std::string& out, std::int16_t type) {
 
 // Tells why a file can't be read, the comments' file if it is that one.
 int TellUnreadable(const std::string& path, std::int16_t type, const CliShell& shell) {
+    const std::string commentPath = CommentPath(path);
     Bytes comments;
     const std::string why = FetchComments(path, type, comments);
-    return why.empty() || !comments.empty() ? UnreadableChartFile(path, shell)
-                                            : Complain(kUnreadable, CommentPath(path), why);
+    const bool unread =
+        !why.empty() && comments.empty() && commentPath != path && MayHoldComments(commentPath);
+    return unread ? Complain(kUnreadable, commentPath, why) : UnreadableChartFile(path, shell);
 }
 
 // Tells of comments that may be missing in a list that was read all the same. Returns an exit code.
 int TellDoubtfulComments(const std::string& path, std::int16_t type) {
     Bytes comments;
-    const std::string why = FetchComments(path, type, comments);
-    if (why.empty() || HighestCommentRef(path) == 0) return kDone;
+    std::string why = FetchComments(path, type, comments);
+    const std::int32_t highest = HighestCommentRef(path);
+    if (why.empty() && LeadsOut(highest, comments)) why = kDoubtful;
+    if (why.empty() || highest == 0) return kDone;
     return Complain(kUnreadable, CommentPath(path), why);
 }
 

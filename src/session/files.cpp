@@ -259,6 +259,21 @@ std::string FindName(const fs::path& folder, const std::string& name) {
     return name;
 }
 
+// True if something has that very name, a link that leads to nothing too.
+bool IsNameTaken(const fs::path& path) {
+    std::error_code failure;
+    const fs::file_type type = fs::symlink_status(path, failure).type();
+    return type != fs::file_type::not_found && type != fs::file_type::none;
+}
+
+// The state of a file, and why there is none; 0 if there is. A link that leads to nothing isn't a
+// file that is missing.
+std::int16_t FetchStatus(const std::string& path, struct stat& status) {
+    if (::stat(path.c_str(), &status) == 0) return 0;
+    const int number = errno;
+    return number == ENOENT && IsNameTaken(path) ? error::kPathAccess : ErrorOfErrno(number, path);
+}
+
 // The platform's forms of the two paths of a move, and why it can't be; 0 if it can.
 std::int16_t PrepareMove(std::string_view from, std::string_view to, std::string& source,
                          std::string& target) {
@@ -266,7 +281,8 @@ std::int16_t PrepareMove(std::string_view from, std::string_view to, std::string
     source = NativePath(from);
     target = PlatformForm(to);
     struct stat status {};
-    if (::stat(source.c_str(), &status) != 0) return ErrorOfErrno(errno, source);
+    const std::int16_t failure = FetchStatus(source, status);
+    if (failure != 0) return failure;
     if (!S_ISREG(status.st_mode)) return error::kPathAccess;
     return ::access(source.c_str(), W_OK) == 0 ? std::int16_t{0} : ErrorOfErrno(errno, source);
 }
@@ -358,7 +374,7 @@ Flag FileExists(std::string_view path) {
 bool IsMissing(std::string_view path) {
     if (!IsUsablePath(path)) return true;
     std::error_code ignored;
-    return fs::status(NativePath(path), ignored).type() == fs::file_type::not_found;
+    return fs::symlink_status(NativePath(path), ignored).type() == fs::file_type::not_found;
 }
 
 void CloseFile(FileHandle file) {
@@ -427,6 +443,10 @@ std::int16_t StoreFile(std::string_view path, std::span<const std::uint8_t> byte
     return ReplaceNative(NativePath(path), bytes);
 }
 
+std::int16_t StoreExactFile(std::string_view path, std::span<const std::uint8_t> bytes) {
+    return ReplaceNative(PlatformForm(path), bytes);
+}
+
 bool ReplaceFileSilently(std::string_view path, std::span<const std::uint8_t> bytes) {
     const std::int16_t errorNumber = StoreFile(path, bytes);
     if (errorNumber != 0) RaiseRunTimeError(errorNumber);
@@ -477,6 +497,10 @@ void DeleteFile(std::string_view path) {
     if (IsUsablePath(path)) ::unlink(NativePath(path).c_str());
 }
 
+void DeleteExactFile(std::string_view path) {
+    if (IsUsablePath(path)) ::unlink(PlatformForm(path).c_str());
+}
+
 std::int16_t MoveFile(std::string_view from, std::string_view to) {
     std::string source;
     std::string target;
@@ -498,7 +522,7 @@ std::int16_t KeepFile(std::string_view from, std::string_view to) {
     struct stat status {};
     const bool own = ::lstat(source.c_str(), &status) == 0 && status.st_uid == ::geteuid();
     if (own && ::link(source.c_str(), target.c_str()) == 0) return 0;
-    return MoveFile(from, to);
+    return IsNameTaken(target) ? error::kPathAccess : MoveFile(from, to);
 }
 
 std::string UnusedPathBeside(std::string_view path) {
@@ -518,7 +542,8 @@ std::int16_t CopyAccessRights(std::string_view from, std::string_view to) {
     const std::string source = NativePath(from);
     const std::string target = NativePath(to);
     struct stat status {};
-    if (::stat(source.c_str(), &status) != 0) return ErrorOfErrno(errno, source);
+    const std::int16_t failure = FetchStatus(source, status);
+    if (failure != 0) return failure;
     return ::chmod(target.c_str(), status.st_mode & 07777) == 0 ? std::int16_t{0}
                                                                 : ErrorOfErrno(errno, target);
 }
@@ -533,14 +558,13 @@ std::optional<fs::file_time_type> FileDate(std::string_view path) {
 
 std::string NativePath(std::string_view path) {
     std::string native = PlatformForm(path);
-    std::error_code failure;
-    if (native.find('\0') != std::string::npos || fs::exists(native, failure)) return native;
+    if (native.find('\0') != std::string::npos || IsNameTaken(native)) return native;
 
     // Folder by folder: the name as given if it exists, else one that differs by case alone.
     fs::path found;
     for (const fs::path& part : fs::path(native)) {
         fs::path next = found / part;
-        if (!fs::exists(next, failure)) next = found / FindName(found, part.string());
+        if (!IsNameTaken(next)) next = found / FindName(found, part.string());
         found = std::move(next);
     }
     return found.string();

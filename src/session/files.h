@@ -59,8 +59,9 @@ std::int16_t FileErrors(std::int16_t errVal);
 /// True if the file can be opened for reading. An empty path and a folder give false.
 Flag FileExists(std::string_view path);
 
-/// True if there is nothing of that name, neither a file nor a folder, whatever may be done with
-/// it. Where that can't be told, as in a folder that may not be searched, it is false.
+/// True if there is nothing of that name, neither a file nor a folder nor a link, whatever may be
+/// done with it and wherever a link leads. Where that can't be told, as in a folder that may not be
+/// searched, it is false.
 bool IsMissing(std::string_view path);
 
 void CloseFile(FileHandle file);
@@ -101,6 +102,9 @@ bool ReplaceFileSilently(std::string_view path, std::span<const std::uint8_t> by
 /// The same without any trace of a failure: the error number, 0 for none.
 std::int16_t StoreFile(std::string_view path, std::span<const std::uint8_t> bytes);
 
+/// The same, of just that name: a file whose name differs from it by case alone stays as it is.
+std::int16_t StoreExactFile(std::string_view path, std::span<const std::uint8_t> bytes);
+
 /// Reads a whole file of at most `limit` bytes. False, with a run-time error ("File too large" for
 /// a longer file), on failure.
 bool ReadWholeFile(std::string_view path, std::int64_t limit, Bytes& bytes);
@@ -118,13 +122,16 @@ bool FolderShowsFile(std::string_view folder);
 /// Deletes a file; a missing one is no error.
 void DeleteFile(std::string_view path);
 
+/// The same, but only one of just that name, and not one whose name differs from it by case.
+void DeleteExactFile(std::string_view path);
+
 /// Gives a file another name in the same folder tree; a file that had just that name is gone, but
 /// not one whose name differs from it by case. Returns the error number, 0 for none. What isn't a
-/// file, and a file that may not be written, isn't moved.
+/// file, a link that leads to none, and a file that may not be written, isn't moved.
 std::int16_t MoveFile(std::string_view from, std::string_view to);
 
 /// Moves a file likewise, but where the disk can, it also stays under its old name until a new file
-/// is moved there: at no moment there is none. `to` has to be free.
+/// is moved there: at no moment there is none. Nothing that has the name `to` is replaced.
 std::int16_t KeepFile(std::string_view from, std::string_view to);
 
 /// A path in the same folder that nothing has, for a file that is to stand aside for a while. ""

@@ -6,6 +6,7 @@
 #include "chart_samples.h"
 #include "charts/comments.h"
 #include "support/failing_disk.h"
+#include "support/failing_steps.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 
@@ -267,6 +268,121 @@ TEST_F(CommentsOfASave, WhatASaveThatWasBrokenOffLeftAsideIsInNobodysWay) {
         EXPECT_FALSE(fs::exists(folder_.File("charts~")));
         EXPECT_EQ(Comment(path_, 4), "Comment of chart 4, two blocks.");
     }
+}
+
+// A list whose comments tell whose they are; type 1 has 30 characters for a name.
+ChartList Generation(const std::string& name) {
+    ChartList list = SampleList(4);
+    for (StoredChart& stored : list.charts) {
+        stored.chart.event.name = name + stored.chart.event.name;
+        if (!stored.comment.empty()) stored.comment = "Comment of " + stored.chart.event.name;
+    }
+    return list;
+}
+
+// Every chart that is there has its own comment, or none.
+void ExpectOwnComments(const std::string& path, const std::string& what) {
+    for (const std::string& name : {path, path + ".bak"}) {
+        if (!fs::exists(name)) continue;
+        ChartList list;
+        ASSERT_TRUE(LoadChartList(name, list, kFalse)) << what;
+        for (const StoredChart& stored : list.charts) {
+            const std::string own = "Comment of " + stored.chart.event.name;
+            EXPECT_TRUE(stored.comment.empty() || stored.comment == own)
+                << what << ": " << stored.chart.event.name << " has \"" << stored.comment << "\"";
+        }
+    }
+}
+
+// Every save is broken off at each step in turn, and the one behind it too.
+TEST_F(CommentsOfASave, WhereverASaveIsBrokenOffNoChartHasAnothersCommentAndTheNextSaveIsDone) {
+    const auto save = [this](const std::string& name, std::int16_t type) {
+        ChartList list = Generation(name);
+        return SaveChartFile(path_, type, list);
+    };
+    const auto broken = [&](const std::string& name, std::int16_t type, int step) {
+        const FailingSteps disk(step, true);
+        save(name, type);
+        return disk.Reached();
+    };
+    for (const auto& [old, type] : std::vector<std::pair<std::int16_t, std::int16_t>>{
+             {1, 1}, {2, 2}, {2, 3}, {2, 0}, {3, 2}}) {
+        for (int first = 1; first < 50; ++first) {
+            bool reached = false;
+            const bool twice = old == 2 && type == 2;
+            for (int second = 0; second < 50; second += twice ? 1 : 50) {
+                const std::string what = std::to_string(old) + std::to_string(type) + " " +
+                                         std::to_string(first) + " " + std::to_string(second);
+                Clear();
+                ASSERT_TRUE(save("a ", old) && save("longer b ", old));
+                reached = broken("the longest c ", type, first);
+                ExpectOwnComments(path_, what);
+                const bool again = second > 0 && broken("d, longer ", 2, second);
+                ExpectOwnComments(path_, what);
+                TestShell().log.clear();
+                ASSERT_TRUE(save("e ", 2)) << what;
+                EXPECT_TRUE(TestShell().log.empty()) << what;
+                ExpectOwnComments(path_, what);
+                ASSERT_EQ(Comment(path_, 4), "Comment of e Chart number 4") << what;
+                ASSERT_TRUE(save("longest f ", 2)) << what;
+                ExpectOwnComments(path_, what);
+                ASSERT_EQ(Comment(path_ + ".bak", 4), "Comment of e Chart number 4") << what;
+                if (HasFailure()) return;
+                if (second > 0 && !again) break;
+            }
+            if (!reached) break;
+        }
+    }
+}
+
+TEST_F(CommentsOfASave, ChartsWhoseCommentFileIsGoneAreSavedAndTheirBackupFindsNoOthers) {
+    ChartList list = Generation("a ");
+    ASSERT_TRUE(SaveChartFile(path_, 2, list));
+    list = Generation("longer b ");
+    ASSERT_TRUE(SaveChartFile(path_, 2, list));
+    fs::remove(folder_.File("charts"));
+    const Bytes charts = In("charts.cht");
+    list = Generation("c ");
+    ASSERT_TRUE(SaveChartFile(path_, 2, list));
+    EXPECT_TRUE(TestShell().boxes.empty());
+    EXPECT_EQ(In("charts.cht.bak"), charts);
+    EXPECT_EQ(Comment(path_ + ".bak", 1), "");
+    EXPECT_EQ(Comment(path_, 1), "Comment of c Chart number 1");
+    EXPECT_EQ(Contents().size(), 3U) << "and nothing is left aside";
+}
+
+TEST_F(CommentsOfASave, ACommentFileThatEndsBeforeACommentIsDamaged) {
+    for (const std::int16_t type : {1, 2}) {
+        Clear();
+        ASSERT_TRUE(Save(type, 4));
+        const Bytes sound = In("charts");
+        folder_.Write("charts", Bytes(sound.begin(), sound.begin() + 5 * 32));
+        const Bytes cut = In("charts");
+        ASSERT_TRUE(IsCommentFile(folder_.File("charts")));
+        ExpectRefused(type, "short");
+        ASSERT_TRUE(SaveWithoutComments(type, 4));
+        EXPECT_EQ(In("charts"), cut);
+        EXPECT_FALSE(fs::exists(folder_.File("charts.bak")));
+    }
+}
+
+TEST_F(CommentsOfASave, WhatHasTheNamesOfTheFilesAsideButForTheirCaseStays) {
+    folder_.Write("CHARTS.CHT~", "another's");
+    folder_.Write("CHARTS~", "another's too");
+    const auto expectThere = [this](int step) {
+        EXPECT_EQ(In("CHARTS.CHT~").size(), 9U) << step;
+        EXPECT_EQ(In("CHARTS~").size(), 13U) << step;
+    };
+    ASSERT_TRUE(Save(2, 2) && Save(2, 4));
+    expectThere(0);
+    EXPECT_EQ(Comment(path_, 4), "Comment of chart 4, two blocks.");
+    for (int step = 1; step < 50; ++step) {
+        const FailingSteps disk(step);
+        Save(2, 3);
+        expectThere(step);
+        if (!disk.Reached()) break;
+    }
+    EXPECT_EQ(Contents().size(), 6U);
 }
 
 TEST_F(CommentsOfASave, AFileThatCannotBeReadMayShareTheComments) {

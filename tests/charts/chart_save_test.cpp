@@ -293,6 +293,24 @@ TEST_F(ChartSave, WhereverASaveIsBrokenOffTheOldFilesAndTheirBackupsAreThereStil
     }
 }
 
+TEST_F(ChartSave, ALinkThatLeadsToNothingIsToldAndStays) {
+    for (const char* name : {"charts.cht", "charts.cht.bak", "charts", "charts.bak"}) {
+        Restore(folder_, {});
+        const std::string link = folder_.File(name);
+        ASSERT_TRUE(link == path_ || Save(2, 2));
+        fs::remove(link);
+        fs::create_symlink("nowhere", link);
+        const auto before = Contents(folder_.Path());
+        TestShell().log.clear();
+        EXPECT_FALSE(Save(2, 4)) << name;
+        EXPECT_EQ(TestShell().log, std::vector{Told("Error 75: Path/File access error")}) << name;
+        EXPECT_EQ(Contents(folder_.Path()), before) << name;
+        EXPECT_TRUE(fs::is_symlink(link)) << name;
+        fs::remove(link);
+        EXPECT_TRUE(Save(2, 4)) << name;
+    }
+}
+
 TEST_F(ChartSave, ALinkIsMovedToTheBackupAndWhatItPointsToStaysAsItWas) {
     const std::string original = folder_.File("original.cht");
     path_ = original;

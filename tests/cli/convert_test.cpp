@@ -108,8 +108,6 @@ TEST_F(Convert, ChartsAsTextSetsCommentsAndAttachmentsInUnderTheirChart) {
 }
 
 TEST_F(Convert, CommentsThatCannotBeReadAreToldAndTheChartsListed) {
-    std::filesystem::remove(File("type2"));
-    EXPECT_EQ(Listed(File("type2.cht"))["charts"][0]["comment"], "") << "none are there";
     std::ofstream(File("type2")).put('x');
     std::filesystem::resize_file(File("type2"), kMostChartBytes + 1);
     const ProgramResult result = Run({"charts", File("type2.cht")});
@@ -117,6 +115,35 @@ TEST_F(Convert, CommentsThatCannotBeReadAreToldAndTheChartsListed) {
     EXPECT_EQ(result.errors,
               "orvantis-cli: " + File("type2") + ": the comments can't be read (File too large)\n");
     EXPECT_EQ(result.output.substr(0, 13), "1  A name of ");
+}
+
+TEST_F(Convert, CommentsThatAreNotThereAreToldAndTheChartsListedAndConverted) {
+    const Bytes sound = FileBytes(File("type2"));
+    const std::string lost = "the comments can't be read (File not found)\n";
+    const std::string cut = "is damaged, or no comment file: comments may be missing or wrong\n";
+    for (const std::string& told : {lost, cut}) {
+        std::filesystem::remove(File("type2"));
+        if (told == cut) folder_.Write("type2", Bytes(32));  // the head alone
+        const std::string errors = "orvantis-cli: " + File("type2") + ": " + told;
+        const ProgramResult list = Run({"charts", File("type2.cht"), "--json"});
+        EXPECT_EQ(list.exitCode, 3);
+        EXPECT_EQ(list.errors, errors);
+        EXPECT_EQ(Json::parse(list.output)["charts"][0]["comment"], "");
+        const ProgramResult result = To(File("type2.cht"), File("out.ch6"), 3);
+        EXPECT_EQ(result.exitCode, 3);
+        EXPECT_EQ(result.errors, errors);
+        EXPECT_EQ(Listed(File("out.ch6"))["charts"], Json::parse(list.output)["charts"]);
+    }
+    // In its own place too; and what leads to no comment is told of nothing.
+    std::filesystem::remove(File("type2"));
+    EXPECT_EQ(To(File("type2.cht"), File("type2.cht"), 2).exitCode, 3);
+    EXPECT_EQ(Run({"charts", File("type2.cht")}).errors, "");
+    // A file of type 2 whose name is that of a type 3 file.
+    folder_.Write("type2", sound);
+    std::filesystem::copy_file(File("type2.cht.bak"), File("type2.ch6"));
+    EXPECT_EQ(Run({"charts", File("type2.ch6")}).errors,
+              "orvantis-cli: " + File("type2.ch6") +
+                  ": a file of this name has no comment file: comments are missing\n");
 }
 
 // A pipe stands for a file that may not be read: it isn't missing and can't be opened either.

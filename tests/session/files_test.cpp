@@ -86,7 +86,7 @@ TEST_F(Files, OnlyWhatHasNoFileAndNoFolderOfItsNameIsMissing) {
     EXPECT_TRUE(IsMissing(folder_.File("none\\b.txt")));
     EXPECT_TRUE(IsMissing(path + "\\b.txt"));
     std::filesystem::create_symlink("nowhere", folder_.File("link"));
-    EXPECT_TRUE(IsMissing(folder_.File("link")));
+    EXPECT_FALSE(IsMissing(folder_.File("link")));
     // Neither without the right to read it nor where its folder may not be searched.
     fs::permissions(folder_.Path(), fs::perms::all);
     const auto without = [&] {
@@ -509,6 +509,49 @@ TEST_F(Files, AKeptFileHasBothNamesUntilANewOneTakesTheOld) {
     EXPECT_FALSE(fs::exists(folder_.File("other")));
     EXPECT_EQ(KeepFile(folder_.File("none"), kept), error::kFileNotFound);
     EXPECT_EQ(FileBytes(kept).size(), 7U);
+}
+
+TEST_F(Files, AKeptFileReplacesNothing) {
+    const std::string path = folder_.Write("path", "old one");
+    const std::string file = folder_.Write("file", "bytes");
+    fs::create_symlink("nowhere", folder_.File("link"));
+    for (const int step : {0, 1}) {  // with and without second names
+        const FailingSteps disk(step);
+        EXPECT_EQ(KeepFile(path, file), error::kPathAccess) << step;
+        EXPECT_EQ(KeepFile(path, folder_.File("link")), error::kPathAccess) << step;
+    }
+    EXPECT_EQ(FileBytes(file).size(), 5U);
+    EXPECT_TRUE(fs::is_symlink(folder_.File("link")));
+    EXPECT_EQ(FileBytes(path).size(), 7U);
+}
+
+TEST_F(Files, ALinkThatLeadsToNothingIsNeitherMovedNorTakenForAMissingFile) {
+    const std::string link = folder_.File("link");
+    fs::create_symlink("nowhere", link);
+    folder_.Write("LINK", "another's");
+    const std::string file = folder_.Write("file", "bytes");
+    EXPECT_EQ(NativePath(link), link);
+    EXPECT_EQ(MoveFile(link, folder_.File("other")), error::kPathAccess);
+    EXPECT_EQ(KeepFile(link, folder_.File("other")), error::kPathAccess);
+    EXPECT_EQ(CopyAccessRights(link, file), error::kPathAccess);
+    EXPECT_EQ(MoveFile(folder_.File("none"), file), error::kFileNotFound);
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_FALSE(fs::exists(folder_.File("other")));
+}
+
+TEST_F(Files, AFileOfJustThatNameIsStoredAndDeleted) {
+    const std::string other = folder_.Write("FILE", "another's");
+    const std::string file = folder_.File("file");
+    DeleteExactFile(file);
+    EXPECT_EQ(FileBytes(other).size(), 9U);
+    EXPECT_EQ(StoreExactFile(folder_.Path() + "\\file", Bytes{'n'}), 0);
+    EXPECT_EQ(FileBytes(file), Bytes{'n'});
+    EXPECT_EQ(FileBytes(other).size(), 9U);
+    DeleteExactFile(folder_.Path() + "\\file");
+    EXPECT_FALSE(fs::exists(file));
+    EXPECT_EQ(FileBytes(other).size(), 9U);
+    EXPECT_EQ(StoreExactFile("", Bytes{}), error::kBadFileName);
+    DeleteExactFile("");
 }
 
 TEST_F(Files, WhereAFileCannotHaveTwoNamesAKeptOneIsMoved) {
