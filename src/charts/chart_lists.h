@@ -102,7 +102,8 @@ bool LoadChartList(std::string_view path, ChartList& list, Flag forceLegacy);
 /// the type is 1 or 2. Any other file of that name is another's, also where another chart file
 /// alone keeps its comments there: it is never moved, written over or deleted. Without comments it
 /// stays where it is, and so do old ones whose backup would have a name in use here, or whose name
-/// is a chart file's.
+/// is a chart file's. Charts that have lost their comment file find no others in the backup: the
+/// comments of the former one go with it.
 ///
 /// Refused, before anything is touched, are: whatever has an obstacle (see FindCommentObstacle);
 /// and comments where of the path, the comment file's, their backups and what is written aside two
