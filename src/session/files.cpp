@@ -507,7 +507,7 @@ std::int16_t MoveFile(std::string_view from, std::string_view to) {
     if (const std::int16_t failure = PrepareMove(from, to, source, target); failure != 0) {
         return failure;
     }
-    const bool oneFile = AreNamesOfOneFile(source, target);
+    const bool oneFile = source != target && AreNamesOfOneFile(source, target);
     if (::rename(source.c_str(), target.c_str()) != 0) return ErrorOfErrno(errno, target);
     if (oneFile) ::unlink(source.c_str());  // which a rename leaves there
     return 0;

@@ -494,6 +494,14 @@ TEST_F(Files, AMovedFileLeavesOneAloneWhoseNameDiffersByCase) {
     EXPECT_EQ(FileBytes(folder_.File("to")).size(), 3U);
 }
 
+TEST_F(Files, AFileOfTwoNamesMovedOntoItsOwnNameKeepsBoth) {
+    const std::string path = folder_.Write("path", "bytes");
+    fs::create_hard_link(path, folder_.File("other"));
+    EXPECT_EQ(MoveFile(path, path), 0);
+    EXPECT_EQ(FileBytes(path).size(), 5U);
+    EXPECT_EQ(FileBytes(folder_.File("other")).size(), 5U);
+}
+
 TEST_F(Files, AKeptFileHasBothNamesUntilANewOneTakesTheOld) {
     const std::string path = folder_.Write("path", "old one");
     const std::string kept = folder_.File("kept");
