@@ -148,13 +148,14 @@ struct Span {
 // the next turn, whichever is wider.
 Span SharedColumns(const ViewEdges& edges) {
     const ViewExtent& view = mapView.extent;
-    const double perDegree = mapView.rect.width / static_cast<double>(view.spanLong);
+    const double span = view.spanLong;
+    const double perDegree = mapView.rect.width / span;
     const double west = Modulo(static_cast<double>(edges.west) - view.westDeg, 360);
     const double width = WidthOf(edges);
     const auto columns = [&](double from, double to) {
         const double left = mapView.rect.left;
         return Span{left + std::max(from, 0.0) * perDegree,
-                    left + std::min<double>(to, view.spanLong) * perDegree};
+                    left + std::min(to, span) * perDegree};
     };
     const Span first = columns(west, west + width);
     const Span next = columns(west - 360, west + width - 360);
