@@ -279,11 +279,11 @@ TEST_F(ChartSave, WhereverASaveIsBrokenOffTheOldFilesAndTheirBackupsAreThereStil
                 }
                 if (!ended) break;
                 const auto after = Contents(folder_.Path());
-                for (const auto& [name, bytes] : before) {
+                for (const auto& former : before) {
                     const bool kept =
                         std::any_of(after.begin(), after.end(),
-                                    [&](const auto& file) { return file.second == bytes; });
-                    ASSERT_TRUE(kept) << old << type << " " << step << " " << name;
+                                    [&](const auto& file) { return file.second == former.second; });
+                    ASSERT_TRUE(kept) << old << type << " " << step << " " << former.first;
                 }
                 ASSERT_EQ(after.count("charts.cht"), 1U) << old << type << " " << step;
                 const Bytes& there = after.at("charts.cht");
