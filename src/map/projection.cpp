@@ -131,10 +131,10 @@ const GlobeRow* GlobeRows(const double* sines) {
     if (kept.rows.empty() || !same) {
         kept = {rect.top, rect.height, offset, stretch, std::move(kept.rows)};
         kept.rows.resize(2 * kQuarterMin + 1);
-        for (int p = -kQuarterMin; p <= kQuarterMin; ++p) {
+        for (std::size_t row = 0; row < kept.rows.size(); ++row) {
+            const int p = static_cast<int>(row) - kQuarterMin;
             const double v = ((1 - sines[p]) / 2 - offset) * stretch;
-            kept.rows[static_cast<std::size_t>(p + kQuarterMin)] = {rect.top + rect.height * v,
-                                                                    sines[p + kQuarterMin]};
+            kept.rows[row] = {rect.top + rect.height * v, sines[p + kQuarterMin]};
         }
     }
     return kept.rows.data() + kQuarterMin;
