@@ -106,7 +106,8 @@ TEST_F(NearLines, AStarOverheadIsNamedAndItsCulminationOnlyOnItsLine) {
         ShowTypes({1});
         Plot();
         const LineLabel label = TheLabel();
-        const auto inside = static_cast<float>(label.x - mapView.glyphWidth / 2);
+        const int half = mapView.glyphWidth / 2;
+        const auto inside = static_cast<float>(label.x - half);
         EXPECT_EQ(NamesNear(inside, label.y),
                   std::vector<std::string>{std::string(row.name) + " - Overhead"});
         const auto onLine = static_cast<float>(PixelsOf(-40, 179.8).first);
