@@ -123,8 +123,9 @@ double RingShare(double centre, double radius, int width, int x, int y) {
     constexpr int kFine = 16;
     int count = 0;
     for (int i = 0; i < kFine * kFine; ++i) {
+        const int row = i / kFine;
         const double px = x - 0.5 + (i % kFine + 0.5) / kFine;
-        const double py = y - 0.5 + (i / kFine + 0.5) / kFine;
+        const double py = y - 0.5 + (row + 0.5) / kFine;
         const double off = std::hypot(px - centre, py - centre) - radius;
         if (2 * std::abs(off) <= width) ++count;
     }
