@@ -154,8 +154,7 @@ Span SharedColumns(const ViewEdges& edges) {
     const double width = WidthOf(edges);
     const auto columns = [&](double from, double to) {
         const double left = mapView.rect.left;
-        return Span{left + std::max(from, 0.0) * perDegree,
-                    left + std::min(to, span) * perDegree};
+        return Span{left + std::max(from, 0.0) * perDegree, left + std::min(to, span) * perDegree};
     };
     const Span first = columns(west, west + width);
     const Span next = columns(west - 360, west + width - 360);
