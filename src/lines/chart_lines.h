@@ -58,10 +58,9 @@ extern ChartLinesState chartLines;
 /// Draws all lines of the chart on display, the labels and the edge marks. With `fullPlot` the
 /// lists of labels, marks and objects start empty, and stay so without a chart. Answering a
 /// question with Cancel clears the chart or the eclipse, and takes all of it off the picture. After
-/// a page
-/// (`printing` nonzero) the lists of labels and objects are the screen's again. A run-time failure
-/// ends all drawing at the line that has it: neither question, labels nor marks follow, and the
-/// question stands over until the next plot.
+/// a page (`printing` nonzero) the lists of labels and objects are the screen's again. A run-time
+/// failure ends all drawing at the line that has it: neither question, labels nor marks follow, and
+/// the question stands over until the next plot.
 void PlotChartLines(Flag printing, Flag fullPlot, std::int16_t slot);
 
 /// Lines of types 1 and 2, and of types 3 and 4, of every point that is drawn.

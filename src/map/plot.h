@@ -24,8 +24,8 @@ struct ClipCrossing {
 
 /// State of the plot, valid for its length, with two exceptions. What the frame of a zoom held is
 /// set before it by the search for colours on the zoom rectangle, and stands until the next search:
-/// of a zoom, or of a view that was moved or made larger.
-/// `interrupted`, `imageLost` and `screenPlots` tell of the last plot until the next one.
+/// of a zoom, or of a view that was moved or made larger. `interrupted`, `imageLost` and
+/// `screenPlots` tell of the last plot until the next one.
 struct PlotState {
     Colour outlineColour = 0;                ///< of the map's lines, and border of every flood
     std::vector<ClipCrossing> crossings{1};  ///< 1 to count; element 0 stands unused
@@ -36,7 +36,7 @@ struct PlotState {
     Flag fillOtherColour = kFalse;           ///< and the colour of another fill
     Flag fillLand = kFalse;                  ///< and bare land, or it may be land
     bool zoomTied = false;              ///< zoomedView is that of the zoom; false: of the next plot
-    bool seaFillsAdded = false;         ///< the zoom's view has got its sea fills
+    bool seaFillsAdded = false;         ///< the view has its sea fills, or needs none
     std::array<float, 4> zoomedView{};  ///< south, west, north, east: of this view alone the three
                                         ///< flags tell something
     bool inProgress = false;            ///< PlotMap4 runs

@@ -14,7 +14,7 @@ namespace orvantis {
 struct SmoothArc {
     double centreX = 0;
     double centreY = 0;
-    double radiusX = 0;  ///< 0 or more
+    double radiusX = 0;  ///< 1 or more, both: a narrower ellipse may lose the pixels of its tips
     double radiusY = 0;
     double startDegrees = 0;
     double spanDegrees = 0;
