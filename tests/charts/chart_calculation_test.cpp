@@ -9,6 +9,8 @@
 #include "charts/SwissEph.h"
 #include "session/session_state.h"
 #include "session/settings.h"
+#include "support/angles.h"
+#include "support/paths.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 #include "text/numbers.h"
@@ -16,12 +18,6 @@
 
 namespace orvantis {
 namespace {
-
-constexpr const char* kEphemeris = "/usr/share/libswe/ephe";
-
-double Apart(double a, double b) {
-    return std::abs(std::remainder(a - b, 360));
-}
 
 // 31 December 1992, 23:59:07 in the zone of Adelaide.
 Format1Record SampleRecord() {
@@ -133,7 +129,7 @@ TEST_F(ChartCalculation, AChartOf1799WithoutTheAsteroidsFileHasChironAtZeroAndTh
     for (const char* name : {"sepl_18.se1", "semo_18.se1"}) {
         std::filesystem::create_symlink(std::string(kEphemeris) + "/" + name, folder.File(name));
     }
-    session.SystemDataPath = ORVANTIS_DATA "/";
+    session.SystemDataPath = DataFile("");
     OpenSwissEphemeris(folder.Path().substr(0, folder.Path().size() - 1), session.SystemDataPath);
     FileChartToCalcChart(SampleRecord(), 1, kFalse);
     for (std::size_t n = 13; n <= 19; ++n) EXPECT_GT(calcChart[1].Lon[n], 0) << n;

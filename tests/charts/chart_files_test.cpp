@@ -4,6 +4,7 @@
 
 #include "charts/KVCharts.h"
 #include "charts/chart_lists.h"
+#include "support/paths.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 
@@ -314,7 +315,7 @@ TEST_F(ChartFiles, AClosedFileCannotBeRead) {
 }
 
 TEST_F(ChartFiles, TheSampleFileHasSixPublicEvents) {
-    const FileHandle file = OpenChartFile(ORVANTIS_DATA "/sample.cht", count_, kFalse);
+    const FileHandle file = OpenChartFile(DataFile("sample.cht"), count_, kFalse);
     ASSERT_GT(file, 0);
     EXPECT_EQ(currentChartFileType, chart_file::kFormat2);
     EXPECT_EQ(count_, 6);

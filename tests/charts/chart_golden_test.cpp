@@ -5,6 +5,7 @@
 #include "chart_samples.h"
 #include "charts/comments.h"
 #include "session/settings.h"
+#include "support/paths.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 
@@ -12,7 +13,7 @@ namespace orvantis {
 namespace {
 
 Bytes Golden(const std::string& name) {
-    Bytes bytes = FileBytes(ORVANTIS_DATA "/../tests/charts/golden/" + name);
+    Bytes bytes = FileBytes(TestFile("charts/golden/" + name));
     EXPECT_FALSE(bytes.empty()) << name;
     return bytes;
 }

@@ -12,6 +12,7 @@
 
 #include "session/files.h"
 #include "session/session_state.h"
+#include "support/paths.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 #include "text/bytes.h"
@@ -22,8 +23,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kEphemeris = "/usr/share/libswe/ephe";
-constexpr const char* kData = ORVANTIS_DATA "/";
+const std::string kData = DataFile("");
 constexpr double kEpoch = 2415020.0;
 using Places = std::array<TablePosition, 8>;
 

@@ -10,6 +10,8 @@
 #include "charts/SwissEph.h"
 #include "charts/ephemeris_tables.h"
 #include "charts/standard_route.h"
+#include "support/angles.h"
+#include "support/paths.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 #include "text/dates.h"
@@ -18,13 +20,8 @@
 namespace orvantis {
 namespace {
 
-constexpr const char* kEphemeris = "/usr/share/libswe/ephe";
-constexpr const char* kTables = ORVANTIS_DATA "/";
+const std::string kTables = DataFile("");
 constexpr double kJ2000 = 2451545.0;
-
-double Apart(double a, double b) {
-    return std::abs(std::remainder(a - b, 360));
-}
 
 class Ephemeris : public testing::Test {
   protected:
@@ -542,7 +539,7 @@ TEST_F(Ephemeris, AFailureWithoutMessagesCostsThePointAlone) {
 
 TEST_F(Ephemeris, MissingFilesAreToldByTheTrialAndTheStandardRouteServes) {
     const TempFolder folder;
-    OpenSwissEphemeris(folder.Path().substr(0, folder.Path().size() - 1), ORVANTIS_DATA "/");
+    OpenSwissEphemeris(folder.Path().substr(0, folder.Path().size() - 1), DataFile(""));
     ASSERT_EQ(TestShell().boxes.size(), 1U);
     EXPECT_EQ(swissState.enabled, kFalse);
     const CalcChart& chart = Calculate(kJ2000);

@@ -14,6 +14,7 @@
 #include "session/files.h"
 #include "session/session_state.h"
 #include "session/settings.h"
+#include "support/paths.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 #include "text/run_time_error.h"
@@ -113,7 +114,7 @@ class Exchange : public ::testing::Test {
   protected:
     Exchange() {
         ResetAll();
-        OpenSwissEphemeris("/usr/share/libswe/ephe", "");
+        OpenSwissEphemeris(kEphemeris, "");
         session.SystemDataPath = ProgramPath(folder_.Path());
     }
 

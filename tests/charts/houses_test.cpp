@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "charts/CALCCHRT.h"
+#include "support/angles.h"
 #include "support/reset_all.h"
 #include "text/numbers.h"
 
@@ -21,10 +22,6 @@ std::vector<double> Steps(double first, double end, double step) {
         values[i] = first + static_cast<double>(i) * step;
     }
     return values;
-}
-
-double Apart(double a, double b) {
-    return std::abs(std::remainder(a - b, 360));
 }
 
 class Houses : public testing::Test {

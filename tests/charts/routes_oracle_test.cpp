@@ -13,8 +13,10 @@
 #include "charts/standard_route.h"
 #include "session/session_state.h"
 #include "session/settings.h"
+#include "support/angles.h"
+#include "support/paths.h"
 #include "support/reset_all.h"
-#include "support/run_program.h"
+#include "support/swetest.h"
 #include "support/temp_folder.h"
 #include "text/dates.h"
 #include "text/numbers.h"
@@ -22,8 +24,7 @@
 namespace orvantis {
 namespace {
 
-constexpr const char* kEphemeris = "/usr/share/libswe/ephe";
-constexpr const char* kTables = ORVANTIS_DATA "/";
+const std::string kTables = DataFile("");
 
 constexpr double kFirstDay = 2378513.25;  // 17 January 1800
 constexpr int kMoments = 120;
@@ -96,35 +97,9 @@ const PointRow kPoints[] = {
     {36, "A", kPrinted, {4e-4, kAny, kAny, 1e-5, kAny}},
 };
 
-using Table = std::vector<std::vector<double>>;
-
-// The numbers that swetest prints, line by line.
-Table Swetest(const std::vector<std::string>& arguments) {
-    std::vector<std::string> all = {std::string("-edir") + kEphemeris, "-head", "-g,"};
-    all.insert(all.end(), arguments.begin(), arguments.end());
-    const ProgramResult result = RunProgram("swetest", all);
-    EXPECT_EQ(result.exitCode, 0) << result.errors;
-    Table table;
-    std::istringstream lines(result.output);
-    for (std::string line; std::getline(lines, line);) {
-        std::vector<double> row;
-        std::istringstream columns(line);
-        for (std::string column; std::getline(columns, column, ',');) {
-            const bool blank = column.find_first_not_of(' ') == std::string::npos;
-            row.push_back(blank ? 0 : std::stod(column));
-        }
-        if (!row.empty()) table.push_back(row);
-    }
-    return table;
-}
-
-double Apart(double a, double b) {
-    return std::abs(std::remainder(a - b, 360));
-}
-
 // All points of all moments, a row each.
-const Table& Expected() {
-    static const Table kTable = [] {
+const SwetestTable& Expected() {
+    static const SwetestTable kTable = [] {
         std::string letters = "-p";
         for (const PointRow& row : kPoints) letters += row.letter;
         std::ostringstream day;
@@ -149,7 +124,7 @@ class RoutesOracle : public testing::Test {
     }
 
     static void CompareAll(Tolerance PointRow::*route) {
-        const Table& table = Expected();
+        const SwetestTable& table = Expected();
         ASSERT_EQ(table.size(), kMoments * std::size(kPoints));
         for (std::size_t moment = 0; moment < kMoments; ++moment) {
             const double jd = kFirstDay + static_cast<double>(moment) * kStep;
@@ -211,7 +186,7 @@ TEST_F(RoutesOracle, TheStandardRouteWithoutFilesAgreesAt120MomentsWithinItsTheo
 // orbit.
 TEST_F(RoutesOracle, TheStandardRouteWithTheFilesAgreesAt120MomentsWithinASecondOfArc) {
     CloseSwissEphemeris();
-    const Table& table = Expected();
+    const SwetestTable& table = Expected();
     ASSERT_EQ(table.size(), kMoments * std::size(kPoints));
     for (std::size_t moment = 0; moment < kMoments; ++moment) {
         const double jd = kFirstDay + static_cast<double>(moment) * kStep;
@@ -247,8 +222,8 @@ TEST_F(RoutesOracle, BothRoutesAgreeHeliocentrically) {
     const auto table = [&](const std::string& extra) {
         return Swetest({"-bj2385000.25", "-n12", "-s7001", "-fplbsR", "-hel", letters, extra});
     };
-    const Table apparent = table("-xz16");
-    const Table geometric = table("-true");
+    const SwetestTable apparent = table("-xz16");
+    const SwetestTable geometric = table("-true");
     ASSERT_EQ(apparent.size(), 12 * std::size(kRows));
     ASSERT_EQ(geometric.size(), 12 * std::size(kRows));
     for (std::size_t i = 0; i < apparent.size(); ++i) {
@@ -284,7 +259,8 @@ TEST_F(RoutesOracle, BothRoutesAgreeHeliocentrically) {
 // swetest prints no nodes and no apogee as seen from the Sun, where they have no direction; the
 // library has zeros for them.
 TEST_F(RoutesOracle, HeliocentricallyTheMoonIsSwetestsAndItsNodesAndApogeeStandAtZeroAries) {
-    const Table table = Swetest({"-bj2385000.25", "-n12", "-s7001", "-fplbs", "-hel", "-p1"});
+    const SwetestTable table =
+        Swetest({"-bj2385000.25", "-n12", "-s7001", "-fplbs", "-hel", "-p1"});
     ASSERT_EQ(table.size(), 12U);
     for (std::size_t i = 0; i < table.size(); ++i) {
         const double t = JulianCenturies(2385000.25 + static_cast<double>(i) * 7001);
@@ -304,7 +280,7 @@ TEST_F(RoutesOracle, HeliocentricallyTheMoonIsSwetestsAndItsNodesAndApogeeStandA
 }
 
 TEST_F(RoutesOracle, TheMeanNodeIsTheSameOnBothRoutes) {
-    const Table table = Swetest({"-bj2385000.25", "-n12", "-s7001", "-fpls", "-pm"});
+    const SwetestTable table = Swetest({"-bj2385000.25", "-n12", "-s7001", "-fpls", "-pm"});
     ASSERT_EQ(table.size(), 12U);
     for (std::size_t i = 0; i < table.size(); ++i) {
         const double t = JulianCenturies(2385000.25 + static_cast<double>(i) * 7001);
@@ -328,7 +304,7 @@ TEST_F(RoutesOracle, ChartsOfTheDraconicAndTheUsersZodiacAreCalculatedFromTheirR
     const double a = (933060 - 6962911 * t + 7.5 * t * t) / 3600;
     const double b = (259205536 * t + 2013816) / 3600;
     const double x = 17.23 * SinD(a) + 1.27 * SinD(b) - (5025.64 + 1.11 * t) * t;
-    const Table table = Swetest({"-bj2451545", "-fpl", "-p0123456789"});
+    const SwetestTable table = Swetest({"-bj2451545", "-fpl", "-p0123456789"});
     ASSERT_EQ(table.size(), 10U);
     const std::size_t points[] = {3, 1, 5, 6, 7, 8, 9, 10, 11, 12};
     for (const auto& [code, base] : {std::pair{9, 0.0}, {10, 335.25}}) {
@@ -400,9 +376,9 @@ Format1Record RecordOf(double jd, const PlaceRow& row) {
 // What swetest prints of a place's charts: the points (longitude, latitude, distance, right
 // ascension, declination, the sign and the two speeds), cusps and angles, obliquity and Delta T.
 struct PlaceTables {
-    Table points;
-    Table houses;
-    Table scales;
+    SwetestTable points;
+    SwetestTable houses;
+    SwetestTable scales;
 };
 
 const std::vector<PlaceTables>& ExpectedCharts() {
@@ -572,8 +548,8 @@ TEST_P(CuspsOracle, CuspsAndAnglesAgreeAt120Moments) {
     const SystemRow& row = GetParam();
     std::ostringstream house;
     house << "-house" << row.longitudeEast << ',' << row.latitude << ',' << row.letter;
-    const Table table = Swetest({"-b1.1.1800", "-ut6:30:00", "-n" + std::to_string(kMoments),
-                                 "-s" + std::to_string(kStep), "-fpl", "-p", house.str()});
+    const SwetestTable table = Swetest({"-b1.1.1800", "-ut6:30:00", "-n" + std::to_string(kMoments),
+                                        "-s" + std::to_string(kStep), "-fpl", "-p", house.str()});
     constexpr std::size_t kLines = 20;  // 12 cusps and 8 angles
     ASSERT_EQ(table.size(), kMoments * kLines);
     for (std::size_t moment = 0; moment < kMoments; ++moment) {

@@ -14,6 +14,7 @@
 #include "session/session_state.h"
 #include "session/settings.h"
 #include "support/failing_disk.h"
+#include "support/paths.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 #include "text/dates.h"
@@ -159,7 +160,7 @@ TEST_F(SavingTheChart, CoordinatesStandAtFixedColumnsAndSecondsMayBeMissing) {
 }
 
 TEST_F(SavingTheChart, AChartThatWasReadIsSavedAsTheSameMoment) {
-    OpenSwissEphemeris("/usr/share/libswe/ephe", "");
+    OpenSwissEphemeris(kEphemeris, "");
     for (const Flag monthFirst : {kFalse, kTrue}) {
         for (const std::int16_t year : {1969, 1582, 4, 0, -43, -999, 9999, 12345, -9998}) {
             textState.MonthFirst = monthFirst;

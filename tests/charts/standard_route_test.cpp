@@ -16,6 +16,8 @@
 #include "charts/SwissEph.h"
 #include "charts/ephemeris_tables.h"
 #include "charts/hypothetical.h"
+#include "support/angles.h"
+#include "support/paths.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 #include "text/dates.h"
@@ -25,13 +27,9 @@
 namespace orvantis {
 namespace {
 
-constexpr const char* kTables = ORVANTIS_DATA "/";
+const std::string kTables = DataFile("");
 constexpr double kJ2000 = 2451545.0;
 constexpr double kMinute = 1.901285e-8;
-
-double Apart(double a, double b) {
-    return std::abs(std::remainder(a - b, 360));
-}
 
 struct Call {
     std::int16_t first = 0;
@@ -515,8 +513,7 @@ void OpenAndClose(const TempFolder& folder) {
 TEST_F(StandardRoute, WhereTheLibrarysFileEndsWithinTheMinuteBothMomentsComeFromTheTheory) {
     const TempFolder files;
     for (const char* name : {"sepl_18.se1", "semo_18.se1"}) {
-        std::filesystem::create_symlink(std::string("/usr/share/libswe/ephe/") + name,
-                                        files.File(name));
+        std::filesystem::create_symlink(std::string(kEphemeris) + "/" + name, files.File(name));
     }
     const auto source = [](double jd) {
         EphemerisSource answered = EphemerisSource::Files;

@@ -25,13 +25,13 @@
 #include "charts/CALCCHRT.h"
 #include "charts/SwissEph.h"
 #include "session/settings.h"
+#include "support/angles.h"
+#include "support/paths.h"
 #include "support/reset_all.h"
-#include "support/run_program.h"
+#include "support/swetest.h"
 
 namespace orvantis {
 namespace {
-
-constexpr const char* kEphemeris = "/usr/share/libswe/ephe";
 
 struct ChartRow {
     std::int16_t year;
@@ -82,27 +82,6 @@ const Letter kLetters[] = {
 
 // House systems 1 to 9 by the letters of swetest.
 constexpr char kHouseLetters[] = " CKXMPORTA";
-
-using Table = std::vector<std::vector<double>>;
-
-// The numbers that swetest prints, line by line.
-Table Swetest(const std::vector<std::string>& arguments) {
-    std::vector<std::string> all = {std::string("-edir") + kEphemeris, "-head", "-g,"};
-    all.insert(all.end(), arguments.begin(), arguments.end());
-    const ProgramResult result = RunProgram("swetest", all);
-    EXPECT_EQ(result.exitCode, 0) << result.errors;
-    Table table;
-    std::istringstream lines(result.output);
-    for (std::string line; std::getline(lines, line);) {
-        std::vector<double> row;
-        std::istringstream columns(line);
-        for (std::string column; std::getline(columns, column, ',');) {
-            row.push_back(column.empty() ? 0 : std::stod(column));
-        }
-        if (!row.empty()) table.push_back(row);
-    }
-    return table;
-}
 
 std::string DateArgument(const ChartRow& row) {
     return "-b" + std::to_string(row.day) + "." + std::to_string(row.month) + "." +
@@ -166,10 +145,6 @@ double CuspTolerance(std::uint8_t system, double latitude) {
     return std::abs(latitude) < 56 ? 2e-4 : 0.15;
 }
 
-double Apart(double a, double b) {
-    return std::abs(std::remainder(a - b, 360));
-}
-
 class SwetestOracle : public testing::TestWithParam<ChartRow> {
   protected:
     void SetUp() override {
@@ -186,7 +161,7 @@ TEST_P(SwetestOracle, PositionsAgree) {
 
     std::string letters = "-p";
     for (const Letter& letter : kLetters) letters += letter.letter;
-    const Table table =
+    const SwetestTable table =
         Swetest({DateArgument(row), TimeArgument(row), "-fplbRadss", "-xz16", letters});
     ASSERT_EQ(table.size(), std::size(kLetters));
     for (std::size_t i = 0; i < table.size(); ++i) {
@@ -216,7 +191,7 @@ TEST_P(SwetestOracle, AnglesAndCuspsAgree) {
         // some systems don't exist: the angles there have tests of their own.
         if (polar && system != 3 && system != 4) continue;
         const CalcChart chart = Calculate(ToFileChart(row, system));
-        const Table table = Swetest(
+        const SwetestTable table = Swetest(
             {DateArgument(row), TimeArgument(row), "-fpl", "-p", HouseArgument(row, system)});
         ASSERT_GE(table.size(), 17U);
         const double tolerance = CuspTolerance(system, row.latitude);
@@ -236,7 +211,7 @@ TEST_P(SwetestOracle, AnglesAndCuspsAgree) {
 TEST_P(SwetestOracle, ObliquityAndDeltaTAgree) {
     const ChartRow& row = GetParam();
     Calculate(ToFileChart(row, 5));
-    const Table table = Swetest({DateArgument(row), TimeArgument(row), "-fpl", "-poq"});
+    const SwetestTable table = Swetest({DateArgument(row), TimeArgument(row), "-fpl", "-poq"});
     ASSERT_EQ(table.size(), 2U);
     EXPECT_NEAR(chartNow.ObliquityNow, table[0][1], 1e-7);
     EXPECT_NEAR(chartNow.DeltaT * 3600, table[1][1], 1e-6);
@@ -253,7 +228,7 @@ TEST(SwetestNodes, TheMeanNodeIsTakenWhereTheTrueOneIsNotWanted) {
     options.trueNode = kFalse;
     const ChartRow& row = kCharts[24];
     const CalcChart& chart = Calculate(ToFileChart(row, 5));
-    const Table table = Swetest({DateArgument(row), TimeArgument(row), "-fpl", "-pm"});
+    const SwetestTable table = Swetest({DateArgument(row), TimeArgument(row), "-fpl", "-pm"});
     ASSERT_EQ(table.size(), 1U);
     EXPECT_LE(Apart(chart.Lon[20], table[0][1]), 1e-7);
     EXPECT_EQ(chart.TrueNodeFlag, kFalse);

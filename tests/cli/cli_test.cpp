@@ -12,6 +12,7 @@
 
 #include "charts/KVCharts.h"
 #include "map/map_document.h"
+#include "support/paths.h"
 #include "support/run_program.h"
 #include "support/temp_folder.h"
 #include "text/bytes.h"
@@ -21,9 +22,9 @@ namespace {
 
 using Json = nlohmann::json;
 
-const std::string kProgram = std::string(ORVANTIS_BIN) + "/orvantis-cli";
-const std::string kSample = std::string(ORVANTIS_DATA) + "/sample.cht";
-const std::string kLevel1 = std::string(ORVANTIS_DATA) + "/level1.pnt";
+const std::string kProgram = ProgramFile("orvantis-cli");
+const std::string kSample = DataFile("sample.cht");
+const std::string kLevel1 = DataFile("level1.pnt");
 constexpr double kDegree = 3.14159265358979323846 / 180;
 
 class CommandLine : public ::testing::Test {
@@ -963,7 +964,7 @@ TEST_F(CommandLine, FileNamesMayHoldLettersOfAnyScript) {
         const std::string picture = folder_.File(std::string(name) + ".png");
         const std::string map = folder_.File(std::string(name) + ".ovm");
         std::filesystem::copy_file(kSample, chart);
-        std::filesystem::copy_file(std::string(ORVANTIS_DATA) + "/world.ovm", map);
+        std::filesystem::copy_file(DataFile("world.ovm"), map);
         EXPECT_EQ(Run({"chart", chart}).output, Run({"chart", kSample}).output);
         EXPECT_EQ(Run({"charts", chart}).exitCode, 0);
         const ProgramResult drawn =

@@ -10,6 +10,7 @@
 #include "charts/chart_lists.h"
 #include "charts/comments.h"
 #include "session/files.h"
+#include "support/paths.h"
 #include "support/run_program.h"
 #include "support/temp_folder.h"
 
@@ -18,8 +19,8 @@ namespace {
 
 using Json = nlohmann::json;
 
-const std::string kProgram = std::string(ORVANTIS_BIN) + "/orvantis-cli";
-const std::string kGolden = std::string(ORVANTIS_DATA) + "/../tests/charts/golden/";
+const std::string kProgram = ProgramFile("orvantis-cli");
+const std::string kGolden = TestFile("charts/golden/");
 
 // Comments of the golden files.
 const std::string kLong = "This one has 29 characters.\r\n";

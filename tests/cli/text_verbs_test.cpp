@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "support/paths.h"
 #include "support/run_program.h"
 #include "support/temp_folder.h"
 
@@ -12,7 +13,7 @@ namespace {
 using Json = nlohmann::json;
 using Words = std::vector<std::string>;
 
-const std::string kProgram = std::string(ORVANTIS_BIN) + "/orvantis-cli";
+const std::string kProgram = ProgramFile("orvantis-cli");
 
 class TextVerbs : public ::testing::Test {
   protected:

@@ -23,6 +23,7 @@
 #include "session/save_settings.h"
 #include "session/select_chart.h"
 #include "session/session_state.h"
+#include "support/paths.h"
 #include "support/reset_all.h"
 #include "support/session_files.h"
 #include "text/run_time_error.h"
@@ -105,9 +106,9 @@ class RandomSession : public ::testing::Test {
         StartSession(files.paths, shell);
         ConnectRandomForms();
         ASSERT_EQ(LoadDatabase(), kFalse);
-        charts = files.Write("user", "charts.cht", FileBytes(ORVANTIS_DATA "/sample.cht"));
+        charts = files.Write("user", "charts.cht", FileBytes(DataFile("sample.cht")));
         map = files.Write("user", "europe.ovm", MapOf("Europe"));
-        style = files.Write("user", "other.ovs", FileBytes(ORVANTIS_DATA "/default.ovs"));
+        style = files.Write("user", "other.ovs", FileBytes(DataFile("default.ovs")));
         session.picture = &window.Picture();
         window.resize(420, 320);
         window.show();

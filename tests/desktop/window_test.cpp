@@ -12,6 +12,7 @@
 #include "desktop/x_display.h"
 #include "session/session_state.h"
 #include "session/settings.h"
+#include "support/paths.h"
 #include "support/scripted_shell.h"
 #include "support/temp_folder.h"
 
@@ -21,8 +22,8 @@ namespace {
 // Long enough for a build with sanitizers on a busy machine.
 constexpr int kPatience = 60;
 
-const std::string kProgram = ORVANTIS_BIN "/orvantis";
-const std::string kSample = ORVANTIS_DATA "/sample.cht";
+const std::string kProgram = ProgramFile("orvantis");
+const std::string kSample = DataFile("sample.cht");
 
 using Variables = std::vector<std::pair<std::string, std::string>>;
 
@@ -167,7 +168,7 @@ TEST_F(Window, ShowsTheMapFollowsItsSizeAndClosesCleanly) {
     // The colours are those that the program starts with.
     ScriptedShell shell;
     session.shell = &shell;
-    LoadSettings(ORVANTIS_DATA "/default.ovs", kFalse);
+    LoadSettings(DataFile("default.ovs"), kFalse);
     session.shell = nullptr;
 
     // Land fills a good part of the map, and reaches from side to side of it.
@@ -486,14 +487,14 @@ class WindowSession : public Window {
         const std::string folder = home.File("orvantis/Userdata");
         std::filesystem::create_directories(folder);
         std::filesystem::copy_file(kSample, folder + "/s.cht");
-        std::filesystem::copy_file(ORVANTIS_DATA "/world.ovm", folder + "/world.ovm");
+        std::filesystem::copy_file(DataFile("world.ovm"), folder + "/world.ovm");
         program = std::make_unique<Process>(kProgram, std::vector<std::string>{"NOINITSCREEN"},
                                             On(server));
         window = server.WaitForWindow("Orvantis", kPatience);
         ASSERT_NE(window, 0U) << program->Complaints();
         ScriptedShell shell;
         session.shell = &shell;
-        LoadSettings(ORVANTIS_DATA "/default.ovs", kFalse);
+        LoadSettings(DataFile("default.ovs"), kFalse);
         session.shell = nullptr;
         ASSERT_TRUE(WaitUntil([&] { return LandOf(server.Look(window)).share > 0.1; }));
         server.TakeFocus(window);

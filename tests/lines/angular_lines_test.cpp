@@ -9,7 +9,6 @@
 #include <string>
 #include <vector>
 
-#include "charts/SwissEph.h"
 #include "lines/chart_lines.h"
 #include "lines/independent_sky.h"
 #include "lines/lines_fixture.h"
@@ -17,14 +16,7 @@
 namespace orvantis {
 namespace {
 
-class AngularLines : public LinesOnASurface {
-  protected:
-    void SetUp() override {
-        LinesOnASurface::SetUp();
-        OpenSwissEphemeris("/usr/share/libswe/ephe", "");
-    }
-    void TearDown() override { CloseSwissEphemeris(); }
-};
+class AngularLines : public LinesOfRealCharts {};
 
 // Where the point of the ecliptic at a body's longitude is overhead, by the library's own turning
 // of coordinates.

@@ -8,7 +8,6 @@
 #include <set>
 #include <string>
 
-#include "charts/SwissEph.h"
 #include "lines/chart_lines.h"
 #include "lines/independent_sky.h"
 #include "lines/line_geometry.h"
@@ -18,14 +17,7 @@
 namespace orvantis {
 namespace {
 
-class Circles : public LinesOnASurface {
-  protected:
-    void SetUp() override {
-        LinesOnASurface::SetUp();
-        OpenSwissEphemeris("/usr/share/libswe/ephe", "");
-    }
-    void TearDown() override { CloseSwissEphemeris(); }
-};
+class Circles : public LinesOfRealCharts {};
 
 std::vector<LinePosition> WholeCircle(const HorizonCircle& circle) {
     std::vector<LinePosition> samples;

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "charts/CALCCHRT.h"
+#include "charts/SwissEph.h"
 #include "lines/chart_lines.h"
 #include "lines/line_geometry.h"
 #include "map/map_document.h"
@@ -19,6 +20,7 @@
 #include "map/projection.h"
 #include "session/session_state.h"
 #include "session/settings.h"
+#include "support/paths.h"
 #include "support/recording_surface.h"
 #include "support/reset_all.h"
 
@@ -88,6 +90,16 @@ class LinesOnASurface : public ::testing::Test {
     }
 
     RecordingSurface surface_{kWidth, kHeight};
+};
+
+// The same for charts that are calculated, with the system's ephemeris files.
+class LinesOfRealCharts : public LinesOnASurface {
+  protected:
+    void SetUp() override {
+        LinesOnASurface::SetUp();
+        OpenSwissEphemeris(kEphemeris, "");
+    }
+    void TearDown() override { CloseSwissEphemeris(); }
 };
 
 // The two numbers of a call such as "LineTo 10 20".

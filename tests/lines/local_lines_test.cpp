@@ -6,7 +6,6 @@
 #include <random>
 #include <string>
 
-#include "charts/SwissEph.h"
 #include "lines/chart_lines.h"
 #include "lines/independent_sky.h"
 #include "lines/line_geometry.h"
@@ -17,14 +16,7 @@
 namespace orvantis {
 namespace {
 
-class LocalLines : public LinesOnASurface {
-  protected:
-    void SetUp() override {
-        LinesOnASurface::SetUp();
-        OpenSwissEphemeris("/usr/share/libswe/ephe", "");
-    }
-    void TearDown() override { CloseSwissEphemeris(); }
-};
+class LocalLines : public LinesOfRealCharts {};
 
 // ---- Against vectors ----------------------------------------------------------------------------
 

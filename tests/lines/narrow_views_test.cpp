@@ -10,7 +10,6 @@
 #include <utility>
 #include <vector>
 
-#include "charts/SwissEph.h"
 #include "lines/chart_lines.h"
 #include "lines/independent_sky.h"
 #include "lines/lines_fixture.h"
@@ -54,14 +53,8 @@ Arc Towards(const Vec& place, const Vec& target, double length) {
 // no two degrees of a great circle begin and end behind it and come forth in between.
 constexpr int kCurves[] = {3, 4, 7, 8, 9, 10, 11};
 
-class NarrowViews : public LinesOnASurface {
+class NarrowViews : public LinesOfRealCharts {
   protected:
-    void SetUp() override {
-        LinesOnASurface::SetUp();
-        OpenSwissEphemeris("/usr/share/libswe/ephe", "");
-    }
-    void TearDown() override { CloseSwissEphemeris(); }
-
     // The line of a type on the Earth, by vectors alone: half of the circle from which the body is
     // on the horizon, the circle through the place and where the body is overhead, a direction from
     // the place, the place's horizon, the ecliptic, and the half circle between the ecliptic's

@@ -6,7 +6,6 @@
 #include <optional>
 #include <random>
 
-#include "charts/SwissEph.h"
 #include "lines/chart_lines.h"
 #include "lines/independent_sky.h"
 #include "lines/lines_fixture.h"
@@ -14,14 +13,7 @@
 namespace orvantis {
 namespace {
 
-class Parans : public LinesOnASurface {
-  protected:
-    void SetUp() override {
-        LinesOnASurface::SetUp();
-        OpenSwissEphemeris("/usr/share/libswe/ephe", "");
-    }
-    void TearDown() override { CloseSwissEphemeris(); }
-};
+class Parans : public LinesOfRealCharts {};
 
 // The two points of a test: `p` and the paran point.
 constexpr std::int16_t kP = 3;

@@ -7,7 +7,6 @@
 #include <random>
 #include <tuple>
 
-#include "charts/SwissEph.h"
 #include "lines/chart_lines.h"
 #include "lines/independent_sky.h"
 #include "lines/line_list.h"
@@ -16,11 +15,10 @@
 namespace orvantis {
 namespace {
 
-class UnbrokenLines : public LinesOnASurface {
+class UnbrokenLines : public LinesOfRealCharts {
   protected:
     void SetUp() override {
-        LinesOnASurface::SetUp();
-        OpenSwissEphemeris("/usr/share/libswe/ephe", "");
+        LinesOfRealCharts::SetUp();
         ShowTypes({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11});
         for (std::size_t p = 1; p <= 36; ++p) pointSelection[p] = kTrue;
         options.paranLimit = 66;
@@ -33,7 +31,6 @@ class UnbrokenLines : public LinesOnASurface {
         }
         for (std::size_t p = 1; p <= 36; ++p) pointColour[p] = static_cast<Colour>(p);
     }
-    void TearDown() override { CloseSwissEphemeris(); }
 };
 
 struct Stroke {

@@ -6,6 +6,7 @@
 #include <set>
 
 #include "map/point_database.h"
+#include "support/paths.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 #include "text/run_time_error.h"
@@ -13,7 +14,7 @@
 namespace orvantis {
 namespace {
 
-const std::string kShipped = std::string(ORVANTIS_DATA) + "/level1.pnt";
+const std::string kShipped = DataFile("level1.pnt");
 
 // A database that tests take apart and put together again.
 struct TestLine {

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "map/map_fixture.h"
+#include "support/paths.h"
 
 namespace orvantis {
 namespace {
@@ -124,8 +125,7 @@ std::string Draw(const GoldenView& view, std::int16_t precision) {
 class GoldenTest : public MapTest {};
 
 TEST_F(GoldenTest, ShippedWorldIsDrawnAsBefore) {
-    const std::string data = ORVANTIS_DATA;
-    level1 = FileBytes(data + "/level1.pnt");
+    level1 = FileBytes(DataFile("level1.pnt"));
     ASSERT_FALSE(level1.empty());
     MakeDatabase();
     std::vector<std::string> drawn;
@@ -134,7 +134,7 @@ TEST_F(GoldenTest, ShippedWorldIsDrawnAsBefore) {
     }
     EXPECT_TRUE(TestShell().boxes.empty());
 
-    const std::string path = data + "/../tests/map/golden/views.txt";
+    const std::string path = TestFile("map/golden/views.txt");
     if (std::getenv("ORVANTIS_WRITE_GOLDEN") != nullptr) {
         std::ofstream file(path);
         for (const std::string& row : drawn) file << row << '\n';

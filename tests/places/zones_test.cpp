@@ -7,6 +7,7 @@
 #include "session/files.h"
 #include "session/session_state.h"
 #include "support/failing_disk.h"
+#include "support/paths.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 #include "text/run_time_error.h"
@@ -269,7 +270,7 @@ TEST_F(ZoneFile, AHugeFileIsReadNoFurtherThanItCanMatter) {
 }
 
 TEST_F(ZoneFile, EveryRowOfTheShippedFileIsAZoneWithinThirteenHours) {
-    session.UserDataPath = std::string(ORVANTIS_DATA) + "/";
+    session.UserDataPath = DataFile("");
     LoadZones();
     ASSERT_EQ(zones.ZoneCount, 72);
     std::set<std::string> mnemonics;

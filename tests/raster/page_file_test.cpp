@@ -17,13 +17,13 @@
 #include "raster/picture_file.h"
 #include "session/session_state.h"
 #include "session/settings.h"
+#include "support/paths.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 
 namespace orvantis {
 namespace {
 
-const std::string kData = ORVANTIS_DATA;
 constexpr int kWidth = 640;
 constexpr int kHeight = 400;
 
@@ -236,8 +236,8 @@ class MapPage : public ::testing::Test {
         ResetAll();
         session.ProgramDir = folder_.Path();
         session.UserDataPath = folder_.Path();
-        std::filesystem::copy_file(kData + "/level1.pnt", folder_.File("level1.pnt"));
-        std::filesystem::copy_file(kData + "/world.ovm", folder_.File("world.ovm"));
+        std::filesystem::copy_file(DataFile("level1.pnt"), folder_.File("level1.pnt"));
+        std::filesystem::copy_file(DataFile("world.ovm"), folder_.File("world.ovm"));
         ASSERT_EQ(GenerateLevels(LevelPath(1), kFirstUseText), kFalse);
         ASSERT_EQ(LoadLineIndex(), kFalse);
         NewMap(kFalse);

@@ -18,16 +18,15 @@
 #include "session/session_state.h"
 #include "session/settings.h"
 #include "support/land_mask.h"
+#include "support/paths.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 
 namespace orvantis {
 namespace {
 
-const std::string kData = ORVANTIS_DATA;
-
 const LandMask& Mask() {
-    static const LandMask mask(kData + "/../tests/data/land_mask.bin");
+    static const LandMask mask(TestFile("data/land_mask.bin"));
     return mask;
 }
 
@@ -142,7 +141,7 @@ class Sea : public ::testing::Test {
     static void SetUpTestSuite() {
         ResetAll();
         folder_ = new TempFolder;
-        folder_->Write("level1.pnt", FileBytes(kData + "/level1.pnt"));
+        folder_->Write("level1.pnt", FileBytes(DataFile("level1.pnt")));
         GenerateLevels(folder_->File("level1.pnt"), kFirstUseText);
     }
     static void TearDownTestSuite() {
@@ -152,9 +151,9 @@ class Sea : public ::testing::Test {
     void SetUp() override {
         ResetAll();
         session.ProgramDir = folder_->Path();
-        LoadSettings(kData + "/default.ovs", kFalse);
+        LoadSettings(DataFile("default.ovs"), kFalse);
         ASSERT_EQ(LoadLineIndex(), kFalse);
-        ASSERT_EQ(OpenMap(kData + "/world.ovm", kFalse), kFalse);
+        ASSERT_EQ(OpenMap(DataFile("world.ovm"), kFalse), kFalse);
         ASSERT_FALSE(Mask().IsEmpty());
     }
     // Of a region that is mostly land up to 20 pixels are let pass: at the ragged edge of a thinned
@@ -291,7 +290,7 @@ void ShowView(const ViewRow& row, std::int16_t precision) {
 TEST_F(Sea, ViewNamedByItsEdgesIsPaintedAsAZoomToItWouldBe) {
     for (const ViewRow& row : kViewRows) {
         for (const std::int16_t precision : {1, 5}) {
-            ASSERT_EQ(OpenMap(kData + "/world.ovm", kFalse), kFalse);
+            ASSERT_EQ(OpenMap(DataFile("world.ovm"), kFalse), kFalse);
             ShowView(row, precision);
             ImageSurface window(1200, 800);
             ASSERT_TRUE(ZoomFromWorld(window));
@@ -320,7 +319,7 @@ TEST_F(Sea, ViewNamedByItsEdgesIsThePictureOfAZoomByHand) {
         ASSERT_TRUE(ZoomFromWorld(window));
         const Image named = Picture(640, 400).Pixels();
 
-        ASSERT_EQ(OpenMap(kData + "/world.ovm", kFalse), kFalse);
+        ASSERT_EQ(OpenMap(DataFile("world.ovm"), kFalse), kFalse);
         CurrentMap().precision = 3;
         CurrentMap().projection = row.projection;
         PlotMap4(kFalse, window, kTrue);
@@ -332,7 +331,7 @@ TEST_F(Sea, ViewNamedByItsEdgesIsThePictureOfAZoomByHand) {
         SeedsFromZoom(1, window, at[1], at[2], at[3], at[0]);
         ShowView(row, 3);
         EXPECT_EQ(Picture(640, 400).Pixels().pixels, named.pixels) << row.name;
-        ASSERT_EQ(OpenMap(kData + "/world.ovm", kFalse), kFalse);
+        ASSERT_EQ(OpenMap(DataFile("world.ovm"), kFalse), kFalse);
     }
 }
 
@@ -378,7 +377,7 @@ class MovedSea : public Sea {
 
     // Shows a view with what zooms from the world to it would have found.
     void ZoomTo(const std::array<float, 4>& edges, std::int16_t projectionNumber) {
-        ASSERT_EQ(OpenMap(kData + "/world.ovm", kFalse), kFalse);
+        ASSERT_EQ(OpenMap(DataFile("world.ovm"), kFalse), kFalse);
         ShowView({"", projectionNumber, edges, Kind::Both}, 3);
         ASSERT_TRUE(ZoomFromWorld(window_));
         plotFull();

@@ -22,14 +22,13 @@
 #include "session/session_state.h"
 #include "session/settings.h"
 #include "support/land_mask.h"
+#include "support/paths.h"
 #include "support/reset_all.h"
 #include "support/sea_measure.h"
 #include "support/temp_folder.h"
 
 namespace orvantis {
 namespace {
-
-const std::string kData = ORVANTIS_DATA;
 
 // A picture that measures the lines drawn on the map itself, between the clip to the map and the
 // labels.
@@ -99,7 +98,7 @@ class SeaViews : public ::testing::Test {
     static void SetUpTestSuite() {
         ResetAll();
         folder_ = new TempFolder;
-        folder_->Write("level1.pnt", FileBytes(kData + "/level1.pnt"));
+        folder_->Write("level1.pnt", FileBytes(DataFile("level1.pnt")));
         GenerateLevels(folder_->File("level1.pnt"), kFirstUseText);
     }
     static void TearDownTestSuite() {
@@ -109,10 +108,10 @@ class SeaViews : public ::testing::Test {
     void SetUp() override {
         ResetAll();
         session.ProgramDir = folder_->Path();
-        LoadSettings(kData + "/default.ovs", kFalse);
+        LoadSettings(DataFile("default.ovs"), kFalse);
         ASSERT_EQ(LoadLineIndex(), kFalse);
         ASSERT_FALSE(mask_.IsEmpty());
-        lost_ = mask_.KeepLandOf(kData + "/level1.pnt");
+        lost_ = mask_.KeepLandOf(DataFile("level1.pnt"));
     }
 
     double Between(double low, double high) {
@@ -222,7 +221,7 @@ class SeaViews : public ::testing::Test {
 
     // A view with everything about it chosen at random, drawn and measured.
     void Show(View& view, int largest) {
-        ASSERT_EQ(OpenMap(kData + "/world.ovm", kFalse), kFalse);
+        ASSERT_EQ(OpenMap(DataFile("world.ovm"), kFalse), kFalse);
         plotState = {};
         view.projection = static_cast<std::int16_t>(view.number % 4);
         view.precision = static_cast<std::int16_t>(1 + view.number / 4 % 5);
@@ -255,7 +254,7 @@ class SeaViews : public ::testing::Test {
 
     static TempFolder* folder_;
     // The land of the source that the database has.
-    LandMask mask_{kData + "/../tests/data/land_mask.bin"};
+    LandMask mask_{TestFile("data/land_mask.bin")};
     double lost_ = 0;  // land that it hasn't, part of all
     std::mt19937 random_{1};
 };

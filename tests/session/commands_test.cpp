@@ -15,6 +15,7 @@
 #include "session/map_dialogs.h"
 #include "session/save_settings.h"
 #include "support/command_test.h"
+#include "support/paths.h"
 #include "support/session_files.h"
 #include "support/temp_folder.h"
 
@@ -182,7 +183,7 @@ TEST_F(CommandTable, CaptionsOfTheStartAreThoseOfTheInitialSettings) {
 // What later capabilities will bring. Their entries stand in their places, and nothing pretends.
 TEST_F(CommandTable, AnEntryWhoseCapabilityIsMissingIsDisabledAndDoesNothing) {
     session.ChartNumber = 1;
-    session.StarFile = ORVANTIS_DATA "/sample.cht";
+    session.StarFile = DataFile("sample.cht");
     int disabled = 0;
     for (const Command& row : Commands()) {
         if (row.isBuilt == nullptr) continue;
@@ -219,7 +220,7 @@ void ConnectEverything() {
 TEST_F(CommandTable, EveryRowThatGoesThroughMakesThePlotOfItsEndAndNoOther) {
     const TempFolder folder;
     const std::string map = folder.Write("europe.ovm", MapOf("Europe"));
-    const std::string style = folder.Write("a.ovs", FileBytes(ORVANTIS_DATA "/default.ovs"));
+    const std::string style = folder.Write("a.ovs", FileBytes(DataFile("default.ovs")));
     for (const Command& row : Commands()) {
         SetUp();
         ConnectEverything();

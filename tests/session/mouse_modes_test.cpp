@@ -12,6 +12,7 @@
 #include "map/view_ring.h"
 #include "session/commands.h"
 #include "session/ini_settings.h"
+#include "support/paths.h"
 #include "text/angles.h"
 #include "text/numbers.h"
 #include "text/run_time_error.h"
@@ -77,7 +78,7 @@ class MouseModes : public MapTest {
 
     // 31 December 1992, 14:29:07 UT, as a chart in slot 1.
     static void ShowChart() {
-        OpenSwissEphemeris("/usr/share/libswe/ephe", "");
+        OpenSwissEphemeris(kEphemeris, "");
         Format1Record record;
         record.day = 31;
         record.month = 12;

@@ -12,6 +12,7 @@
 #include "session/save_settings.h"
 #include "session/start_steps.h"
 #include "support/command_test.h"
+#include "support/paths.h"
 #include "support/session_files.h"
 #include "support/temp_folder.h"
 
@@ -350,7 +351,7 @@ void CalculateInto(std::int16_t slot, std::int16_t houseSystem) {
 }
 
 TEST_F(OptionCommandsTest, AHouseSystemBringsTheNodeAndVulcanRulesInForceIntoTheChart) {
-    OpenSwissEphemeris("/usr/share/libswe/ephe", "");
+    OpenSwissEphemeris(kEphemeris, "");
     CalculateInto(1, house_system::kPlacidus);
     session.ChartNumber = 1;
     const CalcChart before = calcChart[1];
@@ -373,7 +374,7 @@ TEST_F(OptionCommandsTest, AHouseSystemBringsTheNodeAndVulcanRulesInForceIntoThe
 }
 
 TEST_F(OptionCommandsTest, AChartThatIsOfNoMomentGetsItsHousesAlone) {
-    OpenSwissEphemeris("/usr/share/libswe/ephe", "");
+    OpenSwissEphemeris(kEphemeris, "");
     CalculateInto(1, house_system::kPlacidus);
     session.ChartNumber = 1;
     calcChart[1].ChartType = 5;

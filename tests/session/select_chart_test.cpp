@@ -9,13 +9,14 @@
 #include "session/driver.h"
 #include "session/files.h"
 #include "support/command_test.h"
+#include "support/paths.h"
 #include "support/session_files.h"
 
 namespace orvantis {
 namespace {
 
-const std::string kGolden = ORVANTIS_DATA "/../tests/charts/golden/";
-const std::string kSample = ORVANTIS_DATA "/sample.cht";
+const std::string kGolden = TestFile("charts/golden/");
+const std::string kSample = DataFile("sample.cht");
 
 class SelectChartTest : public CommandTest {
   protected:

@@ -19,6 +19,7 @@
 #include "session/settings.h"
 #include "session/start_steps.h"
 #include "support/failing_disk.h"
+#include "support/paths.h"
 #include "support/recording_surface.h"
 #include "support/reset_all.h"
 #include "support/session_files.h"
@@ -86,7 +87,7 @@ class SessionStart : public ::testing::Test {
     OpenOutcome outcome;
 };
 
-const std::string kStartScreen = "ShowStartScreen|Version " ORVANTIS_VERSION;
+const std::string kStartScreen = "ShowStartScreen|Version " + ProgramVersion();
 
 // --- The steps in their order
 
@@ -152,12 +153,12 @@ TEST_F(SessionStart, PathsAreThoseOfTheProgramUntilASiblingNamesOthers) {
     EXPECT_EQ(session.SiblingUserPath, programDir + "Userdata\\");
     EXPECT_EQ(session.SiblingIni, "KELVANE2.INI");
     EXPECT_EQ(session.SiblingVersion, 0);
-    EXPECT_EQ(session.VersionText, ORVANTIS_VERSION);
+    EXPECT_EQ(session.VersionText, ProgramVersion());
 }
 
 // Also where a sibling's own folder is the system's.
 TEST_F(SessionStart, TheShippedTablesOfMinorPlanetsAreFoundFromTheSystemsFolder) {
-    const Bytes table = FileBytes(ORVANTIS_DATA "/AS20AD.EPH");
+    const Bytes table = FileBytes(DataFile("AS20AD.EPH"));
     files.Write("shipped", "AS20AD.EPH", table);
     for (const int digit : {0, 5}) {
         if (digit != 0) files.AddSibling(digit);
@@ -387,7 +388,7 @@ TEST_F(SessionStart, AChartFromAFileHasNoNoteOfTheOneHandedOverBefore) {
     Run();
     chartNotes[1].note = "handed over";
     RunTimeError reason;
-    const std::string sample = std::string(ORVANTIS_DATA) + "/sample.cht";
+    const std::string sample = DataFile("sample.cht");
     ASSERT_EQ(OpenChart(sample, 1, reason), ChartStatus::Ok);
     EXPECT_EQ(chartNotes[1].note, "");
     chartNotes[1].note = "handed over";

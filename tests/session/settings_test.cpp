@@ -9,6 +9,7 @@
 #include "session/session_state.h"
 #include "session/tables.h"
 #include "support/failing_disk.h"
+#include "support/paths.h"
 #include "support/reset_all.h"
 #include "support/temp_folder.h"
 #include "text/bytes.h"
@@ -406,7 +407,7 @@ TEST_F(SettingsFiles, TheDefaultSettingsAreTheseBytes) {
 TEST_F(SettingsFiles, TheShippedSettingsDifferInDescriptionLandAndSeaAlone) {
     SaveSettings(folder_.File("a.ovs"), "");
     const Bytes bytes = FileBytes(folder_.File("a.ovs"));
-    const Bytes shipped = FileBytes(std::string(ORVANTIS_DATA) + "/default.ovs");
+    const Bytes shipped = FileBytes(DataFile("default.ovs"));
     ASSERT_EQ(shipped.size(), 340U);
     EXPECT_EQ(Hex(shipped, 88, 252), Hex(bytes, 88, 252));
 }
@@ -468,7 +469,7 @@ TEST_F(SettingsFiles, TheseBytesAreReadAsSelectionAndColours) {
 }
 
 TEST_F(SettingsFiles, TheShippedSelectionHasThePointsNamesAndIsReadAsItStands) {
-    const std::string path = std::string(ORVANTIS_DATA) + "/ovdeflt.pts";
+    const std::string path = DataFile("ovdeflt.pts");
     const Bytes shipped = FileBytes(path);
     ASSERT_EQ(shipped.size(), 792U);
     LoadPointSelection(path);
@@ -485,7 +486,7 @@ TEST_F(SettingsFiles, TheShippedSelectionHasThePointsNamesAndIsReadAsItStands) {
 }
 
 TEST_F(SettingsFiles, TheShippedColoursAreWholeColoursOfWhichNoneIsTheLandsOrTheSeas) {
-    const std::string path = std::string(ORVANTIS_DATA) + "/brimwell.cpt";
+    const std::string path = DataFile("brimwell.cpt");
     const Bytes shipped = FileBytes(path);
     ASSERT_EQ(shipped.size(), 144U);
     LoadPointColours(path);

@@ -5,6 +5,7 @@
 #include "charts/KVCharts.h"
 #include "map/map_document.h"
 #include "map/point_database.h"
+#include "support/paths.h"
 
 namespace orvantis {
 
@@ -19,7 +20,7 @@ SessionFiles::SessionFiles() {
         fs::create_directories(folder_.File(name));
     }
     Write("shipped", "level1.pnt", TwoLines());
-    Write("shipped", "timezone.fil", FileBytes(ORVANTIS_DATA "/timezone.fil"));
+    Write("shipped", "timezone.fil", FileBytes(DataFile("timezone.fil")));
 }
 
 std::string SessionFiles::At(std::string_view folder, std::string_view name) const {
