@@ -185,7 +185,7 @@ std::int32_t WindowLength(const IniFile& own, std::string_view key, std::int32_t
     return Whole(IniNumber(own, kOwnSection, key, "0", kLengthWidth), low, high);
 }
 
-void PlaceMainWindow(const IniFile& own) {
+void RestoreMainWindow(const IniFile& own) {
     options.paletteApplied = FlagOf(IniNumber(own, kOwnSection, "256Colors", "0", kNumberWidth));
 
     // A window that was minimised comes back maximised.
@@ -231,17 +231,13 @@ void ReadIniSettings() {
 
     // The timer belongs to the main window, which is loaded and placed when it is first touched.
     const std::int16_t clockStep = OwnInteger(inis, "ClockStep", "60", 1, 30000);
-    PlaceMainWindow(inis.own);
+    RestoreMainWindow(inis.own);
     SetClockStep(clockStep);
 
     ReadPresentation(inis);
     if (refreshMenuMarks != nullptr) refreshMenuMarks();
     BuildChartWords();
     LoadZones();
-}
-
-void RestoreMainWindow() {
-    PlaceMainWindow(ReadIni(session.OwnIni));
 }
 
 Flag WriteIniSettings() {

@@ -16,13 +16,11 @@ namespace orvantis {
 inline constexpr std::string_view kOwnSection = "Orvantis";
 inline constexpr std::string_view kSiblingSection = "Kelvane";
 
-/// Reads all keys in their order into session, options and textState; loads the main window when
-/// the clock's timer is set; ends with the check marks of the menus, the three lists of chart words
-/// and the zone table. Never fails: what can't be read is default.
+/// Reads all keys in their order into session, options and textState; puts the main window where
+/// the own INI says, within the screen, before the clock's timer is set; ends with the check marks
+/// of the menus, the three lists of chart words and the zone table. Never fails: what can't be read
+/// is default.
 void ReadIniSettings();
-
-/// Puts the main window where the own INI says, within the screen, and reads "256Colors".
-void RestoreMainWindow();
 
 /// Writes the keys that the program keeps between two runs, and "256Colors" last, in one step.
 /// Returns the failed flag; no message, no run-time error.
