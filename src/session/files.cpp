@@ -192,27 +192,36 @@ bool Settle(int descriptor) {
     return ::fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
 }
 
-// Fills the file aside and gives it the access rights of the one that it will replace.
+// Fills the file aside and gives it the access rights of the one that it will replace; a link has
+// none of its own.
 std::int16_t FillAside(int descriptor, const std::string& target,
                        std::span<const std::uint8_t> bytes) {
     struct stat old {};
-    const bool done =
-        (::stat(target.c_str(), &old) != 0 || ::fchmod(descriptor, old.st_mode & 07777) == 0) &&
-        WriteAll(descriptor, 0, bytes) && Settle(descriptor);
+    const bool hasRights = ::lstat(target.c_str(), &old) == 0 && !S_ISLNK(old.st_mode);
+    const bool done = (!hasRights || ::fchmod(descriptor, old.st_mode & 07777) == 0) &&
+                      WriteAll(descriptor, 0, bytes) && Settle(descriptor);
     std::int16_t errorNumber = done ? std::int16_t{0} : ErrorOfErrno(errno, target);
     if (::close(descriptor) != 0 && errorNumber == 0) errorNumber = ErrorOfErrno(errno, target);
     return errorNumber;
 }
 
+// Why what has that very name can't be replaced; 0 if it can, as a link, or if there is nothing.
+std::int16_t WhyNotReplaced(const fs::path& target) {
+    std::error_code failure;
+    const fs::file_status status = fs::symlink_status(target, failure);
+    if (fs::is_symlink(status) || !fs::exists(status)) return 0;
+    if (fs::is_directory(status)) return error::kPathAccess;
+    return ::access(target.c_str(), W_OK) == 0 ? std::int16_t{0}
+                                               : ErrorOfErrno(errno, target.string());
+}
+
 // Writes the bytes beside the file and renames. Returns the error number, 0 on success.
-std::int16_t ReplaceNative(const std::string& path, std::span<const std::uint8_t> bytes) {
+std::int16_t ReplaceNative(const std::string& path, bool followsLinks,
+                           std::span<const std::uint8_t> bytes) {
     if (!IsUsablePath(path)) return error::kBadFileName;
     fs::path target = path;
-    std::error_code failure;
-    if (!FollowLinks(target) || fs::is_directory(target, failure)) return error::kPathAccess;
-    if (fs::exists(target, failure) && ::access(target.c_str(), W_OK) != 0) {
-        return ErrorOfErrno(errno, target.string());
-    }
+    if (followsLinks && !FollowLinks(target)) return error::kPathAccess;
+    if (const std::int16_t failure = WhyNotReplaced(target); failure != 0) return failure;
     std::string aside;
     std::int16_t errorNumber = 0;
     const int descriptor = OpenAside(target.parent_path(), aside, errorNumber);
@@ -440,11 +449,11 @@ bool ReplaceFile(std::string_view path, std::span<const std::uint8_t> bytes) {
 }
 
 std::int16_t StoreFile(std::string_view path, std::span<const std::uint8_t> bytes) {
-    return ReplaceNative(NativePath(path), bytes);
+    return ReplaceNative(NativePath(path), true, bytes);
 }
 
 std::int16_t StoreExactFile(std::string_view path, std::span<const std::uint8_t> bytes) {
-    return ReplaceNative(PlatformForm(path), bytes);
+    return ReplaceNative(PlatformForm(path), false, bytes);
 }
 
 bool ReplaceFileSilently(std::string_view path, std::span<const std::uint8_t> bytes) {

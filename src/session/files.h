@@ -102,7 +102,8 @@ bool ReplaceFileSilently(std::string_view path, std::span<const std::uint8_t> by
 /// The same without any trace of a failure: the error number, 0 for none.
 std::int16_t StoreFile(std::string_view path, std::span<const std::uint8_t> bytes);
 
-/// The same, of just that name: a file whose name differs from it by case alone stays as it is.
+/// The same, of just that name: a file whose name differs from it by case alone stays as it is, and
+/// so does what a link of that name points to: the link is replaced.
 std::int16_t StoreExactFile(std::string_view path, std::span<const std::uint8_t> bytes);
 
 /// Reads a whole file of at most `limit` bytes. False, with a run-time error ("File too large" for

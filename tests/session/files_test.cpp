@@ -562,6 +562,27 @@ TEST_F(Files, AFileOfJustThatNameIsStoredAndDeleted) {
     DeleteExactFile("");
 }
 
+TEST_F(Files, WhatALinkOfJustThatNamePointsToStaysWhereAFileIsStored) {
+    const std::string file = folder_.Write("file", "precious");
+    fs::permissions(file, fs::perms::owner_read);
+    fs::create_directory(folder_.File("folder"));
+    const std::string ordinary = folder_.File("ordinary");
+    EXPECT_EQ(StoreExactFile(ordinary, Bytes{'n'}), 0);
+    for (const char* target : {"file", "folder", "nowhere", "link"}) {
+        const std::string link = folder_.File("link");
+        fs::remove(link);
+        fs::create_symlink(target, link);
+        EXPECT_EQ(StoreExactFile(link, Bytes{'n'}), 0) << target;
+        EXPECT_FALSE(fs::is_symlink(link)) << target;
+        EXPECT_EQ(FileBytes(link), Bytes{'n'}) << target;
+        EXPECT_EQ(fs::status(link).permissions(), fs::status(ordinary).permissions()) << target;
+    }
+    EXPECT_EQ(FileBytes(file).size(), 8U);
+    EXPECT_TRUE(fs::is_empty(folder_.File("folder")));
+    EXPECT_FALSE(fs::exists(folder_.File("nowhere")));
+    EXPECT_EQ(StoreExactFile(folder_.File("folder"), Bytes{'n'}), error::kPathAccess);
+}
+
 TEST_F(Files, WhereAFileCannotHaveTwoNamesAKeptOneIsMoved) {
     const std::string path = folder_.Write("path", "old one");
     const FailingSteps disk(1);
