@@ -346,6 +346,13 @@ std::int16_t Save(std::string_view path, std::int16_t type, const ChartList& lis
     return failure;
 }
 
+// The same while no other copy of the program saves charts in the folder: the names aside, and the
+// order of the moves, are every save's.
+std::int16_t SaveAlone(std::string_view path, std::int16_t type, const ChartList& list) {
+    const FolderLock lock(path);
+    return lock.Failure() != 0 ? lock.Failure() : Save(path, type, list);
+}
+
 }  // namespace
 
 CommentObstacle FindCommentObstacle(std::string_view path, std::int16_t type,
@@ -364,7 +371,7 @@ void ShowChartSaveError(std::string_view path, std::int16_t number) {
 bool SaveChartFile(std::string_view path, std::int16_t type, ChartList& list) {
     RunTimeError before;
     TakeRunTimeError(before);  // what stood before belongs to others
-    const std::int16_t failure = Save(path, type, list);
+    const std::int16_t failure = SaveAlone(path, type, list);
     if (before.number != 0) RaiseRunTimeError(before.number);
     if (failure != 0) {
         ShowChartSaveError(path, failure);

@@ -5,6 +5,7 @@
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -544,6 +545,26 @@ std::string UnusedPathBeside(std::string_view path) {
         }
     }
     return "";
+}
+
+FolderLock::FolderLock(std::string_view path) {
+    constexpr useconds_t pause = 20000;  // microseconds
+    constexpr int mostPauses = 100;
+    if (!IsUsablePath(path)) return;
+    const fs::path folder = fs::path(NativePath(path)).parent_path();
+    descriptor_ = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    for (int i = 0; descriptor_ >= 0 && ::flock(descriptor_, LOCK_EX | LOCK_NB) != 0; ++i) {
+        if (errno != EWOULDBLOCK && errno != EINTR) return;  // there are no locks
+        if (i == mostPauses) {
+            failure_ = error::kPermission;
+            return;
+        }
+        ::usleep(pause);
+    }
+}
+
+FolderLock::~FolderLock() {
+    if (descriptor_ >= 0) ::close(descriptor_);
 }
 
 std::int16_t CopyAccessRights(std::string_view from, std::string_view to) {

@@ -139,6 +139,26 @@ std::int16_t KeepFile(std::string_view from, std::string_view to);
 /// if there is none.
 std::string UnusedPathBeside(std::string_view path);
 
+/// Keeps the folder of a file, as long as it lives, for one who changes several files of it that
+/// belong together: another one, of this copy of the program or of another, waits for it up to 2
+/// seconds and fails then. Whoever only reads, or changes single files, isn't hindered.
+class FolderLock {
+  public:
+    /// `path` is that of a file in the folder, whether it is there or not.
+    explicit FolderLock(std::string_view path);
+    ~FolderLock();
+    FolderLock(const FolderLock&) = delete;
+    FolderLock& operator=(const FolderLock&) = delete;
+
+    /// "Permission denied" if another one has the folder still, else 0: also where none can keep
+    /// it, as one that may not be read or is on a disk without locks.
+    std::int16_t Failure() const { return failure_; }
+
+  private:
+    int descriptor_ = -1;  // of the folder; -1 none
+    std::int16_t failure_ = 0;
+};
+
 /// Gives the file `to` the access rights of the file `from`. Returns the error number, 0 for none.
 std::int16_t CopyAccessRights(std::string_view from, std::string_view to);
 

@@ -583,6 +583,38 @@ TEST_F(Files, WhatALinkOfJustThatNamePointsToStaysWhereAFileIsStored) {
     EXPECT_EQ(StoreExactFile(folder_.File("folder"), Bytes{'n'}), error::kPathAccess);
 }
 
+TEST_F(Files, AFolderIsKeptByOneAtATime) {
+    fs::create_directory(folder_.File("folder"));
+    {
+        const FolderLock first(folder_.File("file"));
+        EXPECT_EQ(first.Failure(), 0);
+        const FolderLock second(folder_.File("other"));
+        EXPECT_EQ(second.Failure(), error::kPermission);
+        const FolderLock elsewhere(folder_.File("folder/file"));
+        EXPECT_EQ(elsewhere.Failure(), 0);
+    }
+    const FolderLock again(folder_.Path() + "\\file");
+    EXPECT_EQ(again.Failure(), 0);
+}
+
+TEST_F(Files, WhereAFolderCannotBeKeptNobodyIsHindered) {
+    const std::string nowhere = folder_.File("none/file");
+    for (const std::string& path : {nowhere, std::string(), std::string("a\0b", 3)}) {
+        const FolderLock first(path);
+        const FolderLock second(path);
+        EXPECT_EQ(first.Failure(), 0);
+        EXPECT_EQ(second.Failure(), 0);
+    }
+    const auto keep = [this] {
+        ActAsPlainUserOn(folder_.Path(), fs::perms::owner_write | fs::perms::owner_exec);
+        const FolderLock first(folder_.File("file"));
+        const FolderLock second(folder_.File("file"));
+        fs::permissions(folder_.Path(), fs::perms::owner_all);
+        std::_Exit(first.Failure() == 0 && second.Failure() == 0 ? 0 : 2);
+    };
+    EXPECT_EXIT(keep(), testing::ExitedWithCode(0), "");
+}
+
 TEST_F(Files, WhereAFileCannotHaveTwoNamesAKeptOneIsMoved) {
     const std::string path = folder_.Write("path", "old one");
     const FailingSteps disk(1);
