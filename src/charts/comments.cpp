@@ -16,6 +16,8 @@ namespace orvantis {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 // The comment file of types 1 and 2 has blocks of 32 bytes, counted from 1:
 //
 //   offset  size  field
@@ -102,6 +104,7 @@ bool HasCommentForm(Bytes& blocks) {
 struct CommentRefs {
     std::int32_t highest = 0;  // of those that lead to comments; 0 none
     bool whole = false;        // no piece of a chart is in the file, and no reference is below 0
+    bool unread = false;       // the file is too large: `highest` is INT32_MAX
 };
 
 CommentRefs StoredRefs(std::string_view chartPath) {
@@ -111,8 +114,10 @@ CommentRefs StoredRefs(std::string_view chartPath) {
     const FileHandle file = OpenStoredCharts(chartPath, type, count, kFalse);
     if (file == 0) return refs;
     refs.whole = KeepsComments(type) && FileLength(file) % ChartRecordLength(type) == 0;
+    refs.unread = KeepsComments(type) && FileLength(file) > kMostChartBytes;
+    if (refs.unread) refs.highest = INT32_MAX;
     FileChart chart;
-    for (std::int32_t n = 1; n <= count && KeepsComments(type); ++n) {
+    for (std::int32_t n = 1; n <= count && KeepsComments(type) && !refs.unread; ++n) {
         if (!ReadChart(type, file, n, chart)) break;
         if (chart.commentRef < 0) refs.whole = false;
         if (LeadsToComment(chart.commentRef))
@@ -129,12 +134,45 @@ bool MayLeadInto(const std::string& chartPath, std::int32_t blocks) {
     const FileHandle file = OpenQuietly(chartPath);
     if (file == 0) {
         std::error_code ignored;
-        return std::filesystem::is_regular_file(NativePath(chartPath), ignored);
+        return fs::is_regular_file(NativePath(chartPath), ignored);
     }
     CloseFile(file);
     const CommentRefs refs = StoredRefs(chartPath);
-    return refs.whole && LeadsToComment(refs.highest) && refs.highest <= blocks &&
-           !IsCommentFile(chartPath);
+    const bool leads = LeadsToComment(refs.highest) && (refs.highest <= blocks || refs.unread);
+    return refs.whole && leads && !IsCommentFile(chartPath);
+}
+
+// Length of what a save puts behind the name of a file that it leaves behind; 0 there is nothing.
+std::size_t AddedBySave(std::string_view path) {
+    if (path.ends_with('~')) return 1;
+    constexpr std::string_view backup = ".bak";
+    const bool fits = path.size() >= backup.size();
+    return fits && LowerAscii(path.substr(path.size() - backup.size())) == backup ? backup.size()
+                                                                                  : 0;
+}
+
+// The path without what saves have put behind it, as long as an extension is left. `point`: where
+// the first extension starts, or npos.
+std::string_view SavedName(std::string_view path, std::size_t point) {
+    std::size_t added = AddedBySave(path);
+    while (added != 0 && point < path.size() - added) {
+        path.remove_suffix(added);
+        added = AddedBySave(path);
+    }
+    return path;
+}
+
+// True if a save of the chart file `own`, given by its native path, is one of `other` too: it has
+// that name, or is a link that leads to it. A second name of the same file isn't: it stays with the
+// charts that are there now.
+bool IsSavedToo(const fs::path& other, const fs::path& own) {
+    if (other == own) return true;
+    std::error_code failure;
+    if (!fs::is_symlink(other, failure)) return false;
+    const fs::path folder = own.has_parent_path() ? own.parent_path() : fs::path(".");
+    const fs::path target = fs::canonical(folder, failure) / own.filename();
+    const fs::path reached = fs::canonical(other, failure);
+    return !failure && reached == target;
 }
 
 // Appends a blank block and returns its number.
@@ -177,20 +215,17 @@ bool KeepsComments(std::int16_t type) {
 std::string CommentPath(std::string_view chartPath) {
     const std::size_t folder = chartPath.find_last_of("\\/");
     const std::size_t start = folder == std::string_view::npos ? 0 : folder + 1;
-    const std::size_t point = chartPath.find_last_of('.');
+    const std::string_view saved = SavedName(chartPath, chartPath.find('.', start));
+    const std::size_t point = saved.find_last_of('.');
     if (point == std::string_view::npos || point <= start) return std::string(chartPath);
-    const std::string extension = LowerAscii(chartPath.substr(point + 1));
+    const std::string extension = LowerAscii(saved.substr(point + 1));
     if (extension == "ch6" || extension == "kvchx") return std::string(chartPath);
-    const std::string_view stem = chartPath.substr(0, point);
-    if (extension != "bak" || !HasExtension(stem)) return std::string(stem);
-    const std::string saved = CommentPath(stem);
-    return saved == stem ? std::string(chartPath) : saved + std::string(chartPath.substr(point));
+    return std::string(saved.substr(0, point)).append(chartPath.substr(saved.size()));
 }
 
 bool MayHoldComments(std::string_view commentPath) {
     std::error_code ignored;
-    return !IsMissing(commentPath) &&
-           !std::filesystem::is_directory(NativePath(commentPath), ignored);
+    return !IsMissing(commentPath) && !fs::is_directory(NativePath(commentPath), ignored);
 }
 
 std::int32_t CommentBlocks(std::string_view path) {
@@ -221,20 +256,20 @@ std::int32_t HighestCommentRef(std::string_view chartPath) {
 std::string SharerOfComments(std::string_view chartPath, std::string_view commentPath) {
     const std::string wanted = LowerAscii(BaseName(commentPath, false));
     const std::int32_t blocks = CommentBlocks(commentPath);
-    const auto folder = std::filesystem::path(NativePath(chartPath)).parent_path();
+    const fs::path own = NativePath(chartPath);
+    const fs::path folder = own.parent_path();
     std::error_code failure;
-    std::filesystem::directory_iterator entry(folder.empty() ? "." : folder, failure);
-    for (; entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
+    fs::directory_iterator entry(folder.empty() ? "." : folder, failure);
+    for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
         const std::string name = entry->path().filename().string();
         if (LowerAscii(CommentPath(name)) != wanted) continue;
-        if (name.back() == '~') continue;  // what a save left aside keeps nothing there
         std::string other = (folder / name).string();
-        const bool shares = !IsSameFile(other, chartPath) &&
+        const bool shares = !IsSavedToo(other, own) &&
                             IsSameFile(CommentPath(other), commentPath) &&
                             MayLeadInto(other, blocks);
         if (shares) return other;
     }
-    return "";
+    return failure ? AddBackslash(folder.empty() ? "." : ProgramPath(folder.string())) : "";
 }
 
 std::string ReadComment(std::int16_t type, std::string_view path, std::int32_t ref) {

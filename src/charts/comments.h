@@ -18,9 +18,10 @@ bool KeepsComments(std::int16_t type);
 
 /// Path of the comment file of a chart file: the chart file's without its extension. That of a type
 /// 3 file ("ch6", "KVchx") is the chart file itself, and so is that of a file without an extension
-/// or without a name before it: such a file has no comment file. The backup of a file has the
-/// backup of its comments: that of "name.cht.bak" is "name.bak", that of "name.ch6.bak" itself; but
-/// "name.bak", which nothing with an extension left behind, is a chart file like others.
+/// or without a name before it: such a file has no comment file. What a save left behind has what
+/// it left behind of the comments: the backup "name.cht.bak" has "name.bak", and "name.cht~", which
+/// was written aside, "name~"; "name.ch6.bak" has itself. But "name.bak", which nothing with an
+/// extension left behind, is a chart file like others.
 std::string CommentPath(std::string_view chartPath);
 
 /// True if there is something of that path that may be a comment file: anything but a folder,
@@ -39,12 +40,16 @@ std::int32_t CommentBlocks(const Bytes& blocks);
 /// head of the comment file.
 bool LeadsToComment(std::int32_t ref);
 
-/// Highest reference to a comment of the charts of a file of type 1 or 2; 0 if none has a comment.
+/// Highest reference to a comment of the charts of a file of type 1 or 2; 0 if none has a comment,
+/// INT32_MAX for a file of more than kMostChartBytes, which isn't read.
 std::int32_t HighestCommentRef(std::string_view chartPath);
 
 /// Another chart file than that one which keeps its comments in that comment file; "" none. It has
-/// whole charts and references that all lie within the comment file; a file that can't be read
-/// counts as one by its name. A name that ends in "~" is that of what a save left aside.
+/// whole charts and references that all lie within the comment file; a file of whole charts that is
+/// too large to be read, and by its name any that can't be read, counts as one. A second name of
+/// the chart file does too, which will have the old charts still when the file is replaced; a link
+/// to it doesn't. In a folder that can't be listed any file may be one: that folder, with "\" at
+/// its end, is returned.
 std::string SharerOfComments(std::string_view chartPath, std::string_view commentPath);
 
 /// Comment that starts at block `ref` of the comment file of types 1 and 2, or of chart `ref` of an

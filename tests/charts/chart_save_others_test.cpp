@@ -72,6 +72,7 @@ class OthersBesideASave : public testing::Test {
     std::string path_ = folder_.File("charts.cht");
 };
 
+const std::string kNotOurs = "Error 75: Path/File access error";
 const std::string kDenied = "Error 70: Permission denied";
 
 TEST_F(OthersBesideASave, WhileAnotherSaveHasTheFolderNothingIsTouched) {
@@ -105,6 +106,144 @@ TEST_F(OthersBesideASave, OfTwoProgramsThatSaveAtOnceEachSavesItsChartsWithTheir
         ASSERT_EQ(Contents().size(), 4U) << "and nothing is left aside";
         if (HasFailure()) return;
     }
+}
+
+// In such a folder a link can be deleted and replaced by its owner alone.
+TEST_F(OthersBesideASave, AnotherUsersLinkOfTheNameAsideIsNotWrittenThrough) {
+    const auto save = [this](const char* name) {
+        const std::string precious = folder_.Write("precious", "precious");
+        fs::create_symlink(precious, folder_.File(name));
+        fs::permissions(folder_.Path(), fs::perms::all | fs::perms::sticky_bit);
+        if (::geteuid() != 0) std::_Exit(0);  // the link would be one's own
+        ActAsPlainUserOn(precious, fs::perms::owner_all);
+        ExpectRefused(kDenied);
+        std::_Exit(!HasFailure() && FileBytes(precious).size() == 8 ? 0 : 2);
+    };
+    EXPECT_EXIT(save("charts.cht~"), testing::ExitedWithCode(0), "");
+    fs::remove(folder_.File("charts.cht~"));
+    EXPECT_EXIT(save("charts~"), testing::ExitedWithCode(0), "");
+}
+
+// A file of whole charts without comments that is too large to be read; it takes no room.
+void MakeHuge(const std::string& path, std::int16_t type) {
+    ChartList none;
+    ASSERT_TRUE(SaveChartFile(path, type, none));
+    const std::int64_t length = ChartRecordLength(type);
+    fs::resize_file(path, static_cast<std::uintmax_t>((kMostChartBytes / length + 1) * length));
+}
+
+TEST_F(OthersBesideASave, AChartFileThatIsTooLargeToBeReadMayShareTheComments) {
+    ASSERT_TRUE(Save(2, 2));
+    const std::string huge = folder_.File("charts.dat");
+    for (const std::int16_t type : {1, 2}) {
+        MakeHuge(huge, type);
+        EXPECT_EQ(HighestCommentRef(huge), INT32_MAX);
+        const std::string comments = folder_.File("charts");
+        EXPECT_EQ(SharerOfComments(path_, comments), huge) << type;
+        const Bytes before = FileBytes(comments);
+        EXPECT_FALSE(Save(2, 4)) << type;
+        EXPECT_EQ(FileBytes(comments), before) << type;
+        // A piece of a chart, or another type, is none whose comments they may be.
+        fs::resize_file(huge, fs::file_size(huge) + 1);
+        EXPECT_EQ(SharerOfComments(path_, comments), "") << type;
+        fs::remove(huge);
+    }
+    MakeHuge(huge, 0);
+    EXPECT_TRUE(Save(2, 4));
+}
+
+TEST_F(OthersBesideASave, TheCommentFileOfChartsThatAreTooManyToBeReadCountsAsAnothers) {
+    ASSERT_TRUE(Save(2, 2));
+    const Bytes comments = FileBytes(folder_.File("charts"));
+    for (const std::int16_t type : {1, 2}) {
+        fs::remove(path_);
+        fs::rename(folder_.File("charts"), folder_.File("kept"));
+        MakeHuge(path_, type);
+        fs::rename(folder_.File("kept"), folder_.File("charts"));
+        const auto size = fs::file_size(path_);
+        EXPECT_FALSE(Save(2, 2)) << type;
+        EXPECT_EQ(fs::file_size(path_), size) << type;
+        EXPECT_TRUE(Save(3, 2)) << type;
+        EXPECT_EQ(FileBytes(folder_.File("charts")), comments) << type;
+        EXPECT_FALSE(fs::exists(folder_.File("charts.bak"))) << type;
+        EXPECT_EQ(fs::file_size(path_ + ".bak"), size) << type;
+        fs::remove(path_ + ".bak");
+    }
+}
+
+TEST_F(OthersBesideASave, WhatASaveLeftAsideIsNotReadWithTheCommentsOfTheCharts) {
+    ASSERT_TRUE(SaveGeneration("new ", 3));
+    fs::rename(path_, path_ + "~");
+    fs::rename(folder_.File("charts"), folder_.File("charts~"));
+    ASSERT_TRUE(SaveGeneration("an old one ", 2));
+    // Saving clears what is aside, so that it comes back here as it was left.
+    const Bytes charts = FileBytes(path_);
+    const Bytes comments = FileBytes(folder_.File("charts"));
+    ASSERT_TRUE(SaveGeneration("new ", 3));
+    folder_.Write("charts.cht~", charts);
+    ChartList list;
+    ASSERT_TRUE(LoadChartList(path_ + "~", list, kFalse));
+    EXPECT_EQ(list.charts.at(0).comment, "") << "they weren't written";
+    folder_.Write("charts~", comments);
+    ExpectOwnComments(path_ + "~");
+    ExpectOwnComments(path_);
+}
+
+TEST_F(OthersBesideASave, ASecondNameOfTheChartFileSharesItsComments) {
+    ASSERT_TRUE(Save(2, 2));
+    const std::string second = folder_.File("charts.dat");
+    fs::create_hard_link(path_, second);
+    EXPECT_EQ(SharerOfComments(path_, folder_.File("charts")), second);
+    ExpectRefused(kNotOurs);
+    fs::remove(second);
+    EXPECT_TRUE(Save(2, 4));
+}
+
+TEST_F(OthersBesideASave, ALinkToTheChartFileLeadsToTheNewChartsAndIsInNobodysWay) {
+    ASSERT_TRUE(SaveGeneration("old ", 3));
+    for (const std::string& target : {std::string("charts.cht"), path_}) {
+        fs::remove(folder_.File("charts.dat"));
+        fs::create_symlink(target, folder_.File("charts.dat"));
+        EXPECT_EQ(SharerOfComments(path_, folder_.File("charts")), "") << target;
+        ASSERT_TRUE(SaveGeneration("a new one ", 4)) << target;
+        ExpectOwnComments(folder_.File("charts.dat"));
+        ExpectOwnComments(path_ + ".bak");
+    }
+}
+
+TEST_F(OthersBesideASave, AFileKeepsItsCommentsWhereALinkToItIsReplaced) {
+    ASSERT_TRUE(SaveGeneration("old ", 3));
+    const std::string target = path_;
+    path_ = folder_.File("charts.dat");
+    fs::create_symlink("charts.cht", path_);
+    ExpectRefused(kNotOurs);
+    EXPECT_TRUE(fs::is_symlink(path_));
+    ExpectOwnComments(target);
+}
+
+TEST_F(OthersBesideASave, InAFolderThatCannotBeListedAnyFileMayShareTheComments) {
+    const auto save = [this] {
+        if (!Save(2, 2)) std::_Exit(1);
+        for (const auto& [name, bytes] : Contents()) {
+            fs::permissions(folder_.File(name), fs::perms::all);
+        }
+        const auto before = Contents();
+        ActAsPlainUserOn(folder_.Path(), fs::perms::owner_write | fs::perms::owner_exec);
+        const bool saved = Save(2, 4);
+        const CommentObstacle found = FindCommentObstacle(path_, 2, SampleList(1));
+        fs::permissions(folder_.Path(), fs::perms::owner_all);
+        EXPECT_FALSE(saved);
+        EXPECT_EQ(Contents(), before);
+        EXPECT_EQ(NativePath(found.sharer), folder_.Path());
+        EXPECT_TRUE(Save(2, 4)) << "listed again";
+        // Charts without comments beside no comment file have nothing that could be shared.
+        fs::permissions(folder_.Path(), fs::perms::owner_write | fs::perms::owner_exec);
+        path_ = folder_.File("others.cht");
+        EXPECT_TRUE(SaveWithoutComments(2, 1) && SaveWithoutComments(2, 2) && Save(2, 3));
+        fs::permissions(folder_.Path(), fs::perms::owner_all);
+        std::_Exit(HasFailure() ? 2 : 0);
+    };
+    EXPECT_EXIT(save(), testing::ExitedWithCode(0), "");
 }
 
 }  // namespace

@@ -81,6 +81,24 @@ TEST_F(Comments, TheCommentFileOfABackupIsTheBackupOfTheCommentFile) {
     EXPECT_EQ(CommentPath("folder/.cht.bak"), "folder/.cht.bak");
 }
 
+TEST_F(Comments, TheCommentFileOfWhatASaveLeftAsideIsWhatItLeftAsideOfTheComments) {
+    EXPECT_EQ(CommentPath("a.b/charts.cht~"), "a.b/charts~");
+    EXPECT_EQ(CommentPath("charts.cht~~"), "charts~~");
+    EXPECT_EQ(CommentPath("charts.cht.bak~"), "charts.bak~");
+    EXPECT_EQ(CommentPath("charts.cht~.BAK"), "charts~.BAK");
+    EXPECT_EQ(CommentPath("charts.bak~"), "charts~");
+    // Nothing with a comment file was written there.
+    EXPECT_EQ(CommentPath("a.b/charts~"), "a.b/charts~");
+    EXPECT_EQ(CommentPath("charts.ch6~"), "charts.ch6~");
+    EXPECT_EQ(CommentPath("folder/.cht~"), "folder/.cht~");
+    EXPECT_EQ(CommentPath("~"), "~");
+}
+
+TEST_F(Comments, ANameOfAnyLengthHasACommentFile) {
+    const std::string left(200000, '~');
+    EXPECT_EQ(CommentPath("charts.cht" + left), "charts" + left);
+}
+
 TEST_F(Comments, ACommentOfExactly28CharactersTakesOneBlockAndOneOf29Two) {
     EXPECT_EQ(Write(std::string(28, 'a')), 2);
     EXPECT_EQ(Blocks(), 2U);
