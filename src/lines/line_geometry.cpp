@@ -6,6 +6,7 @@
 
 #include "charts/CALCCHRT.h"
 #include "charts/QXASTRO.h"
+#include "lines/append_made.h"
 #include "lines/chart_lines.h"
 #include "session/settings.h"
 #include "text/numbers.h"
@@ -114,20 +115,21 @@ const Mirror& MirrorOf(int k) {
     return kMirrors[i];
 }
 
-// The positions of one quarter, from the even degree k (0 to 360) on, up to `end`; returns the end
-// of what it wrote.
-LinePosition* WriteQuarter(const CircleQuarter& quarter, int k, LinePosition* at,
-                           const LinePosition* end) {
+// Appends the positions of one quarter, from the even degree k (0 to 360) on, `most` at most.
+void AppendQuarter(std::vector<LinePosition>& samples, const CircleQuarter& quarter, int k,
+                   int most) {
     const Mirror& mirror = MirrorOf(k);
-    const auto left = (mirror.last - k) / kSampleStep;
+    const int left = (mirror.last - k) / kSampleStep;
     const double origin = mirror.far ? Wrapped(quarter.node + 180) : quarter.node;
-    const LinePosition* known =
+    const double side = mirror.side;
+    const double east = mirror.east;
+    const LinePosition* const known =
         quarter.at.data() + (mirror.backwards ? left : 90 / kSampleStep - left);
     const std::ptrdiff_t step = mirror.backwards ? -1 : 1;
-    for (int i = 0; i <= left && at != end; ++i, ++at, known += step) {
-        *at = {mirror.side * known->lat, Wrapped(origin + mirror.east * known->longitude)};
-    }
-    return at;
+    AppendMade(samples, static_cast<std::size_t>(std::min(left + 1, most)), [=](std::size_t i) {
+        const LinePosition& at = known[static_cast<std::ptrdiff_t>(i) * step];
+        return LinePosition{side * at.lat, Wrapped(origin + east * at.longitude)};
+    });
 }
 
 // How near to a pole, to the half turn or to the antimeridian a position counts as being there:
@@ -287,15 +289,11 @@ std::vector<LinePosition> CircleSamples(const CircleQuarter& quarter, std::int16
     const auto count = static_cast<std::size_t>((to - from) / kSampleStep) + 1;
     std::vector<LinePosition> samples;
     samples.reserve(count + kRoomForCuts);
-    samples.resize(count);
-    LinePosition* at = samples.data();
-    const LinePosition* const end = at + count;
-    while (at != end) {
-        const int u = from + static_cast<int>(at - samples.data()) * kSampleStep;
+    for (int u = from; u <= to; u = from + static_cast<int>(samples.size()) * kSampleStep) {
         // From below 0 the last quarter ends before u = 0, which is the first one's.
-        const LinePosition* stop =
-            u < 0 ? std::min<const LinePosition*>(end, at - u / kSampleStep) : end;
-        at = WriteQuarter(quarter, u < 0 ? u + 360 : (u > 360 ? u - 360 : u), at, stop);
+        const int end = u < 0 ? std::min<int>(to, -kSampleStep) : to;
+        AppendQuarter(samples, quarter, u < 0 ? u + 360 : (u > 360 ? u - 360 : u),
+                      (end - u) / kSampleStep + 1);
     }
     if (IsAtPole(quarter.at.back())) GoOverPoles(samples);
     return samples;

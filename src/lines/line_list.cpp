@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "charts/CALCCHRT.h"
+#include "lines/append_made.h"
 #include "lines/chart_lines.h"
 #include "lines/circles.h"
 #include "lines/line_pens.h"
@@ -19,21 +20,24 @@ namespace orvantis {
 
 namespace {
 
-std::vector<LinePosition> EquatorPositions() {
-    std::vector<LinePosition> positions;
-    positions.reserve(360 / kSampleStep + 1);
+std::vector<double> ParallelLongitudes() {
+    std::vector<double> longitudes;
+    longitudes.reserve(360 / kSampleStep + 1);
     for (int longitude = -180; longitude <= 180; longitude += kSampleStep) {
-        positions.push_back({0, static_cast<double>(longitude)});
+        longitudes.push_back(longitude);
     }
-    return positions;
+    return longitudes;
 }
 
 // A parallel isn't the shortest way between its positions, so it has one every few degrees.
 LineParts Parallel(double lat) {
-    static const std::vector<LinePosition> equator = EquatorPositions();
+    static const std::vector<double> longitudes = ParallelLongitudes();
+    const double* const at = longitudes.data();
     LineParts parts;
-    parts.positions = equator;
-    for (LinePosition& position : parts.positions) position.lat = lat;
+    parts.positions.reserve(longitudes.size());
+    AppendMade(parts.positions, longitudes.size(), [lat, at](std::size_t i) {
+        return LinePosition{lat, at[i]};
+    });
     return parts;
 }
 
