@@ -141,7 +141,8 @@ bool IsAtPole(const LinePosition& position) {
 }
 
 bool IsHalfTurn(const LinePosition& a, const LinePosition& b) {
-    return std::abs(std::remainder(a.longitude - b.longitude, 360)) > 90;
+    const double apart = std::abs(a.longitude - b.longitude);
+    return apart > 90 && apart < 270;
 }
 
 // Samples of a circle that goes over the poles, which is a meridian and the one opposite: at a
@@ -183,16 +184,43 @@ void TakeSide(LinePosition& position, const LinePosition& other) {
 // one before it; the number of positions if there is none. Those on it take the side of the one
 // before on the way. Over a pole nothing is crossed.
 std::size_t CrossingFrom(std::vector<LinePosition>& positions, std::size_t i) {
-    for (; i < positions.size(); ++i) {
-        const LinePosition& before = positions[i - 1];
-        LinePosition& position = positions[i];
-        if (IsOnAntimeridian(position)) TakeSide(position, before);
-        if (std::abs(position.longitude - before.longitude) > 180 &&
-            !IsTurnAtPole(before, position)) {
-            return i;
+    LinePosition* const at = positions.data();
+    const std::size_t count = positions.size();
+    for (; i < count; ++i) {
+        if (IsOnAntimeridian(at[i])) [[unlikely]] {
+            TakeSide(at[i], at[i - 1]);
+        }
+        if (std::abs(at[i].longitude - at[i - 1].longitude) > 180 &&
+            !IsTurnAtPole(at[i - 1], at[i])) {
+            break;
         }
     }
     return i;
+}
+
+constexpr std::size_t kHalfTurn = 180 / kSampleStep;  // samples, without the antipode
+
+// The samples of a circle from its start on, at most half a turn. Each step of the work is done for
+// all of them before the next one: so a processor has several in hand at once.
+void WriteHalfTurn(const GreatCircle& circle, double origin, std::span<LinePosition> samples) {
+    std::array<double, kHalfTurn> x;
+    std::array<double, kHalfTurn> y;
+    std::array<double, kHalfTurn> z;
+    const SampleTables& tables = Samples();
+    for (std::size_t i = 0; i < kHalfTurn; ++i) {
+        const double sine = tables.sine[i];
+        const double cosine = tables.cosine[i];
+        x[i] = cosine * circle.startX + sine * circle.onX;
+        y[i] = sine * circle.onY;
+        z[i] = cosine * circle.startZ + sine * circle.onZ;
+    }
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        samples[i].lat = LatitudeOf(z[i], x[i] * x[i] + y[i] * y[i]);
+    }
+    for (std::size_t i = 0; i < samples.size(); ++i) x[i] = ArcTan2(x[i], y[i]);
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        samples[i].longitude = Wrapped(RadToDeg(x[i]) + origin);
+    }
 }
 
 // True if the circle's plane holds the axis. The z of the plane's normal is the sine of the
@@ -308,13 +336,6 @@ GreatCircle MakeGreatCircle(double bearing, double startLat) {
     return {cosine, sine, -north * sine, -SinD(bearing), north * cosine};
 }
 
-LinePosition PositionOn(const GreatCircle& circle, double sine, double cosine) {
-    const double x = cosine * circle.startX + sine * circle.onX;
-    const double y = sine * circle.onY;
-    const double z = cosine * circle.startZ + sine * circle.onZ;
-    return {LatitudeOf(z, x * x + y * y), RadToDeg(ArcTan2(x, y))};
-}
-
 double NudgedBearing(double bearing) {
     return bearing == 90 || bearing == -90 ? bearing + 0.01 : bearing;
 }
@@ -327,15 +348,10 @@ std::vector<LinePosition> GreatCircleSamples(double bearing, double startLat, do
     std::vector<LinePosition> samples;
     samples.reserve(count + kRoomForCuts);
     samples.resize(count);
-    constexpr std::size_t kHalf = 180 / kSampleStep;
-    const SampleTables& tables = Samples();
-    for (std::size_t i = 0; i < std::min(count, kHalf); ++i) {
-        const LinePosition position = PositionOn(circle, tables.sine[i], tables.cosine[i]);
-        samples[i] = {position.lat, Wrapped(position.longitude + origin)};
-    }
+    WriteHalfTurn(circle, origin, {samples.data(), std::min(count, kHalfTurn)});
     // Half a turn on lies the antipode.
-    for (std::size_t i = kHalf; i < count; ++i) {
-        const LinePosition& start = samples[i - kHalf];
+    for (std::size_t i = kHalfTurn; i < count; ++i) {
+        const LinePosition& start = samples[i - kHalfTurn];
         samples[i] = {-start.lat, Wrapped(start.longitude + 180)};
     }
     if (GoesOverPoles(circle)) GoOverPoles(samples);

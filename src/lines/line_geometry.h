@@ -99,10 +99,6 @@ struct GreatCircle {
 /// The circle from a place at a latitude in a direction: degrees, 0 north, 90 WEST.
 GreatCircle MakeGreatCircle(double bearing, double startLat);
 
-/// The position s degrees along the circle, by the sine and cosine of s; longitude east of the
-/// place, -180 to 180. Degrees.
-LinePosition PositionOn(const GreatCircle& circle, double sine, double cosine);
-
 /// Due east and due west are moved by 0.01 degrees: so houses and signs have always been drawn.
 double NudgedBearing(double bearing);
 

@@ -99,15 +99,16 @@ TEST_F(LocalLines, ALinePassesWhereItsBodyIsOverheadAndThroughTheAntipodeOfThePl
         chartNow.PlaceLongW = static_cast<double>(anyRA(random)) - 180;
         const LineFrame frame = MakeLineFrame(1);
         const double bearing = LocalBearing(frame, 3);
-        const Vec under =
-            OnSphere(Chart().Dec[3], static_cast<double>(Chart().RA[3]) -
-                                         static_cast<double>(Chart().RA[23]) - chartNow.PlaceLongW);
+        // Longitudes are counted from the place.
+        const double fromPlace =
+            static_cast<double>(Chart().RA[3]) - static_cast<double>(Chart().RA[23]);
+        const Vec under = OnSphere(Chart().Dec[3], fromPlace);
+        const double distance = AngleBetween(OnSphere(chartNow.PlaceLat, 0), under);
+        const GreatCircle circle = MakeGreatCircle(bearing, chartNow.PlaceLat);
+        const Vec met = CosD(distance) * Vec{circle.startX, 0, circle.startZ} +
+                        SinD(distance) * Vec{circle.onX, circle.onY, circle.onZ};
+        EXPECT_LT(AngleBetween(met, under), 2e-6);
         const Vec place = OnSphere(chartNow.PlaceLat, -chartNow.PlaceLongW);
-        const double distance = AngleBetween(place, under);
-        const LinePosition met =
-            PositionOn(MakeGreatCircle(bearing, chartNow.PlaceLat), SinD(distance), CosD(distance));
-        EXPECT_LT(AngleBetween(OnSphere(met.lat, met.longitude - chartNow.PlaceLongW), under),
-                  2e-6);
         const std::vector<LinePosition> samples = LocalSamples(frame, bearing, 180);
         EXPECT_LT(AngleBetween(OnSphere(samples[90].lat, samples[90].longitude), -1.0 * place),
                   2e-6);
