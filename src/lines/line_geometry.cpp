@@ -200,9 +200,10 @@ std::size_t CrossingFrom(std::vector<LinePosition>& positions, std::size_t i) {
 
 constexpr std::size_t kHalfTurn = 180 / kSampleStep;  // samples, without the antipode
 
-// The samples of a circle from its start on, at most half a turn. Each step of the work is done for
-// all of them before the next one: so a processor has several in hand at once.
-void WriteHalfTurn(const GreatCircle& circle, double origin, std::span<LinePosition> samples) {
+// Appends the first `count` samples of a circle, at most half a turn. Each step of the work is done
+// for all of them before the next one: so a processor has several in hand at once.
+void AppendHalfTurn(std::vector<LinePosition>& samples, const GreatCircle& circle, double origin,
+                    std::size_t count) {
     std::array<double, kHalfTurn> x;
     std::array<double, kHalfTurn> y;
     std::array<double, kHalfTurn> z;
@@ -214,13 +215,13 @@ void WriteHalfTurn(const GreatCircle& circle, double origin, std::span<LinePosit
         y[i] = sine * circle.onY;
         z[i] = cosine * circle.startZ + sine * circle.onZ;
     }
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        samples[i].lat = LatitudeOf(z[i], x[i] * x[i] + y[i] * y[i]);
-    }
-    for (std::size_t i = 0; i < samples.size(); ++i) x[i] = ArcTan2(x[i], y[i]);
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        samples[i].longitude = Wrapped(RadToDeg(x[i]) + origin);
-    }
+    std::array<double, kHalfTurn> lats;
+    std::array<double, kHalfTurn> longitudes;
+    for (std::size_t i = 0; i < count; ++i) lats[i] = LatitudeOf(z[i], x[i] * x[i] + y[i] * y[i]);
+    for (std::size_t i = 0; i < count; ++i) longitudes[i] = ArcTan2(x[i], y[i]);
+    AppendMade(samples, count, [&](std::size_t i) {
+        return LinePosition{lats[i], Wrapped(RadToDeg(longitudes[i]) + origin)};
+    });
 }
 
 // True if the circle's plane holds the axis. The z of the plane's normal is the sine of the
@@ -347,12 +348,13 @@ std::vector<LinePosition> GreatCircleSamples(double bearing, double startLat, do
     const auto count = static_cast<std::size_t>(extent / kSampleStep) + 1;
     std::vector<LinePosition> samples;
     samples.reserve(count + kRoomForCuts);
-    samples.resize(count);
-    WriteHalfTurn(circle, origin, {samples.data(), std::min(count, kHalfTurn)});
-    // Half a turn on lies the antipode.
-    for (std::size_t i = kHalfTurn; i < count; ++i) {
-        const LinePosition& start = samples[i - kHalfTurn];
-        samples[i] = {-start.lat, Wrapped(start.longitude + 180)};
+    AppendHalfTurn(samples, circle, origin, std::min(count, kHalfTurn));
+    while (samples.size() < count) {
+        // Half a turn on lies the antipode.
+        const LinePosition* const start = samples.data() + samples.size() - kHalfTurn;
+        AppendMade(samples, std::min(count - samples.size(), kHalfTurn), [start](std::size_t i) {
+            return LinePosition{-start[i].lat, Wrapped(start[i].longitude + 180)};
+        });
     }
     if (GoesOverPoles(circle)) GoOverPoles(samples);
     return samples;
