@@ -162,17 +162,19 @@ std::string_view SavedName(std::string_view path, std::size_t point) {
     return path;
 }
 
-// True if a save of the chart file `own`, given by its native path, is one of `other` too: it has
-// that name, or is a link that leads to it. A second name of the same file isn't: it stays with the
+// True if a save of the chart file `own`, given by its native path, is one of `other` too: that is
+// its name, or a link that leads to it. A second name of the same file isn't: it stays with the
 // charts that are there now.
 bool IsSavedToo(const fs::path& other, const fs::path& own) {
-    if (other == own) return true;
     std::error_code failure;
-    if (!fs::is_symlink(other, failure)) return false;
-    const fs::path folder = own.has_parent_path() ? own.parent_path() : fs::path(".");
-    const fs::path target = fs::canonical(folder, failure) / own.filename();
-    const fs::path reached = fs::canonical(other, failure);
-    return !failure && reached == target;
+    if (other == own) return true;
+    if (fs::is_symlink(other, failure)) {
+        const fs::path folder = own.has_parent_path() ? own.parent_path() : fs::path(".");
+        return fs::canonical(other, failure) == fs::canonical(folder, failure) / own.filename();
+    }
+    // A disk may take names that differ by case for one.
+    return !fs::is_symlink(own, failure) && fs::hard_link_count(other, failure) == 1 &&
+           fs::equivalent(other, own, failure);
 }
 
 // Appends a blank block and returns its number.
