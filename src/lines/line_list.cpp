@@ -48,9 +48,13 @@ LineParts WholeCircle(const HorizonCircle& circle) {
 void ListParans(std::vector<MapLine>& lines, std::int16_t slot, std::int16_t type) {
     const std::int16_t paranPoint = options.paranPoint;
     if (!HasParans(slot, paranPoint)) return;
+    const ParanPartner partner = MakeParanPartner(slot, paranPoint);
+    std::vector<Paran> parans;
     for (std::int16_t p = 1; p <= point::kLast; ++p) {
         if (p == paranPoint || !IsPointDrawn(slot, p)) continue;
-        for (const Paran& paran : ParansOfPair(slot, p, paranPoint, type, options.paranLimit)) {
+        parans.clear();
+        AddParans(parans, p, partner, type, options.paranLimit);
+        for (const Paran& paran : parans) {
             const auto code = static_cast<std::int16_t>(paran.relation * 100 + p);
             lines.push_back({type, p, code, paran.lat, Parallel(paran.lat)});
         }

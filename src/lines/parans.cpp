@@ -57,6 +57,25 @@ std::int16_t Relation(std::int16_t tens, std::int16_t units) {
     return static_cast<std::int16_t>(10 * tens + units);
 }
 
+using Direction = ParanPartner::Direction;
+
+Direction DirectionTo(float ra, float dec) {
+    return {CosD(ra) * CosD(dec), SinD(ra) * CosD(dec), SinD(dec)};
+}
+
+// As ParanLatitude, of two directions.
+bool LatitudeOfBoth(const Direction& a, const Direction& b, float& lat, float& zenithRA) {
+    const double x = a.y * b.z - a.z * b.y;
+    const double y = a.z * b.x - a.x * b.z;
+    const double z = a.x * b.y - a.y * b.x;
+    const auto r = static_cast<float>(std::sqrt(x * x + y * y + z * z));
+    if (z == 0) return false;
+    double cosine = z / r;
+    lat = static_cast<float>(90 - RadToDeg(ArcCos(cosine)));
+    zenithRA = static_cast<float>(RadToDeg(ArcTan2(x, y)));
+    return true;
+}
+
 using CodeRoutine = std::int16_t (*)(std::int16_t, std::int16_t, std::int16_t, float, bool);
 
 // The latitude and its opposite, because both poles of the plane are zeniths.
@@ -88,21 +107,7 @@ bool ParallelIsSeen(float lat) {
 }  // namespace
 
 bool ParanLatitude(float ra1, float dec1, float ra2, float dec2, float& lat, float& zenithRA) {
-    const double x1 = CosD(ra1) * CosD(dec1);
-    const double y1 = SinD(ra1) * CosD(dec1);
-    const double z1 = SinD(dec1);
-    const double x2 = CosD(ra2) * CosD(dec2);
-    const double y2 = SinD(ra2) * CosD(dec2);
-    const double z2 = SinD(dec2);
-    const double x = y1 * z2 - z1 * y2;
-    const double y = z1 * x2 - x1 * z2;
-    const double z = x1 * y2 - y1 * x2;
-    const auto r = static_cast<float>(std::sqrt(x * x + y * y + z * z));
-    if (z == 0) return false;
-    double cosine = z / r;
-    lat = static_cast<float>(90 - RadToDeg(ArcCos(cosine)));
-    zenithRA = static_cast<float>(RadToDeg(ArcTan2(x, y)));
-    return true;
+    return LatitudeOfBoth(DirectionTo(ra1, dec1), DirectionTo(ra2, dec2), lat, zenithRA);
 }
 
 std::int16_t ParanCodeRiseRise(std::int16_t slot, std::int16_t p, std::int16_t paranPoint,
@@ -123,25 +128,35 @@ std::int16_t ParanCodeCulmRise(std::int16_t slot, std::int16_t p, std::int16_t p
     return Relation(OnMeridian(slot, p, zenith), OnHorizon(slot, paranPoint, zenith));
 }
 
+ParanPartner MakeParanPartner(std::int16_t slot, std::int16_t paranPoint) {
+    const float ra = RightAscension(slot, paranPoint);
+    return {slot, paranPoint, DirectionTo(ra, Declination(slot, paranPoint)),
+            DirectionTo(ra + kEastPoint, 0)};
+}
+
+void AddParans(std::vector<Paran>& parans, std::int16_t p, const ParanPartner& partner,
+               std::int16_t type, float limit) {
+    const float ra = RightAscension(partner.slot, p);
+    const Direction at = DirectionTo(ra, Declination(partner.slot, p));
+    float lat = 0;
+    float zenithRA = 0;
+    const auto add = [&](CodeRoutine code) {
+        AddBoth(parans, partner.slot, p, partner.point, lat, zenithRA, limit, code);
+    };
+    if (type == line_type::kParanRiseRise) {
+        if (LatitudeOfBoth(at, partner.at, lat, zenithRA)) add(ParanCodeRiseRise);
+        return;
+    }
+    const Direction east = DirectionTo(ra + kEastPoint, 0);
+    if (LatitudeOfBoth(east, partner.at, lat, zenithRA)) add(ParanCodeCulmRise);
+    if (LatitudeOfBoth(at, partner.east, lat, zenithRA)) add(ParanCodeRiseCulm);
+}
+
 std::vector<Paran> ParansOfPair(std::int16_t slot, std::int16_t p, std::int16_t paranPoint,
                                 std::int16_t type, float limit) {
     std::vector<Paran> parans;
     parans.reserve(type == line_type::kParanRiseRise ? 2 : 4);
-    const float ra = RightAscension(slot, p);
-    const float dec = Declination(slot, p);
-    const float otherRA = RightAscension(slot, paranPoint);
-    const float otherDec = Declination(slot, paranPoint);
-    float lat = 0;
-    float zenithRA = 0;
-    const auto add = [&](CodeRoutine code) {
-        AddBoth(parans, slot, p, paranPoint, lat, zenithRA, limit, code);
-    };
-    if (type == line_type::kParanRiseRise) {
-        if (ParanLatitude(ra, dec, otherRA, otherDec, lat, zenithRA)) add(ParanCodeRiseRise);
-        return parans;
-    }
-    if (ParanLatitude(ra + kEastPoint, 0, otherRA, otherDec, lat, zenithRA)) add(ParanCodeCulmRise);
-    if (ParanLatitude(ra, dec, otherRA + kEastPoint, 0, lat, zenithRA)) add(ParanCodeRiseCulm);
+    AddParans(parans, p, MakeParanPartner(slot, paranPoint), type, limit);
     return parans;
 }
 

@@ -41,6 +41,26 @@ struct Paran {
 std::vector<Paran> ParansOfPair(std::int16_t slot, std::int16_t p, std::int16_t paranPoint,
                                 std::int16_t type, float limit);
 
+/// A point and what its parans with others are found by, computed once for all of them. Unit
+/// vectors; x to the vernal equinox, z to the north pole.
+struct ParanPartner {
+    struct Direction {
+        double x = 1;
+        double y = 0;
+        double z = 0;
+    };
+    std::int16_t slot = 1;
+    std::int16_t point = 0;
+    Direction at;    ///< to the point
+    Direction east;  ///< to the point of the equator that rises when it culminates
+};
+
+ParanPartner MakeParanPartner(std::int16_t slot, std::int16_t paranPoint);
+
+/// Appends the parans of `p` with a partner: those of ParansOfPair.
+void AddParans(std::vector<Paran>& parans, std::int16_t p, const ParanPartner& partner,
+               std::int16_t type, float limit);
+
 /// True if a point (1 to 72) can be the one whose parans are drawn: it has a position.
 bool HasParans(std::int16_t slot, std::int16_t paranPoint);
 
