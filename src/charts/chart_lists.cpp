@@ -106,12 +106,12 @@ std::string StoredDescription(std::int16_t type, FileHandle file) {
 
 // The comments of the charts, by the numbers of their first blocks.
 bool LoadComments(std::string_view path, std::int16_t type, ChartList& list) {
-    const std::string commentPath = CommentPath(path);
     const bool needed = std::any_of(
         list.charts.begin(), list.charts.end(),
         [](const StoredChart& stored) { return LeadsToComment(stored.chart.commentRef); });
-    if (!KeepsComments(type) || !needed || commentPath == path || !MayHoldComments(commentPath))
-        return true;
+    if (!KeepsComments(type) || !needed || CommentPath(path) == path) return true;
+    const std::string commentPath = StandingComments(path);
+    if (!MayHoldComments(commentPath)) return true;
     Bytes blocks;
     if (!ReadWholeFile(commentPath, kMostChartBytes, blocks)) return false;
     std::size_t total = 0;

@@ -111,6 +111,13 @@ bool LoadChartList(std::string_view path, ChartList& list, Flag forceLegacy);
 /// or start is a chart file's ("x.cht.cht").
 bool SaveChartFile(std::string_view path, std::int16_t type, ChartList& list);
 
+/// Path where the comments of a chart file are read: that of its comment file (see CommentPath), ""
+/// if it can't have one.
+/// But where there is none, and a save of that chart file was broken off, charts with comments find
+/// them where the save had put them last: that of the backup, or of what is written aside. Nothing
+/// is moved: another save does that first, so that it loses none of them.
+std::string StandingComments(std::string_view chartPath);
+
 /// A file that a save would have to move or to write over although it isn't the charts' own.
 struct CommentObstacle {
     std::string path;   ///< "" none

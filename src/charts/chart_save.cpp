@@ -260,45 +260,68 @@ CommentObstacle FindBackupObstacle(const SavedFiles& files) {
     return {backup, charts, std::move(sharer)};
 }
 
-// True if the chart file that goes to the backup has lost its comments and would find those of the
-// former backup there. A save that was broken off may have left both backups in place already: the
-// comments are then its own.
+// True if the chart file goes to the backup without its comments, which it has lost, and would find
+// those there that are in the backup already.
+bool MayFindOldComments(const SavedFiles& files) {
+    return files.charts.moved && !files.comments.moved && !NamesMeet(files) &&
+           HighestCommentRef(files.charts.path) != 0;
+}
+
+// True if these are the former backup's, and go. A save that was broken off may have left both
+// backups in place already: the comments are then its own.
 bool WouldFindOldComments(const SavedFiles& files) {
-    const SavedFile& charts = files.charts;
-    return charts.moved && !files.comments.moved && HighestCommentRef(charts.path) != 0 &&
-           IsTaken(charts.Backup()) && !IsSameFile(charts.path, charts.Backup()) &&
+    return MayFindOldComments(files) && !IsSameFile(files.charts.path, files.charts.Backup()) &&
            FindBackupObstacle(files).path.empty();
+}
+
+// The two files by their names alone; the comment file's is "" if the chart file can't have one.
+SavedFiles NameFiles(std::string_view path) {
+    SavedFiles files;
+    files.charts.path = ProgramPath(NativePath(path));
+    const std::string comments = CommentPath(files.charts.path);
+    if (comments != files.charts.path) files.comments.path = ProgramPath(NativePath(comments));
+    return files;
 }
 
 // What a save does with the chart file. What can't be opened is moved too, so that nothing is
 // written over.
-SavedFile PlanCharts(std::string_view path) {
-    SavedFile charts;
-    charts.path = ProgramPath(NativePath(path));
+void PlanCharts(SavedFile& charts) {
     charts.moved = !IsMissing(charts.path);
     charts.written = true;
     charts.cleared = true;
-    return charts;
 }
 
 // What it does with the comment file: a new one is written where there are comments, and an old one
 // of the chart file's own goes with it to the backup. But what isn't in the way of new comments
 // stays where it is if it can't go there.
 void PlanComments(std::int16_t type, const ChartList& list, SavedFiles& files) {
-    const std::string path = CommentPath(files.charts.path);
-    if (path == files.charts.path) return;
-    files.comments.path = ProgramPath(NativePath(path));
+    if (files.comments.path.empty()) return;
     files.comments.written = KeepsComments(type) && HasComments(list);
     const Holder holder = HolderOf(files);
-    files.comments.cleared = KeepsComments(type) && holder != Holder::Another;
+    const std::string aside = files.comments.Aside();
+    files.comments.cleared = (KeepsComments(type) && holder != Holder::Another) ||
+                             (IsTaken(aside) && IsCommentFile(aside));
     files.comments.moved = holder == Holder::Own || holder == Holder::Shared;
     if (!files.comments.written && NamesAreInTheWay(files)) files.comments.moved = false;
-    files.comments.expired = !NamesMeet(files) && WouldFindOldComments(files);
+    files.comments.expired = WouldFindOldComments(files);
+}
+
+// True if that is a comment file in which charts with such references find all their comments.
+bool HoldsComments(const std::string& path, std::int32_t highestRef) {
+    return IsTaken(path) && IsCommentFile(path) && highestRef <= CommentBlocks(path);
+}
+
+// Puts the comments where they belong if a save that was broken off left them elsewhere. Returns
+// the error number, 0 for none.
+std::int16_t FinishBrokenSave(std::string_view path) {
+    const std::string comments = NameFiles(path).comments.path;
+    const std::string place = StandingComments(path);
+    return place == comments ? std::int16_t{0} : MoveFile(place, comments);
 }
 
 SavedFiles PlanSave(std::string_view path, std::int16_t type, const ChartList& list) {
-    SavedFiles files;
-    files.charts = PlanCharts(path);
+    SavedFiles files = NameFiles(path);
+    PlanCharts(files.charts);
     PlanComments(type, list, files);
     return files;
 }
@@ -308,17 +331,20 @@ CommentObstacle FindObstacle(const SavedFiles& files) {
     const SavedFile& charts = files.charts;
     const SavedFile& comments = files.comments;
     if (!comments.moved) {
-        const bool taken = comments.written && !IsMissing(comments.path);
-        return taken ? CommentObstacle{comments.path, charts.path, ""} : CommentObstacle{};
+        if (comments.written && !IsMissing(comments.path)) return {comments.path, charts.path, ""};
+        CommentObstacle backup =
+            MayFindOldComments(files) ? FindBackupObstacle(files) : CommentObstacle{};
+        return backup.sharer.empty() ? CommentObstacle{} : backup;
     }
     std::string sharer = SharerOfComments(charts.path, comments.path);
     if (sharer.empty()) return FindBackupObstacle(files);
     return {comments.path, charts.path, std::move(sharer)};
 }
 
-// Deletes what this save, or an earlier one, left aside.
+// Deletes what this save, or an earlier one, left aside: the comments first, so that comments aside
+// are at no moment without the charts that lead into them.
 void DeleteAsides(const SavedFiles& files) {
-    for (const SavedFile* file : files.Both()) {
+    for (const SavedFile* file : {&files.comments, &files.charts}) {
         if (file->cleared) DeleteExactFile(file->Aside());
     }
 }
@@ -334,8 +360,10 @@ std::int16_t WhyRefused(const SavedFiles& files, const ChartList& list) {
 std::int16_t Save(std::string_view path, std::int16_t type, const ChartList& list) {
     if (type < chart_file::kBlocks || type > chart_file::kFormat3) return error::kBadFileMode;
     if (!IsUsableName(path, type)) return error::kBadFileName;
+    std::int16_t failure = FinishBrokenSave(path);
+    if (failure != 0) return failure;
     SavedFiles files = PlanSave(path, type, list);
-    std::int16_t failure = WhyRefused(files, list);
+    failure = WhyRefused(files, list);
     if (failure != 0) return failure;
     DeleteAsides(files);
 
@@ -354,6 +382,26 @@ std::int16_t SaveAlone(std::string_view path, std::int16_t type, const ChartList
 }
 
 }  // namespace
+
+// The comments leave first and come last. Charts that are still the old ones have theirs in the
+// backup, where the old charts come next, under both of their names; new ones have theirs aside,
+// alone.
+std::string StandingComments(std::string_view chartPath) {
+    const SavedFiles files = NameFiles(chartPath);
+    const SavedFile& charts = files.charts;
+    const SavedFile& comments = files.comments;
+    if (comments.path.empty() || !IsMissing(comments.path)) return comments.path;
+    const std::int32_t highest = HighestCommentRef(charts.path);
+    if (highest == 0) return comments.path;
+    const bool begun = IsTaken(charts.Aside());
+    const bool leaving =
+        IsTaken(charts.Backup()) ? IsSameFile(charts.path, charts.Backup()) : begun;
+    if (leaving && HoldsComments(comments.Backup(), highest) &&
+        FindBackupObstacle(files).path.empty())
+        return comments.Backup();
+    if (!leaving && !begun && HoldsComments(comments.Aside(), highest)) return comments.Aside();
+    return comments.path;
+}
 
 CommentObstacle FindCommentObstacle(std::string_view path, std::int16_t type,
                                     const ChartList& list) {

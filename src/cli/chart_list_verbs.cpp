@@ -124,9 +124,10 @@ std::string CommentsUnread(std::int16_t failure) {
 // Reads the comment file of a chart file. Returns why comments of its charts are missing, or may
 // be; "" they aren't, unless a chart leads to one behind the end.
 std::string FetchComments(const std::string& chartPath, std::int16_t type, Bytes& comments) {
-    const std::string path = CommentPath(chartPath);
     if (!KeepsComments(type)) return "";
-    if (path == chartPath) return "a file of this name has no comment file: comments are missing";
+    if (CommentPath(chartPath) == chartPath)
+        return "a file of this name has no comment file: comments are missing";
+    const std::string path = StandingComments(chartPath);
     const std::int16_t failure = FetchFile(path, kMostChartBytes, comments);
     if (failure != 0) return CommentsUnread(failure);
     if (IsCommentFile(path)) return "";

@@ -261,7 +261,7 @@ TEST_F(CommentsOfASave, WhatASaveThatWasBrokenOffLeftAsideIsInNobodysWay) {
         Clear();
         ASSERT_TRUE(Save(type, 2));
         fs::copy_file(path_, path_ + "~");
-        if (type != 3) fs::copy_file(folder_.File("charts"), folder_.File("charts~"));
+        folder_.Write("charts~", Blocks({{0, ""}, {3, "first"}, {0, "last"}}));
         fs::copy_file(path_, path_ + ".bak~");
         ASSERT_TRUE(Save(type, 4)) << type;
         EXPECT_FALSE(fs::exists(path_ + "~"));
@@ -280,57 +280,111 @@ ChartList Generation(const std::string& name) {
     return list;
 }
 
-// Every chart that is there has its own comment, or none.
-void ExpectOwnComments(const std::string& path, const std::string& what) {
-    for (const std::string& name : {path, path + ".bak"}) {
-        if (!fs::exists(name)) continue;
-        ChartList list;
-        ASSERT_TRUE(LoadChartList(name, list, kFalse)) << what;
-        for (const StoredChart& stored : list.charts) {
-            const std::string own = "Comment of " + stored.chart.event.name;
-            EXPECT_TRUE(stored.comment.empty() || stored.comment == own)
-                << what << ": " << stored.chart.event.name << " has \"" << stored.comment << "\"";
+// The charts of a file, each with its own comment; `lost`: or with none.
+ChartList LoadOwn(const std::string& path, const std::string& what, bool lost = false) {
+    ChartList list;
+    EXPECT_TRUE(LoadChartList(path, list, kFalse)) << what;
+    EXPECT_FALSE(list.charts.empty()) << what;
+    std::size_t n = 0;
+    for (const StoredChart& stored : list.charts) {
+        const bool has = ++n % 3 != 0 && list.type != 0;
+        const std::string own = has ? "Comment of " + stored.chart.event.name : "";
+        EXPECT_TRUE(stored.comment == own || (lost && stored.comment.empty()))
+            << what << ": " << stored.chart.event.name << " has \"" << stored.comment << "\"";
+    }
+    return list;
+}
+
+// Saves that are broken off, of types over one another.
+class BrokenSaves : public CommentsOfASave {
+  protected:
+    static constexpr int kMostSteps = 60;
+    struct Row {
+        std::int16_t old;
+        std::int16_t type;
+    };
+    static constexpr Row kRows[] = {{1, 1}, {2, 2}, {2, 3}, {2, 0}, {3, 2}};
+
+    bool SaveAs(const std::string& name, std::int16_t type) {
+        ChartList list = Generation(name);
+        return SaveChartFile(path_, type, list);
+    }
+    // False if the save was done before that step.
+    bool BreakOff(const std::string& name, std::int16_t type, int step) {
+        const FailingSteps disk(step, true);
+        SaveAs(name, type);
+        return disk.Reached();
+    }
+    // The same over a file that has a backup.
+    bool BreakOff(const Row& row, int step) {
+        Clear();
+        EXPECT_TRUE(SaveAs("a ", row.old) && SaveAs("longer b ", row.old));
+        return BreakOff("the longest c ", row.type, step);
+    }
+    void ExpectSaved(const std::string& name, std::int16_t type, const std::string& what) {
+        TestShell().log.clear();
+        EXPECT_TRUE(SaveAs(name, type)) << what;
+        EXPECT_TRUE(TestShell().log.empty()) << what;
+        EXPECT_EQ(LoadOwn(path_, what).charts.at(3).chart.event.name, name + "Chart number 4");
+    }
+    // What a broken save has left, the backup where there is no file, is read, saved in its own
+    // place, and replaced.
+    void ExpectNothingLost(const Row& row, int step, const std::string& what) {
+        const auto before = Contents();
+        const bool there = fs::exists(path_);
+        ChartList list = LoadOwn(there ? path_ : path_ + ".bak", what);
+        EXPECT_EQ(Contents(), before) << what << ": reading moves nothing";
+        EXPECT_TRUE(SaveChartFile(path_, list.type, list)) << what;
+        LoadOwn(path_, what + " in place");
+        LoadOwn(path_ + ".bak", what + " in place");
+        BreakOff(row, step);
+        ExpectSaved("e ", 2, what + " again");
+        LoadOwn(path_ + ".bak", what + " again");
+    }
+};
+
+TEST_F(BrokenSaves, WhereverASaveIsBrokenOffItsCommentsAreReadAndTheNextSaveLosesNone) {
+    for (const Row& row : kRows) {
+        for (int step = 1; BreakOff(row, step); ++step) {
+            ASSERT_LT(step, kMostSteps);
+            ExpectNothingLost(
+                row, step,
+                std::to_string(row.old) + std::to_string(row.type) + " " + std::to_string(step));
+            if (HasFailure()) return;
         }
     }
 }
 
-// Every save is broken off at each step in turn, and the one behind it too.
-TEST_F(CommentsOfASave, WhereverASaveIsBrokenOffNoChartHasAnothersCommentAndTheNextSaveIsDone) {
-    const auto save = [this](const std::string& name, std::int16_t type) {
-        ChartList list = Generation(name);
-        return SaveChartFile(path_, type, list);
-    };
-    const auto broken = [&](const std::string& name, std::int16_t type, int step) {
-        const FailingSteps disk(step, true);
-        save(name, type);
-        return disk.Reached();
-    };
-    for (const auto& [old, type] : std::vector<std::pair<std::int16_t, std::int16_t>>{
-             {1, 1}, {2, 2}, {2, 3}, {2, 0}, {3, 2}}) {
-        for (int first = 1; first < 50; ++first) {
-            bool reached = false;
-            const bool twice = old == 2 && type == 2;
-            for (int second = 0; second < 50; second += twice ? 1 : 50) {
-                const std::string what = std::to_string(old) + std::to_string(type) + " " +
-                                         std::to_string(first) + " " + std::to_string(second);
-                Clear();
-                ASSERT_TRUE(save("a ", old) && save("longer b ", old));
-                reached = broken("the longest c ", type, first);
-                ExpectOwnComments(path_, what);
-                const bool again = second > 0 && broken("d, longer ", 2, second);
-                ExpectOwnComments(path_, what);
-                TestShell().log.clear();
-                ASSERT_TRUE(save("e ", 2)) << what;
-                EXPECT_TRUE(TestShell().log.empty()) << what;
-                ExpectOwnComments(path_, what);
-                ASSERT_EQ(Comment(path_, 4), "Comment of e Chart number 4") << what;
-                ASSERT_TRUE(save("longest f ", 2)) << what;
-                ExpectOwnComments(path_, what);
-                ASSERT_EQ(Comment(path_ + ".bak", 4), "Comment of e Chart number 4") << what;
-                if (HasFailure()) return;
-                if (second > 0 && !again) break;
-            }
-            if (!reached) break;
+TEST_F(BrokenSaves, NorIsACommentLostOnADiskThatGivesNoSecondNames) {
+    const DiskWithoutSecondNames disk;
+    for (const Row& row : kRows) {
+        for (int step = 1; BreakOff(row, step); ++step) {
+            ASSERT_LT(step, kMostSteps);
+            ExpectNothingLost(
+                row, step,
+                std::to_string(row.old) + std::to_string(row.type) + " " + std::to_string(step));
+            if (HasFailure()) return;
+        }
+    }
+}
+
+TEST_F(BrokenSaves, ASecondOneThatIsBrokenOffAtAnyStepToo) {
+    for (int first = 1; BreakOff({2, 2}, first); ++first) {
+        bool again = true;
+        for (int second = 1; again; ++second) {
+            const std::string what = std::to_string(first) + " " + std::to_string(second);
+            ASSERT_LT(second, kMostSteps) << what;
+            BreakOff({2, 2}, first);
+            LoadOwn(path_, what);
+            again = BreakOff("d, longer ", 2, second);
+            LoadOwn(path_, what);
+            if (fs::exists(path_ + ".bak")) LoadOwn(path_ + ".bak", what, true);
+            ExpectSaved("e ", 2, what);
+            LoadOwn(path_ + ".bak", what);
+            ExpectSaved("longest f ", 2, what);
+            const ChartList backup = LoadOwn(path_ + ".bak", what);
+            EXPECT_EQ(backup.charts.at(3).chart.event.name, "e Chart number 4") << what;
+            if (HasFailure()) return;
         }
     }
 }
@@ -349,6 +403,45 @@ TEST_F(CommentsOfASave, ChartsWhoseCommentFileIsGoneAreSavedAndTheirBackupFindsN
     EXPECT_EQ(Comment(path_ + ".bak", 1), "");
     EXPECT_EQ(Comment(path_, 1), "Comment of c Chart number 1");
     EXPECT_EQ(Contents().size(), 3U) << "and nothing is left aside";
+}
+
+TEST_F(CommentsOfASave, ChartsWhoseCommentFileIsGoneDoNotGoBesideTheCommentsOfAnotherBackup) {
+    path_ = folder_.File("charts.dat");
+    ASSERT_TRUE(Save(2, 1) && Save(2, 2));
+    fs::remove(path_);
+    fs::remove(folder_.File("charts"));
+    path_ = folder_.File("charts.cht");
+    ASSERT_TRUE(Save(2, 2));
+    fs::remove(folder_.File("charts"));
+    for (const std::int16_t type : {0, 1, 2, 3}) ExpectRefused(type, std::to_string(type));
+    EXPECT_EQ(FindCommentObstacle(path_, 3, SampleList(1)).sharer, folder_.File("charts.dat.bak"));
+    fs::remove(folder_.File("charts.dat.bak"));
+    EXPECT_TRUE(Save(3, 2));
+}
+
+TEST_F(CommentsOfASave, NorBesideThoseOfABackupThatIsGone) {
+    ASSERT_TRUE(Save(2, 4) && Save(2, 2));
+    fs::remove(path_ + ".bak");
+    fs::remove(folder_.File("charts"));
+    ASSERT_TRUE(Save(2, 1));
+    EXPECT_EQ(Comment(path_ + ".bak", 1), "");
+    EXPECT_EQ(Comment(path_, 1), "Comment of chart 1, two blocks.");
+    EXPECT_EQ(Contents().size(), 3U) << "and nothing is left aside";
+}
+
+TEST_F(CommentsOfASave, WhatHasNotTheFormOfCommentsOrTooFewOfThemIsNotReadWhereASaveWasBrokenOff) {
+    const Bytes text = TextOf(320);
+    const Bytes few = Blocks({{0, ""}, {0, "Too few for the second one."}});
+    for (const Bytes& bytes : {text, few}) {
+        Clear();
+        ASSERT_TRUE(Save(2, 2));
+        fs::remove(folder_.File("charts"));
+        folder_.Write("charts~", bytes);
+        folder_.Write("charts.bak", bytes);
+        EXPECT_EQ(NativePath(StandingComments(path_)), folder_.File("charts"));
+        fs::create_hard_link(path_, path_ + ".bak");
+        EXPECT_EQ(NativePath(StandingComments(path_)), folder_.File("charts"));
+    }
 }
 
 TEST_F(CommentsOfASave, ACommentFileThatEndsBeforeACommentIsDamaged) {

@@ -272,14 +272,16 @@ TEST_F(ChartSave, WhereverASaveIsBrokenOffTheOldFilesAndTheirBackupsAreThereStil
             for (int step = 1; step < 50; ++step) {
                 Restore(folder_, before);
                 bool ended = false;
+                bool saved = false;
                 {
                     const FailingSteps disk(step, true);
-                    Save(type, 4);
+                    saved = Save(type, 4);
                     ended = disk.Reached();
                 }
                 if (!ended) break;
                 const auto after = Contents(folder_.Path());
                 for (const auto& former : before) {
+                    if (saved && former.first.ends_with(".bak")) continue;  // all is in place
                     const bool kept =
                         std::any_of(after.begin(), after.end(),
                                     [&](const auto& file) { return file.second == former.second; });

@@ -23,9 +23,7 @@ bool Fails() {
     return fails;
 }
 
-bool Ended() {
-    return failingStep != 0 && failsForGood && steps >= failingStep;
-}
+bool hasSecondNames = true;
 
 }  // namespace
 
@@ -43,6 +41,14 @@ bool FailingSteps::Reached() const {
     return steps >= failingStep;
 }
 
+DiskWithoutSecondNames::DiskWithoutSecondNames() {
+    hasSecondNames = false;
+}
+
+DiskWithoutSecondNames::~DiskWithoutSecondNames() {
+    hasSecondNames = true;
+}
+
 }  // namespace orvantis
 
 // These take the place of the system's in the program of the tests.
@@ -55,11 +61,15 @@ int rename(const char* from, const char* to) noexcept {
 
 int link(const char* from, const char* to) noexcept {
     if (orvantis::Fails()) return -1;
+    if (!orvantis::hasSecondNames) {
+        errno = EPERM;
+        return -1;
+    }
     return ::linkat(AT_FDCWD, from, AT_FDCWD, to, 0);
 }
 
 int unlink(const char* path) noexcept {
-    if (orvantis::Ended()) return -1;
+    if (orvantis::failsForGood && orvantis::Fails()) return -1;
     return ::unlinkat(AT_FDCWD, path, 0);
 }
 
