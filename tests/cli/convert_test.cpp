@@ -275,6 +275,25 @@ TEST_F(Convert, AFileMayTakeItsOwnPlaceAndTheOldOneIsKept) {
     EXPECT_EQ(FileBytes(File("type2.cht.bak")).size(), 110U * 4);
 }
 
+// What the conversion of a file in its own place leaves when the program is ended before its last
+// move, and before the old charts have gone to the backup.
+TEST_F(Convert, InItsOwnPlaceAfterOneThatWasBrokenOffAFileKeepsItsComments) {
+    const Json before = Listed(File("type2.cht"))["charts"];
+    const std::vector<std::pair<std::string, std::string>> moves[] = {
+        {{"type2", "type2~"}}, {{"type2", "type2.bak"}, {"type3.ch6", "type2.cht~"}}};
+    for (const auto& left : moves) {
+        for (const auto& [from, to] : left) std::filesystem::rename(File(from), File(to));
+        EXPECT_EQ(Listed(File("type2.cht"))["charts"], before);
+        const ProgramResult result = To(File("type2.cht"), File("type2.cht"), 2);
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        EXPECT_EQ(result.errors, "");
+        EXPECT_EQ(Listed(File("type2.cht"))["charts"], before);
+        EXPECT_EQ(Listed(File("type2.cht.bak"))["charts"], before);
+        std::filesystem::remove(File("type2.cht.bak"));
+        std::filesystem::remove(File("type2.bak"));
+    }
+}
+
 TEST_F(Convert, InItsOwnPlaceToType3AndBackAFileKeepsItsCommentsAndSoDoesItsBackup) {
     folder_.Write("type2.bak", Bytes(320));  // of an older save
     const Json before = Listed(File("type2.cht"))["charts"];
@@ -505,6 +524,20 @@ TEST_F(Convert, ACommentFileThatAnotherChartFileHasTooIsLeftAlone) {
 }
 
 // The list of the charts and that of the charts as they are read again.
+TEST_F(Convert, ChartsWithoutTheirCommentFileDoNotGoBesideTheCommentsOfAnotherBackup) {
+    ASSERT_EQ(To(File("type2.cht"), File("one.dat"), 2).exitCode, 0);
+    ASSERT_EQ(To(File("one.dat"), File("one.dat"), 2).exitCode, 0);
+    for (const char* name : {"one", "one.dat"}) std::filesystem::remove(File(name));
+    std::filesystem::copy_file(File("type2.cht"), File("one.cht"));
+    const Bytes charts = FileBytes(File("one.cht"));
+    const ProgramResult result = To(File("type3.ch6"), File("one.cht"), 3);
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.errors, "orvantis-cli: " + File("one.bak") + ": is the comment file of " +
+                                 File("one.dat.bak") + " too\n");
+    EXPECT_EQ(FileBytes(File("one.cht")), charts);
+    EXPECT_FALSE(std::filesystem::exists(File("one.cht.bak")));
+}
+
 TEST_F(Convert, AHugeFileIsRefusedInLittleMemory) {
     const std::string in = folder_.Write("huge.cht", Bytes{1, 0});
     std::filesystem::resize_file(in, kMostChartBytes);
