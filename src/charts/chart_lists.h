@@ -127,7 +127,8 @@ struct CommentObstacle {
 
 /// What a save of comments, or of what replaces a file with comments, has to leave alone: what has
 /// the name of the comment file and is another's, or is another chart file's too; and the same of
-/// the name of its backup, where the comment file has to go there.
+/// the name of its backup, where the comment file has to go there. Also comments of another chart
+/// file's that have the name of the backup, where charts go there that have lost their own.
 CommentObstacle FindCommentObstacle(std::string_view path, std::int16_t type,
                                     const ChartList& list);
 

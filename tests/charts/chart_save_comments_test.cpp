@@ -368,6 +368,30 @@ TEST_F(BrokenSaves, NorIsACommentLostOnADiskThatGivesNoSecondNames) {
     }
 }
 
+TEST_F(BrokenSaves, ChartsThatHadLostTheirCommentFileFindNoOthersInWhatIsLeft) {
+    const auto breakOff = [this](int step) {
+        Clear();
+        EXPECT_TRUE(SaveAs("a ", 2) && SaveAs("longer b ", 2));
+        fs::remove(folder_.File("charts"));
+        return BreakOff("the longest c ", 2, step);
+    };
+    for (int first = 1; breakOff(first); ++first) {
+        // The next one is broken off as it clears what that one left, too.
+        for (int second = 0; second <= 3; ++second) {
+            const std::string what = std::to_string(first) + " " + std::to_string(second);
+            ASSERT_LT(first, kMostSteps);
+            breakOff(first);
+            LoadOwn(path_, what, true);
+            if (second != 0) BreakOff("d, longer ", 2, second);
+            LoadOwn(path_, what, true);
+            if (fs::exists(path_ + ".bak")) LoadOwn(path_ + ".bak", what, true);
+            ExpectSaved("e ", 2, what);
+            LoadOwn(path_ + ".bak", what, true);
+            if (HasFailure()) return;
+        }
+    }
+}
+
 TEST_F(BrokenSaves, ASecondOneThatIsBrokenOffAtAnyStepToo) {
     for (int first = 1; BreakOff({2, 2}, first); ++first) {
         bool again = true;
