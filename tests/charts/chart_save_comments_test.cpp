@@ -341,31 +341,26 @@ class BrokenSaves : public CommentsOfASave {
         ExpectSaved("e ", 2, what + " again");
         LoadOwn(path_ + ".bak", what + " again");
     }
+    void ExpectNothingLostAtAnyStep() {
+        for (const Row& row : kRows) {
+            for (int step = 1; BreakOff(row, step); ++step) {
+                ASSERT_LT(step, kMostSteps);
+                ExpectNothingLost(row, step,
+                                  std::to_string(row.old) + std::to_string(row.type) + " " +
+                                      std::to_string(step));
+                if (HasFailure()) return;
+            }
+        }
+    }
 };
 
 TEST_F(BrokenSaves, WhereverASaveIsBrokenOffItsCommentsAreReadAndTheNextSaveLosesNone) {
-    for (const Row& row : kRows) {
-        for (int step = 1; BreakOff(row, step); ++step) {
-            ASSERT_LT(step, kMostSteps);
-            ExpectNothingLost(
-                row, step,
-                std::to_string(row.old) + std::to_string(row.type) + " " + std::to_string(step));
-            if (HasFailure()) return;
-        }
-    }
+    ExpectNothingLostAtAnyStep();
 }
 
 TEST_F(BrokenSaves, NorIsACommentLostOnADiskThatGivesNoSecondNames) {
     const DiskWithoutSecondNames disk;
-    for (const Row& row : kRows) {
-        for (int step = 1; BreakOff(row, step); ++step) {
-            ASSERT_LT(step, kMostSteps);
-            ExpectNothingLost(
-                row, step,
-                std::to_string(row.old) + std::to_string(row.type) + " " + std::to_string(step));
-            if (HasFailure()) return;
-        }
-    }
+    ExpectNothingLostAtAnyStep();
 }
 
 TEST_F(BrokenSaves, ChartsThatHadLostTheirCommentFileFindNoOthersInWhatIsLeft) {
