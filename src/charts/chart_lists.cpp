@@ -158,6 +158,29 @@ bool LoadFrom(std::string_view path, FileHandle file, std::int32_t count, ChartL
     return done;
 }
 
+// What came of reading a file once.
+struct Reading {
+    bool done = false;
+    bool outdated = false;  // a save has put another file in its place meanwhile
+};
+
+Reading ReadList(std::string_view path, Flag forceLegacy, ChartList& list) {
+    list = {};
+    Reading reading;
+    std::int32_t count = 0;
+    const FileHandle file = OpenStoredCharts(path, currentChartFileType, count, forceLegacy);
+    if (file == 0) {
+        RaiseRunTimeError(error::kFileNotFound);
+        return reading;
+    }
+    reading.done = LoadFrom(path, file, count, list);
+    // A comment file that was found and is gone has been moved by a save.
+    const bool commentsGone = !reading.done && PendingRunTimeError() == error::kFileNotFound;
+    reading.outdated = commentsGone || !IsFileOf(file, path);
+    CloseFile(file);
+    return reading;
+}
+
 // An entry that is in use, or still holds what couldn't be saved.
 bool IsHeld(const ChartList& list) {
     return list.inUse != 0 || list.changed != 0;
@@ -224,17 +247,16 @@ void ReleaseChartList(FileHandle handle) {
 }
 
 bool LoadChartList(std::string_view path, ChartList& list, Flag forceLegacy) {
-    std::int32_t count = 0;
-    const FileHandle file = OpenStoredCharts(path, currentChartFileType, count, forceLegacy);
-    if (file == 0) {
-        RaiseRunTimeError(error::kFileNotFound);
-        return false;
-    }
+    const bool stoodBefore = PendingRunTimeError() != 0;
     ChartList read;
-    const bool done = LoadFrom(path, file, count, read);
-    CloseFile(file);
-    if (done) list = std::move(read);
-    return done;
+    Reading reading = ReadList(path, forceLegacy, read);
+    for (int more = kMostReadings - 1; more > 0 && reading.outdated; --more) {
+        RunTimeError outdated;
+        if (!stoodBefore) TakeRunTimeError(outdated);
+        reading = ReadList(path, forceLegacy, read);
+    }
+    if (reading.done) list = std::move(read);
+    return reading.done;
 }
 
 }  // namespace orvantis

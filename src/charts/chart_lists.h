@@ -67,6 +67,10 @@ void ReleaseChartList(FileHandle handle);
 /// hold more.
 inline constexpr std::int32_t kMostListedCharts = 250000;
 
+/// How often a file is read that is replaced again and again while it is read. What is read then is
+/// taken as it is: there are disks on which a file that is open never seems to be that of its path.
+inline constexpr int kMostReadings = 5;
+
 /// True if both are paths of the same file, or names that differ by case alone and aren't those of
 /// two files.
 bool IsSameFile(std::string_view a, std::string_view b);
@@ -80,6 +84,9 @@ bool IsSameFile(std::string_view a, std::string_view b);
 /// Of a type 3 file that ends within a chart, or has a count that its length can't hold, the charts
 /// before the fault are read if there are any: the list is then `damaged`, and there is the
 /// run-time error "Input past end of file" although the result is true.
+///
+/// A file that another program replaces by a save meanwhile is read again, kMostReadings times in
+/// all: its charts would be of one file and their comments of another.
 bool LoadChartList(std::string_view path, ChartList& list, Flag forceLegacy);
 
 /// Replaces the file of that path by the list's charts, as a file of that type; the former file

@@ -134,6 +134,21 @@ std::string FetchComments(const std::string& chartPath, std::int16_t type, Bytes
     return kDoubtful;
 }
 
+// Opens the file and reads its comments; both again where a save has put others in their place
+// meanwhile. False if it can't be opened.
+bool OpenListing(Listing& listing) {
+    for (int left = kMostReadings; left > 0; --left) {
+        if (listing.file > 0) CloseChartFile(listing.type, listing.file);
+        listing.file = OpenChartFile(listing.path, listing.count, kFalse);
+        if (listing.file < 1) return false;
+        listing.type = currentChartFileType;
+        listing.comments.clear();
+        listing.commentFailure = FetchComments(listing.path, listing.type, listing.comments);
+        if (!KeepsComments(listing.type) || IsFileOf(listing.file, listing.path)) break;
+    }
+    return true;
+}
+
 // True if that reference to a comment leads behind the end of the comments.
 bool LeadsOut(std::int32_t ref, const Bytes& comments) {
     return LeadsToComment(ref) && ref > CommentBlocks(comments);
@@ -196,10 +211,13 @@ int ListCharts(Listing& listing, bool json) {
 int RefuseComments(const std::string& out, std::int16_t type, const ChartList& list) {
     const CommentObstacle obstacle = FindCommentObstacle(out, type, list);
     if (obstacle.path.empty()) return kDone;
-    const std::string why = obstacle.sharer.empty()
-                                ? "is there already, and is the name of the comment file of " +
-                                      NativePath(obstacle.chart)
-                                : "is the comment file of " + obstacle.sharer + " too";
+    std::string why = "is the comment file of " + obstacle.sharer + " too";
+    if (obstacle.sharer.empty()) {
+        why = "is there already, and is the name of the comment file of " +
+              NativePath(obstacle.chart);
+    } else if (obstacle.sharer.ends_with('/')) {
+        why = "may be another chart file's too: " + obstacle.sharer + " can't be listed";
+    }
     return Complain(kWorkFailed, NativePath(obstacle.path), why);
 }
 
@@ -300,15 +318,12 @@ int RunCharts(const std::vector<std::string>& words, CliShell& shell) {
     if (call->words.size() != 1) return Complain(kWrongCall, "charts", "takes one FILE");
     Listing listing;
     listing.path = call->words.front();
-    listing.file = OpenChartFile(listing.path, listing.count, kFalse);
-    if (listing.file < 1) return UnreadableChartFile(listing.path, shell);
-    listing.type = currentChartFileType;
+    if (!OpenListing(listing)) return UnreadableChartFile(listing.path, shell);
     const bool damaged =
         listing.type == chart_file::kFormat3 && OpenChartListOf(listing.file)->damaged != 0;
     if (damaged) listing.failure = WhyMissing(listing.count);
     int exitCode = kUnreadable;
     if (HasCharts(listing.type, listing.count, FileLength(listing.file))) {
-        listing.commentFailure = FetchComments(listing.path, listing.type, listing.comments);
         exitCode = ListCharts(listing, call->Has("--json"));
     } else {
         Complain(kUnreadable, listing.path, "holds no charts");

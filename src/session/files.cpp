@@ -404,6 +404,15 @@ std::int64_t FileLength(FileHandle file) {
     return status.st_size;
 }
 
+bool IsFileOf(FileHandle file, std::string_view path) {
+    if (!IsUsablePath(path)) return false;
+    struct stat opened {};
+    struct stat named {};
+    return ::fstat(Descriptor(file), &opened) == 0 &&
+           ::stat(NativePath(path).c_str(), &named) == 0 && opened.st_dev == named.st_dev &&
+           opened.st_ino == named.st_ino;
+}
+
 std::size_t ReadWhatIsThere(FileHandle file, std::int64_t position, std::span<std::uint8_t> bytes) {
     return position >= 1 ? ReadFrom(Descriptor(file), position - 1, bytes) : 0;
 }

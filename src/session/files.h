@@ -72,6 +72,9 @@ void CloseAllFiles();
 /// Length in bytes; 0 for a handle that isn't open.
 std::int64_t FileLength(FileHandle file);
 
+/// True if the path still leads to the file that is open, and no other has been put in its place.
+bool IsFileOf(FileHandle file, std::string_view path);
+
 /// Reads bytes starting at `position`, counted from 1. False, with a run-time error, on failure:
 /// "Bad file name or number" for a handle that isn't open and a position below 1, "Input past end
 /// of file" if not all of the bytes are there, "Device I/O error" if the device fails. What could

@@ -1,7 +1,10 @@
 // Type 3 files in memory, and the loading of whole files.
 #include "charts/chart_lists.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "chart_samples.h"
 #include "charts/comments.h"
@@ -540,6 +543,43 @@ TEST_F(ChartLists, TheChartOfAType3FileComesToTheDisplayAndTheFileIsClosedAgain)
     folder_.Write("three.ch6", Bytes{3, 0});
     EXPECT_EQ(ReadChartFromFile(path, 1, chart, reason), ChartStatus::BadRecord);
     EXPECT_EQ(reason.description, "Input past end of file");
+}
+
+// Charts of one generation, whose comments are of that generation too and have its length.
+ChartList Generation(const std::string& name) {
+    ChartList list = SampleList(1000);
+    for (StoredChart& stored : list.charts) {
+        stored.chart.event.name = name;
+        stored.comment = "Comment of " + name;
+    }
+    return list;
+}
+
+TEST_F(ChartLists, ChartsAndCommentsAreOfOneSaveHoweverOftenAnotherProgramSavesMeanwhile) {
+    const std::string path = folder_.File("charts.cht");
+    ChartList old = Generation("old");
+    ASSERT_TRUE(SaveChartFile(path, chart_file::kFormat2, old));
+    const pid_t program = ::fork();
+    if (program == 0) {
+        bool saved = true;
+        for (int i = 0; i < 60 && saved; ++i) {
+            ChartList list = Generation(i % 2 == 0 ? std::string(40, 'n') : "old");
+            saved = SaveChartFile(path, chart_file::kFormat2, list);
+        }
+        std::_Exit(saved ? 0 : 1);
+    }
+    int status = -1;
+    int loads = 0;
+    while (::waitpid(program, &status, WNOHANG) == 0) {
+        ChartList list;
+        EXPECT_TRUE(LoadChartList(path, list, kFalse)) << PendingRunTimeError();
+        for (const StoredChart& stored : list.charts) {
+            ASSERT_EQ(stored.comment, "Comment of " + stored.chart.event.name) << loads;
+        }
+        ++loads;
+    }
+    EXPECT_EQ(status, 0);
+    EXPECT_GT(loads, 0);
 }
 
 }  // namespace

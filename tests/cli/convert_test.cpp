@@ -6,6 +6,7 @@
 #include <iterator>
 #include <nlohmann/json.hpp>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "charts/chart_lists.h"
 #include "charts/comments.h"
@@ -536,6 +537,24 @@ TEST_F(Convert, ChartsWithoutTheirCommentFileDoNotGoBesideTheCommentsOfAnotherBa
                                  File("one.dat.bak") + " too\n");
     EXPECT_EQ(FileBytes(File("one.cht")), charts);
     EXPECT_FALSE(std::filesystem::exists(File("one.cht.bak")));
+}
+
+TEST_F(Convert, InAFolderThatCannotBeListedCommentsThatMayBeSharedAreLeftAlone) {
+    const Bytes comments = FileBytes(File("type2"));
+    std::vector<std::string> call = {kProgram,          "convert", File("type3.ch6"),
+                                     File("type2.cht"), "--type",  "2"};
+    // Whoever may do everything lists it all the same.
+    const char* const plainly = "--bounding-set=-dac_override,-dac_read_search";
+    if (::geteuid() == 0) call.insert(call.begin(), {"setpriv", plainly});
+    using std::filesystem::perms;
+    std::filesystem::permissions(folder_.Path(), perms::owner_write | perms::owner_exec);
+    const ProgramResult result = RunProgram(call.front(), {call.begin() + 1, call.end()});
+    std::filesystem::permissions(folder_.Path(), perms::owner_all);
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.errors, "orvantis-cli: " + File("type2") +
+                                 ": may be another chart file's too: " + folder_.Path() +
+                                 " can't be listed\n");
+    EXPECT_EQ(FileBytes(File("type2")), comments);
 }
 
 TEST_F(Convert, AHugeFileIsRefusedInLittleMemory) {

@@ -77,6 +77,21 @@ TEST_F(Files, EachOpeningOfAHandleHasItsOwnNumber) {
     EXPECT_EQ(OpeningOf(0), 0);
 }
 
+TEST_F(Files, AFileThatIsOpenIsNotThatOfItsPathOnceAnotherIsPutInItsPlace) {
+    const std::string path = folder_.Write("a.txt", "x");
+    const FileHandle file = OpenQuietly(path);
+    EXPECT_TRUE(IsFileOf(file, path));
+    EXPECT_TRUE(IsFileOf(file, folder_.File("A.TXT")));
+    std::filesystem::create_symlink("a.txt", folder_.File("link"));
+    EXPECT_TRUE(IsFileOf(file, folder_.File("link")));
+    ASSERT_TRUE(ReplaceFile(path, FileBytes(path)));
+    EXPECT_FALSE(IsFileOf(file, path));
+    EXPECT_FALSE(IsFileOf(file, folder_.File("none")));
+    CloseFile(file);
+    EXPECT_FALSE(IsFileOf(file, path));
+    EXPECT_FALSE(IsFileOf(0, path));
+}
+
 TEST_F(Files, OnlyWhatHasNoFileAndNoFolderOfItsNameIsMissing) {
     const std::string path = folder_.Write("a.txt", "x");
     EXPECT_FALSE(IsMissing(path));
