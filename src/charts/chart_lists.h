@@ -110,19 +110,23 @@ bool LoadChartList(std::string_view path, ChartList& list, Flag forceLegacy);
 /// alone keeps its comments there: it is never moved, written over or deleted. Without comments it
 /// stays where it is, and so do old ones whose backup would have a name in use here, or whose name
 /// is a chart file's. Charts that have lost their comment file find no others in the backup: the
-/// comments of the former one go with it.
+/// comments of the former one go with it. Nor do comments come where another chart file would find
+/// them that has lost its own, or whose save was broken off.
 ///
-/// Refused, before anything is touched, are: whatever has an obstacle (see FindCommentObstacle);
-/// and comments where of the path, the comment file's, their backups and what is written aside two
-/// names are one ("x.bak", whose comments "x" have that backup), or where the comment file's name
-/// or start is a chart file's ("x.cht.cht").
+/// Refused, before anything is touched but that comments which a save of this file that was broken
+/// off left elsewhere are put in their place (see StandingComments), are: whatever has an obstacle
+/// (see FindCommentObstacle); and comments where of the path, the comment file's, their backups and
+/// what is written aside two names are one ("x.bak", whose comments "x" have that backup), or where
+/// the comment file's name or start is a chart file's ("x.cht.cht").
 bool SaveChartFile(std::string_view path, std::int16_t type, ChartList& list);
 
 /// Path where the comments of a chart file are read: that of its comment file (see CommentPath), ""
 /// if it can't have one.
 /// But where there is none, and a save of that chart file was broken off, charts with comments find
-/// them where the save had put them last: that of the backup, or of what is written aside. Nothing
-/// is moved: another save does that first, so that it loses none of them.
+/// them where the save had put them last: that of the backup, or of what is written aside. So they
+/// do in a copy of the folder whose files have no second names. Where it can't be told which of
+/// these are theirs, since files were deleted, they find none. Nothing is moved: another save does
+/// that first, so that it loses none of them.
 std::string StandingComments(std::string_view chartPath);
 
 /// A file that a save would have to move or to write over although it isn't the charts' own.
@@ -135,7 +139,8 @@ struct CommentObstacle {
 /// What a save of comments, or of what replaces a file with comments, has to leave alone: what has
 /// the name of the comment file and is another's, or is another chart file's too; and the same of
 /// the name of its backup, where the comment file has to go there. Also comments of another chart
-/// file's that have the name of the backup, where charts go there that have lost their own.
+/// file's that have the name of the backup, where charts go there that have lost their own; and a
+/// name that is free, where another chart file that has lost its comments would find what comes.
 CommentObstacle FindCommentObstacle(std::string_view path, std::int16_t type,
                                     const ChartList& list);
 

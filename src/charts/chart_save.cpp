@@ -249,22 +249,28 @@ Holder HolderOf(const SavedFiles& files) {
     return HighestCommentRef(charts) != 0 ? Holder::Shared : Holder::Another;
 }
 
-// What is another's of the name of the comments' backup; nothing if it may be replaced.
+// The obstacle to comments there beside those charts that another chart file is, which keeps its
+// own there or has lost them; nothing if there is none.
+CommentObstacle FindSharer(const std::string& charts, const std::string& comments) {
+    std::string sharer = SharerOfComments(charts, comments);
+    if (sharer.empty()) return {};
+    return {comments, charts, std::move(sharer)};
+}
+
+// What is another's of the name of the comments' backup, or would find there what comes there;
+// nothing if it may be replaced.
 CommentObstacle FindBackupObstacle(const SavedFiles& files) {
     const std::string charts = files.charts.Backup();
     const std::string backup = files.comments.Backup();
-    if (!IsTaken(backup)) return {};
-    if (!IsCommentFile(backup)) return {backup, charts, ""};
-    std::string sharer = SharerOfComments(charts, backup);
-    if (sharer.empty()) return {};
-    return {backup, charts, std::move(sharer)};
+    if (IsTaken(backup) && !IsCommentFile(backup)) return {backup, charts, ""};
+    return FindSharer(charts, backup);
 }
 
 // True if the chart file goes to the backup without its comments, which it has lost, and would find
 // those there that are in the backup already.
 bool MayFindOldComments(const SavedFiles& files) {
     return files.charts.moved && !files.comments.moved && !NamesMeet(files) &&
-           HighestCommentRef(files.charts.path) != 0;
+           IsTaken(files.comments.Backup()) && HighestCommentRef(files.charts.path) != 0;
 }
 
 // True if these are the former backup's, and go. A save that was broken off may have left both
@@ -293,14 +299,18 @@ void PlanCharts(SavedFile& charts) {
 
 // What it does with the comment file: a new one is written where there are comments, and an old one
 // of the chart file's own goes with it to the backup. But what isn't in the way of new comments
-// stays where it is if it can't go there.
+// stays where it is if it can't go there. Comments aside stay where there is no comment file and
+// another chart file leads into one: a save of that one may have been broken off, and they be its
+// only ones.
 void PlanComments(std::int16_t type, const ChartList& list, SavedFiles& files) {
     if (files.comments.path.empty()) return;
     files.comments.written = KeepsComments(type) && HasComments(list);
     const Holder holder = HolderOf(files);
     const std::string aside = files.comments.Aside();
-    files.comments.cleared = (KeepsComments(type) && holder != Holder::Another) ||
-                             (IsTaken(aside) && IsCommentFile(aside));
+    const bool missed = holder == Holder::Nobody &&
+                        !SharerOfComments(files.charts.path, files.comments.path).empty();
+    files.comments.cleared = !missed && ((KeepsComments(type) && holder != Holder::Another) ||
+                                         (IsTaken(aside) && IsCommentFile(aside)));
     files.comments.moved = holder == Holder::Own || holder == Holder::Shared;
     if (!files.comments.written && NamesAreInTheWay(files)) files.comments.moved = false;
     files.comments.expired = WouldFindOldComments(files);
@@ -309,6 +319,32 @@ void PlanComments(std::int16_t type, const ChartList& list, SavedFiles& files) {
 // True if that is a comment file in which charts with such references find all their comments.
 bool HoldsComments(const std::string& path, std::int32_t highestRef) {
     return IsTaken(path) && IsCommentFile(path) && highestRef <= CommentBlocks(path);
+}
+
+// True if both files can be read and hold the same bytes.
+bool HaveSameBytes(const std::string& a, const std::string& b) {
+    Bytes left;
+    Bytes right;
+    return FetchFile(a, kMostChartBytes, left) == 0 && FetchFile(b, kMostChartBytes, right) == 0 &&
+           left == right;
+}
+
+// True if a save that was broken off had begun to make these charts, which stand there still, the
+// backup. It is then the same file, or in a folder that was copied without second names, where
+// what was written aside is there still, one that holds the same.
+bool AreLeaving(const SavedFile& charts) {
+    const bool begun = IsTaken(charts.Aside());
+    const std::string backup = charts.Backup();
+    if (!IsTaken(backup)) return begun;
+    return IsSameFile(charts.path, backup) || (begun && HaveSameBytes(charts.path, backup));
+}
+
+// True if a save that was broken off had put these charts, which are the new ones, in place. Where
+// they have no backup, and old comments are in theirs, they are rather the old ones, whose new ones
+// were lost since.
+bool HaveCome(const SavedFiles& files, std::int32_t highestRef) {
+    if (IsTaken(files.charts.Aside()) || AreLeaving(files.charts)) return false;
+    return IsTaken(files.charts.Backup()) || !HoldsComments(files.comments.Backup(), highestRef);
 }
 
 // Puts the comments where they belong if a save that was broken off left them elsewhere. Returns
@@ -330,15 +366,17 @@ SavedFiles PlanSave(std::string_view path, std::int16_t type, const ChartList& l
 CommentObstacle FindObstacle(const SavedFiles& files) {
     const SavedFile& charts = files.charts;
     const SavedFile& comments = files.comments;
-    if (!comments.moved) {
-        if (comments.written && !IsMissing(comments.path)) return {comments.path, charts.path, ""};
-        CommentObstacle backup =
-            MayFindOldComments(files) ? FindBackupObstacle(files) : CommentObstacle{};
-        return backup.sharer.empty() ? CommentObstacle{} : backup;
+    if (comments.written && !comments.moved && !IsMissing(comments.path)) {
+        return {comments.path, charts.path, ""};
     }
-    std::string sharer = SharerOfComments(charts.path, comments.path);
-    if (sharer.empty()) return FindBackupObstacle(files);
-    return {comments.path, charts.path, std::move(sharer)};
+    if (comments.written || comments.moved) {
+        CommentObstacle obstacle = FindSharer(charts.path, comments.path);
+        if (!obstacle.path.empty()) return obstacle;
+    }
+    if (comments.moved) return FindBackupObstacle(files);
+    CommentObstacle backup =
+        MayFindOldComments(files) ? FindBackupObstacle(files) : CommentObstacle{};
+    return backup.sharer.empty() ? CommentObstacle{} : backup;
 }
 
 // Deletes what this save, or an earlier one, left aside: the comments first, so that comments aside
@@ -393,13 +431,11 @@ std::string StandingComments(std::string_view chartPath) {
     if (comments.path.empty() || !IsMissing(comments.path)) return comments.path;
     const std::int32_t highest = HighestCommentRef(charts.path);
     if (highest == 0) return comments.path;
-    const bool begun = IsTaken(charts.Aside());
-    const bool leaving =
-        IsTaken(charts.Backup()) ? IsSameFile(charts.path, charts.Backup()) : begun;
-    if (leaving && HoldsComments(comments.Backup(), highest) &&
+    if (AreLeaving(charts) && HoldsComments(comments.Backup(), highest) &&
         FindBackupObstacle(files).path.empty())
         return comments.Backup();
-    if (!leaving && !begun && HoldsComments(comments.Aside(), highest)) return comments.Aside();
+    if (HaveCome(files, highest) && HoldsComments(comments.Aside(), highest))
+        return comments.Aside();
     return comments.path;
 }
 

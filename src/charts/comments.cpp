@@ -162,18 +162,29 @@ std::string_view SavedName(std::string_view path, std::size_t point) {
     return path;
 }
 
+// The names of all that is in a folder.
+std::vector<std::string> NamesIn(const fs::path& folder, std::error_code& failure) {
+    std::vector<std::string> names;
+    fs::directory_iterator entry(folder.empty() ? "." : folder, failure);
+    for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
+        names.push_back(entry->path().filename().string());
+    }
+    return names;
+}
+
 // True if a save of the chart file `own`, given by its native path, is one of `other` too: that is
 // its name, or a link that leads to it. A second name of the same file isn't: it stays with the
-// charts that are there now.
-bool IsSavedToo(const fs::path& other, const fs::path& own) {
+// charts that are there now. `listed`: the folder has the name of `own` just as it is given.
+bool IsSavedToo(const fs::path& other, const fs::path& own, bool listed) {
     std::error_code failure;
     if (other == own) return true;
     if (fs::is_symlink(other, failure)) {
         const fs::path folder = own.has_parent_path() ? own.parent_path() : fs::path(".");
         return fs::canonical(other, failure) == fs::canonical(folder, failure) / own.filename();
     }
-    // A disk may take names that differ by case for one.
-    return !fs::is_symlink(own, failure) && fs::hard_link_count(other, failure) == 1 &&
+    // A disk may take names that differ by case for one, and lists it in one of them alone.
+    return !listed &&
+           LowerAscii(other.filename().string()) == LowerAscii(own.filename().string()) &&
            fs::equivalent(other, own, failure);
 }
 
@@ -257,21 +268,23 @@ std::int32_t HighestCommentRef(std::string_view chartPath) {
 
 std::string SharerOfComments(std::string_view chartPath, std::string_view commentPath) {
     const std::string wanted = LowerAscii(BaseName(commentPath, false));
-    const std::int32_t blocks = CommentBlocks(commentPath);
+    const bool missing = IsMissing(commentPath);
+    const std::int32_t blocks = missing ? INT32_MAX : CommentBlocks(commentPath);
     const fs::path own = NativePath(chartPath);
     const fs::path folder = own.parent_path();
     std::error_code failure;
-    fs::directory_iterator entry(folder.empty() ? "." : folder, failure);
-    for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
-        const std::string name = entry->path().filename().string();
+    const std::vector<std::string> names = NamesIn(folder, failure);
+    const bool listed = std::find(names.begin(), names.end(), own.filename()) != names.end();
+    for (const std::string& name : names) {
         if (LowerAscii(CommentPath(name)) != wanted) continue;
         std::string other = (folder / name).string();
-        const bool shares = !IsSavedToo(other, own) &&
+        const bool shares = !IsSavedToo(other, own, listed) &&
                             IsSameFile(CommentPath(other), commentPath) &&
                             MayLeadInto(other, blocks);
         if (shares) return other;
     }
-    return failure ? AddBackslash(folder.empty() ? "." : ProgramPath(folder.string())) : "";
+    const bool unknown = failure && !missing;
+    return unknown ? ((folder.empty() ? "." : folder) / "").string() : "";
 }
 
 std::string ReadComment(std::int16_t type, std::string_view path, std::int32_t ref) {

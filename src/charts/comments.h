@@ -45,11 +45,12 @@ bool LeadsToComment(std::int32_t ref);
 std::int32_t HighestCommentRef(std::string_view chartPath);
 
 /// Another chart file than that one which keeps its comments in that comment file; "" none. It has
-/// whole charts and references that all lie within the comment file; a file of whole charts that is
-/// too large to be read, and by its name any that can't be read, counts as one. A second name of
+/// whole charts and references that all lie within the comment file, or, where there is none, lead
+/// anywhere: it has lost its comments, and would find what comes there. A file of whole charts that
+/// is too large to be read, and by its name any that can't be read, counts as one. A second name of
 /// the chart file does too, which will have the old charts still when the file is replaced; a link
-/// to it doesn't. In a folder that can't be listed any file may be one: that folder, with "\" at
-/// its end, is returned.
+/// to it doesn't. In a folder that can't be listed any file may be one where there is a comment
+/// file: that folder is returned. Both are native paths; the folder's alone has a "/" at its end.
 std::string SharerOfComments(std::string_view chartPath, std::string_view commentPath);
 
 /// Comment that starts at block `ref` of the comment file of types 1 and 2, or of chart `ref` of an
@@ -60,8 +61,10 @@ std::string ReadComment(std::int16_t type, std::string_view path, std::int32_t r
 
 /// Stores a comment. Types 1 and 2: `ref` receives its first block; the chain that was at `ref`
 /// stays (it may be another chart's): an empty text gives it back to the free list and makes `ref`
-/// 0, and touches no file where `ref` leads to no comment. Type 3: the text goes into chart `ref`
-/// of the open list, which then counts as changed. False, with a run-time error, if it can't be
+/// 0, and touches no file where `ref` leads to no comment. Where there is no comment file a new one
+/// is made, also where a save that was broken off left the comments elsewhere (see
+/// StandingComments), which aren't found there any more. Type 3: the text goes into chart `ref` of
+/// the open list, which then counts as changed. False, with a run-time error, if it can't be
 /// written, or what is there has not the form of a comment file; `ref` and the file are then as
 /// they were.
 bool WriteComment(std::int16_t type, std::string_view path, std::int32_t& ref,

@@ -327,6 +327,38 @@ class BrokenSaves : public CommentsOfASave {
         EXPECT_TRUE(TestShell().log.empty()) << what;
         EXPECT_EQ(LoadOwn(path_, what).charts.at(3).chart.event.name, name + "Chart number 4");
     }
+    // Leaves the folder as a copy of it is whose files have no second names.
+    void SplitSecondNames() const {
+        for (const auto& [name, bytes] : Contents()) {
+            fs::remove(folder_.File(name));
+            folder_.Write(name, bytes);
+        }
+    }
+    // Saves another chart file of the stem, with comments or without, and deletes it again. The
+    // first is refused, and neither touches the comments of the charts. Where these have a comment
+    // file what is aside is nobody's any more.
+    void SaveAnotherBeside(std::int16_t type, bool comments, const std::string& what) {
+        const std::string charts = path_;
+        auto before = Contents();
+        path_ = folder_.File("charts.dat");
+        if (comments) {
+            ExpectRefused(type, what);
+            const std::string sharer = fs::exists(folder_.File("charts")) ? "" : charts;
+            EXPECT_EQ(FindCommentObstacle(path_, type, SampleList(1)).sharer, sharer) << what;
+        } else {
+            EXPECT_TRUE(SaveWithoutComments(type, 3)) << what;
+            EXPECT_TRUE(SaveWithoutComments(type, 2)) << what;
+        }
+        fs::remove(path_);
+        fs::remove(path_ + ".bak");
+        path_ = charts;
+        if (before.contains("charts")) {
+            before.erase("charts~");
+            fs::remove(folder_.File("charts~"));
+        }
+        EXPECT_TRUE(Contents() == before) << what;
+        LoadOwn(path_, what);
+    }
     // What a broken save has left, the backup where there is no file, is read, saved in its own
     // place, and replaced.
     void ExpectNothingLost(const Row& row, int step, const std::string& what) {
@@ -387,6 +419,69 @@ TEST_F(BrokenSaves, ChartsThatHadLostTheirCommentFileFindNoOthersInWhatIsLeft) {
     }
 }
 
+TEST_F(BrokenSaves, NorDoesASaveOfAnotherChartFileOfTheStemTouchTheirComments) {
+    for (const bool comments : {true, false}) {
+        for (const std::int16_t type : {0, 1, 2, 3}) {
+            if (comments && !KeepsComments(type)) continue;
+            for (int step = 1; BreakOff({2, 2}, step); ++step) {
+                ASSERT_LT(step, kMostSteps);
+                SaveAnotherBeside(type, comments,
+                                  std::to_string(type) + " " + std::to_string(step));
+                ExpectSaved("e ", 2, std::to_string(step));
+                LoadOwn(path_ + ".bak", std::to_string(step));
+                if (HasFailure()) return;
+            }
+        }
+    }
+}
+
+TEST_F(BrokenSaves, OldChartsDoNotFindTheNewCommentsWhereTheNewChartsAreDeleted) {
+    for (const bool backup : {false, true}) {
+        const auto breakOff = [&](int step) {
+            Clear();
+            EXPECT_TRUE(!backup || SaveAs("a ", 2));
+            EXPECT_TRUE(SaveAs("longer b ", 2));
+            return BreakOff("the longest c ", 2, step);
+        };
+        for (int step = 1; breakOff(step); ++step) {
+            ASSERT_LT(step, kMostSteps);
+            const std::string what = std::to_string(backup) + " " + std::to_string(step);
+            fs::remove(path_ + "~");
+            LoadOwn(path_, what, true);
+            ExpectSaved("e ", 2, what);
+            LoadOwn(path_ + ".bak", what, true);
+            if (HasFailure()) return;
+        }
+    }
+}
+
+TEST_F(BrokenSaves, NewChartsFindTheirCommentsAsideWhateverHasTheNameOfTheBackup) {
+    const Bytes few = Blocks({{0, ""}, {0, "Too few for the second one."}});
+    for (const Bytes& other : {TextOf(320), few}) {
+        Clear();
+        ASSERT_TRUE(SaveAs("a ", 2));
+        fs::rename(folder_.File("charts"), folder_.File("charts~"));
+        folder_.Write("charts.bak", other);
+        EXPECT_EQ(NativePath(StandingComments(path_)), folder_.File("charts~"));
+        LoadOwn(path_, "aside");
+    }
+}
+
+TEST_F(BrokenSaves, NothingIsLostInACopyOfTheFolderWithoutSecondNames) {
+    for (const Row& row : kRows) {
+        for (int step = 1; BreakOff(row, step); ++step) {
+            ASSERT_LT(step, kMostSteps);
+            const std::string what =
+                std::to_string(row.old) + std::to_string(row.type) + " " + std::to_string(step);
+            SplitSecondNames();
+            LoadOwn(path_, what);
+            ExpectSaved("e ", 2, what);
+            LoadOwn(path_ + ".bak", what);
+            if (HasFailure()) return;
+        }
+    }
+}
+
 TEST_F(BrokenSaves, ASecondOneThatIsBrokenOffAtAnyStepToo) {
     for (int first = 1; BreakOff({2, 2}, first); ++first) {
         bool again = true;
@@ -436,6 +531,49 @@ TEST_F(CommentsOfASave, ChartsWhoseCommentFileIsGoneDoNotGoBesideTheCommentsOfAn
     EXPECT_EQ(FindCommentObstacle(path_, 3, SampleList(1)).sharer, folder_.File("charts.dat.bak"));
     fs::remove(folder_.File("charts.dat.bak"));
     EXPECT_TRUE(Save(3, 2));
+}
+
+TEST_F(CommentsOfASave, NoCommentsComeBesideAnotherChartFileThatHasLostItsOwn) {
+    const std::string loser = path_;
+    ASSERT_TRUE(Save(2, 1));
+    fs::remove(folder_.File("charts"));
+    path_ = folder_.File("charts.dat");
+    for (const std::int16_t type : {1, 2}) {
+        ExpectRefused(type, std::to_string(type));
+        const CommentObstacle found = FindCommentObstacle(path_, type, SampleList(1));
+        EXPECT_EQ(NativePath(found.path), folder_.File("charts"));
+        EXPECT_EQ(found.sharer, loser);
+        EXPECT_TRUE(SaveWithoutComments(type, 1));
+    }
+    EXPECT_TRUE(Save(3, 2));
+    EXPECT_EQ(Comment(loser, 1), "");
+    fs::remove(loser);
+    EXPECT_TRUE(Save(2, 2)) << "alone";
+}
+
+TEST_F(CommentsOfASave, NorBesideAnotherBackupThatHasLostItsOwn) {
+    ASSERT_TRUE(Save(2, 1) && Save(2, 1));
+    const std::string loser = path_ + ".bak";
+    for (const char* name : {"charts.cht", "charts", "charts.bak"}) fs::remove(folder_.File(name));
+    path_ = folder_.File("charts.dat");
+    ASSERT_TRUE(Save(2, 2)) << "nothing goes to the backup";
+    for (const std::int16_t type : {0, 1, 2, 3}) {
+        ExpectRefused(type, std::to_string(type));
+        const CommentObstacle found = FindCommentObstacle(path_, type, SampleList(1));
+        EXPECT_EQ(NativePath(found.path), folder_.File("charts.bak"));
+        EXPECT_EQ(found.sharer, loser);
+    }
+    EXPECT_EQ(Comment(loser, 1), "");
+    fs::remove(loser);
+    EXPECT_TRUE(Save(2, 2)) << "alone";
+}
+
+TEST_F(CommentsOfASave, ChartsThatHaveLostTheirsGoToABackupBesideAnotherThatHasLostItsOwn) {
+    ASSERT_TRUE(Save(2, 1));
+    fs::copy_file(path_, folder_.File("charts.dat.bak"));
+    fs::remove(folder_.File("charts"));
+    EXPECT_TRUE(Save(2, 2)) << "no comments come there";
+    EXPECT_EQ(Comment(path_ + ".bak", 1), "");
 }
 
 TEST_F(CommentsOfASave, NorBesideThoseOfABackupThatIsGone) {

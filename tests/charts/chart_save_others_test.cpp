@@ -199,6 +199,24 @@ TEST_F(OthersBesideASave, ASecondNameOfTheChartFileSharesItsComments) {
     EXPECT_TRUE(Save(2, 4));
 }
 
+TEST_F(OthersBesideASave, SoDoesASecondNameThatDiffersByCaseAlone) {
+    ASSERT_TRUE(Save(2, 2));
+    const std::string comments = folder_.File("charts");
+    const std::string lower = path_;
+    const std::string upper = folder_.File("CHARTS.CHT");
+    fs::create_hard_link(lower, upper);
+    EXPECT_EQ(SharerOfComments(lower, comments), upper);
+    EXPECT_EQ(SharerOfComments(upper, comments), lower);
+    // Nor is a file the link's that leads to it.
+    fs::remove(upper);
+    fs::create_symlink("charts.cht", upper);
+    EXPECT_EQ(SharerOfComments(lower, comments), "");
+    EXPECT_EQ(SharerOfComments(upper, comments), lower);
+    // But a name that is there in another case alone is the file's.
+    fs::remove(upper);
+    EXPECT_EQ(SharerOfComments(upper, comments), "");
+}
+
 TEST_F(OthersBesideASave, ALinkToTheChartFileLeadsToTheNewChartsAndIsInNobodysWay) {
     ASSERT_TRUE(SaveGeneration("old ", 3));
     for (const std::string& target : {std::string("charts.cht"), path_}) {
@@ -234,7 +252,7 @@ TEST_F(OthersBesideASave, InAFolderThatCannotBeListedAnyFileMayShareTheComments)
         fs::permissions(folder_.Path(), fs::perms::owner_all);
         EXPECT_FALSE(saved);
         EXPECT_EQ(Contents(), before);
-        EXPECT_EQ(NativePath(found.sharer), folder_.Path());
+        EXPECT_EQ(found.sharer, folder_.Path()) << "native, with its separator";
         EXPECT_TRUE(Save(2, 4)) << "listed again";
         // Charts without comments beside no comment file have nothing that could be shared.
         fs::permissions(folder_.Path(), fs::perms::owner_write | fs::perms::owner_exec);
