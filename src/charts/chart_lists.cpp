@@ -110,10 +110,14 @@ bool LoadComments(std::string_view path, std::int16_t type, ChartList& list) {
         list.charts.begin(), list.charts.end(),
         [](const StoredChart& stored) { return LeadsToComment(stored.chart.commentRef); });
     if (!KeepsComments(type) || !needed || CommentPath(path) == path) return true;
-    const std::string commentPath = StandingComments(path);
-    if (!MayHoldComments(commentPath)) return true;
     Bytes blocks;
-    if (!ReadWholeFile(commentPath, kMostChartBytes, blocks)) return false;
+    std::string place;
+    const std::int16_t failure = FetchStandingComments(path, blocks, place);
+    if (failure != 0) {
+        if (!MayHoldComments(place)) return true;
+        RaiseRunTimeError(failure);
+        return false;
+    }
     std::size_t total = 0;
     for (StoredChart& stored : list.charts) {
         stored.comment = GetComment(blocks, stored.chart.commentRef);
@@ -174,9 +178,7 @@ Reading ReadList(std::string_view path, Flag forceLegacy, ChartList& list) {
         return reading;
     }
     reading.done = LoadFrom(path, file, count, list);
-    // A comment file that was found and is gone has been moved by a save.
-    const bool commentsGone = !reading.done && PendingRunTimeError() == error::kFileNotFound;
-    reading.outdated = commentsGone || !IsFileOf(file, path);
+    reading.outdated = !IsFileOf(file, path);
     CloseFile(file);
     return reading;
 }
@@ -244,6 +246,15 @@ void ReleaseChartList(FileHandle handle) {
         list->changed == 0 || SaveChartFile(std::string(list->path), chart_file::kFormat3, *list);
     if (saved) *list = {};
     while (!openChartLists.empty() && !IsHeld(openChartLists.back())) openChartLists.pop_back();
+}
+
+std::int16_t FetchStandingComments(std::string_view chartPath, Bytes& blocks, std::string& place) {
+    std::int16_t failure = error::kFileNotFound;
+    for (int left = kMostReadings; left > 0 && failure == error::kFileNotFound; --left) {
+        place = StandingComments(chartPath);
+        failure = FetchFile(place, kMostChartBytes, blocks);
+    }
+    return failure;
 }
 
 bool LoadChartList(std::string_view path, ChartList& list, Flag forceLegacy) {

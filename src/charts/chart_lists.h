@@ -129,6 +129,11 @@ bool SaveChartFile(std::string_view path, std::int16_t type, ChartList& list);
 /// that first, so that it loses none of them.
 std::string StandingComments(std::string_view chartPath);
 
+/// Reads the comments of a chart file where they stand; again, kMostReadings times in all, where a
+/// save moves them between the look and the reading. `place` receives where that was. Returns the
+/// error number, 0 for none.
+std::int16_t FetchStandingComments(std::string_view chartPath, Bytes& blocks, std::string& place);
+
 /// A file that a save would have to move or to write over although it isn't the charts' own.
 struct CommentObstacle {
     std::string path;   ///< "" none

@@ -127,10 +127,10 @@ std::string FetchComments(const std::string& chartPath, std::int16_t type, Bytes
     if (!KeepsComments(type)) return "";
     if (CommentPath(chartPath) == chartPath)
         return "a file of this name has no comment file: comments are missing";
-    const std::string path = StandingComments(chartPath);
-    const std::int16_t failure = FetchFile(path, kMostChartBytes, comments);
+    std::string place;
+    const std::int16_t failure = FetchStandingComments(chartPath, comments, place);
     if (failure != 0) return CommentsUnread(failure);
-    if (IsCommentFile(path)) return "";
+    if (IsCommentFile(place)) return "";
     return kDoubtful;
 }
 
@@ -211,7 +211,8 @@ int ListCharts(Listing& listing, bool json) {
 int RefuseComments(const std::string& out, std::int16_t type, const ChartList& list) {
     const CommentObstacle obstacle = FindCommentObstacle(out, type, list);
     if (obstacle.path.empty()) return kDone;
-    std::string why = "is the comment file of " + obstacle.sharer + " too";
+    const char* const verb = IsMissing(obstacle.path) ? "would be" : "is";
+    std::string why = verb + (" the comment file of " + obstacle.sharer) + " too";
     if (obstacle.sharer.empty()) {
         why = "is there already, and is the name of the comment file of " +
               NativePath(obstacle.chart);

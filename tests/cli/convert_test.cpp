@@ -557,6 +557,16 @@ TEST_F(Convert, InAFolderThatCannotBeListedCommentsThatMayBeSharedAreLeftAlone) 
     EXPECT_EQ(FileBytes(File("type2")), comments);
 }
 
+TEST_F(Convert, CommentsDoNotComeBesideAnotherChartFileThatHasLostItsOwn) {
+    std::filesystem::remove(File("type2"));
+    const ProgramResult result = To(File("type3.ch6"), File("type2.dat"), 2);
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.errors, "orvantis-cli: " + File("type2") + ": would be the comment file of " +
+                                 File("type2.cht") + " too\n");
+    EXPECT_FALSE(std::filesystem::exists(File("type2")));
+    EXPECT_FALSE(std::filesystem::exists(File("type2.dat")));
+}
+
 TEST_F(Convert, AHugeFileIsRefusedInLittleMemory) {
     const std::string in = folder_.Write("huge.cht", Bytes{1, 0});
     std::filesystem::resize_file(in, kMostChartBytes);
