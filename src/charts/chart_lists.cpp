@@ -228,6 +228,10 @@ FileHandle HoldChartList(std::string_view path, std::int32_t& count) {
     }
     ChartList list;
     if (!LoadChartList(path, list, kFalse)) return 0;
+    if (list.type != chart_file::kFormat3) {  // another program has replaced it just now
+        RaiseRunTimeError(error::kPathAccess);
+        return 0;
+    }
     list.inUse = kTrue;
     count = static_cast<std::int32_t>(list.charts.size());
     if (slot == openChartLists.end()) {
@@ -249,12 +253,12 @@ void ReleaseChartList(FileHandle handle) {
 }
 
 std::int16_t FetchStandingComments(std::string_view chartPath, Bytes& blocks, std::string& place) {
-    std::int16_t failure = error::kFileNotFound;
-    for (int left = kMostReadings; left > 0 && failure == error::kFileNotFound; --left) {
+    for (int left = kMostReadings;; --left) {
         place = StandingComments(chartPath);
-        failure = FetchFile(place, kMostChartBytes, blocks);
+        const std::int16_t failure = FetchFile(place, kMostChartBytes, blocks);
+        const bool moved = failure == error::kFileNotFound && HighestCommentRef(chartPath) != 0;
+        if (!moved || left == 1) return failure;
     }
-    return failure;
 }
 
 bool LoadChartList(std::string_view path, ChartList& list, Flag forceLegacy) {

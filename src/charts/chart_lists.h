@@ -110,8 +110,8 @@ bool LoadChartList(std::string_view path, ChartList& list, Flag forceLegacy);
 /// alone keeps its comments there: it is never moved, written over or deleted. Without comments it
 /// stays where it is, and so do old ones whose backup would have a name in use here, or whose name
 /// is a chart file's. Charts that have lost their comment file find no others in the backup: the
-/// comments of the former one go with it. Nor do comments come where another chart file would find
-/// them that has lost its own, or whose save was broken off.
+/// comments of the former one go with it. Nor does a first comment file come where another chart
+/// file would find its comments that has lost its own, or whose save was broken off.
 ///
 /// Refused, before anything is touched but that comments which a save of this file that was broken
 /// off left elsewhere are put in their place (see StandingComments), are: whatever has an obstacle

@@ -127,18 +127,20 @@ CommentRefs StoredRefs(std::string_view chartPath) {
     return refs;
 }
 
-// True if charts of that file have their comments in a comment file of so many blocks, or may have:
-// what can't be read isn't known. Any file may start as a chart file does, a comment file too, but
-// it hardly goes on as one with references that all lie within the comment file.
-bool MayLeadInto(const std::string& chartPath, std::int32_t blocks) {
+// True if charts of that file have their comments in a comment file of so many blocks; what can't
+// be read isn't known, and `unread` tells what is taken for it. Any file may start as a chart file
+// does, a comment file too, but it hardly goes on as one with references that all lie within the
+// comment file.
+bool MayLeadInto(const std::string& chartPath, std::int32_t blocks, bool unread) {
     const FileHandle file = OpenQuietly(chartPath);
     if (file == 0) {
         std::error_code ignored;
-        return fs::is_regular_file(NativePath(chartPath), ignored);
+        return unread && fs::is_regular_file(NativePath(chartPath), ignored);
     }
     CloseFile(file);
     const CommentRefs refs = StoredRefs(chartPath);
-    const bool leads = LeadsToComment(refs.highest) && (refs.highest <= blocks || refs.unread);
+    const bool leads =
+        refs.unread ? unread : LeadsToComment(refs.highest) && refs.highest <= blocks;
     return refs.whole && leads && !IsCommentFile(chartPath);
 }
 
@@ -280,7 +282,7 @@ std::string SharerOfComments(std::string_view chartPath, std::string_view commen
         std::string other = (folder / name).string();
         const bool shares = !IsSavedToo(other, own, listed) &&
                             IsSameFile(CommentPath(other), commentPath) &&
-                            MayLeadInto(other, blocks);
+                            MayLeadInto(other, blocks, !missing);
         if (shares) return other;
     }
     const bool unknown = failure && !missing;

@@ -46,11 +46,11 @@ std::int32_t HighestCommentRef(std::string_view chartPath);
 
 /// Another chart file than that one which keeps its comments in that comment file; "" none. It has
 /// whole charts and references that all lie within the comment file, or, where there is none, lead
-/// anywhere: it has lost its comments, and would find what comes there. A file of whole charts that
-/// is too large to be read, and by its name any that can't be read, counts as one. A second name of
-/// the chart file does too, which will have the old charts still when the file is replaced; a link
-/// to it doesn't. In a folder that can't be listed any file may be one where there is a comment
-/// file: that folder is returned. Both are native paths; the folder's alone has a "/" at its end.
+/// anywhere: it has lost its comments, and would find what comes there. A second name of the chart
+/// file counts as one too, which will have the old charts still when the file is replaced; a link
+/// to it doesn't. Where there is a comment file, so does what may be one: a file of whole charts
+/// that is too large to be read, by its name any that can't be read, and in a folder that can't be
+/// listed that folder. Both are native paths; the folder's alone has a "/" at its end.
 std::string SharerOfComments(std::string_view chartPath, std::string_view commentPath);
 
 /// Comment that starts at block `ref` of the comment file of types 1 and 2, or of chart `ref` of an

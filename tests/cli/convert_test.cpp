@@ -37,8 +37,9 @@ class Convert : public ::testing::Test {
         }
     }
 
-    ProgramResult Run(const std::vector<std::string>& arguments) const {
-        return RunProgram(kProgram, arguments,
+    ProgramResult Run(const std::vector<std::string>& arguments,
+                      const std::string& program = kProgram) const {
+        return RunProgram(program, arguments,
                           {"XDG_DATA_HOME=" + home_.Path(), "XDG_CONFIG_HOME=" + home_.Path()});
     }
     ProgramResult To(const std::string& in, const std::string& out, int type) const {
@@ -548,7 +549,7 @@ TEST_F(Convert, InAFolderThatCannotBeListedCommentsThatMayBeSharedAreLeftAlone) 
     if (::geteuid() == 0) call.insert(call.begin(), {"setpriv", plainly});
     using std::filesystem::perms;
     std::filesystem::permissions(folder_.Path(), perms::owner_write | perms::owner_exec);
-    const ProgramResult result = RunProgram(call.front(), {call.begin() + 1, call.end()});
+    const ProgramResult result = Run({call.begin() + 1, call.end()}, call.front());
     std::filesystem::permissions(folder_.Path(), perms::owner_all);
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.errors, "orvantis-cli: " + File("type2") +
