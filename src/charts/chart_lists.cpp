@@ -252,15 +252,6 @@ void ReleaseChartList(FileHandle handle) {
     while (!openChartLists.empty() && !IsHeld(openChartLists.back())) openChartLists.pop_back();
 }
 
-std::int16_t FetchStandingComments(std::string_view chartPath, Bytes& blocks, std::string& place) {
-    for (int left = kMostReadings;; --left) {
-        place = StandingComments(chartPath);
-        const std::int16_t failure = FetchFile(place, kMostChartBytes, blocks);
-        const bool moved = failure == error::kFileNotFound && HighestCommentRef(chartPath) != 0;
-        if (!moved || left == 1) return failure;
-    }
-}
-
 bool LoadChartList(std::string_view path, ChartList& list, Flag forceLegacy) {
     const bool stoodBefore = PendingRunTimeError() != 0;
     ChartList read;

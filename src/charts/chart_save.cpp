@@ -429,6 +429,7 @@ std::string StandingComments(std::string_view chartPath) {
     const SavedFile& charts = files.charts;
     const SavedFile& comments = files.comments;
     if (comments.path.empty() || !IsMissing(comments.path)) return comments.path;
+    if (!IsTaken(comments.Aside()) && !IsTaken(comments.Backup())) return comments.path;
     const std::int32_t highest = HighestCommentRef(charts.path);
     if (highest == 0) return comments.path;
     if (AreLeaving(charts) && HoldsComments(comments.Backup(), highest) &&
@@ -437,6 +438,18 @@ std::string StandingComments(std::string_view chartPath) {
     if (HaveCome(files, highest) && HoldsComments(comments.Aside(), highest))
         return comments.Aside();
     return comments.path;
+}
+
+std::int16_t FetchStandingComments(std::string_view chartPath, Bytes& blocks, std::string& place) {
+    const SavedFile comments = NameFiles(chartPath).comments;
+    for (int left = kMostReadings;; --left) {
+        place = StandingComments(chartPath);
+        const std::int16_t failure = FetchFile(place, kMostChartBytes, blocks);
+        if (failure != error::kFileNotFound || left == 1) return failure;
+        // In the order in which a save moves them.
+        if (!IsTaken(comments.Backup()) && !IsTaken(comments.Aside()) && IsMissing(comments.path))
+            return failure;
+    }
 }
 
 CommentObstacle FindCommentObstacle(std::string_view path, std::int16_t type,
