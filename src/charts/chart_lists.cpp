@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <limits>
+#include <optional>
 
 #include "charts/comments.h"
 #include "text/byte_reader.h"
@@ -256,7 +257,9 @@ bool LoadChartList(std::string_view path, ChartList& list, Flag forceLegacy) {
     const bool stoodBefore = PendingRunTimeError() != 0;
     ChartList read;
     Reading reading = ReadList(path, forceLegacy, read);
-    for (int more = kMostReadings - 1; more > 0 && reading.outdated; --more) {
+    for (int n = 2; n <= kMostReadings && reading.outdated; ++n) {
+        std::optional<FolderLock> alone;
+        if (n == kMostReadings) alone.emplace(path);
         RunTimeError outdated;
         if (!stoodBefore) TakeRunTimeError(outdated);
         reading = ReadList(path, forceLegacy, read);

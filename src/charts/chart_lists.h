@@ -67,8 +67,9 @@ void ReleaseChartList(FileHandle handle);
 /// hold more.
 inline constexpr std::int32_t kMostListedCharts = 250000;
 
-/// How often a file is read that is replaced again and again while it is read. What is read then is
-/// taken as it is: there are disks on which a file that is open never seems to be that of its path.
+/// How often a file is read that is replaced again and again while it is read, the last time with
+/// the folder kept from other saves. What is read then is taken as it is: there are disks on which
+/// a file that is open never seems to be that of its path.
 inline constexpr int kMostReadings = 5;
 
 /// True if both are paths of the same file, or names that differ by case alone and aren't those of

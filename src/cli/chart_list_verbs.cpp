@@ -138,6 +138,8 @@ std::string FetchComments(const std::string& chartPath, std::int16_t type, Bytes
 // meanwhile. False if it can't be opened.
 bool OpenListing(Listing& listing) {
     for (int left = kMostReadings; left > 0; --left) {
+        std::optional<FolderLock> alone;
+        if (left == 1) alone.emplace(listing.path);
         if (listing.file > 0) CloseChartFile(listing.type, listing.file);
         listing.file = OpenChartFile(listing.path, listing.count, kFalse);
         if (listing.file < 1) return false;
